@@ -1,0 +1,157 @@
+#include "Id/Guid.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
+
+namespace orv {
+
+namespace {
+
+constexpr std::size_t uuidLength = 36;
+constexpr std::size_t globalIdLength = 22;
+constexpr std::string_view hexDigits = "0123456789abcdef";
+constexpr std::string_view globalIdDigits = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
+
+/// The sixteen bytes from the most significant one on, the order in which both spellings write them.
+using Bytes = std::array<std::uint8_t, 16>;
+
+constexpr std::uint8_t noDigit = 0xff;
+
+constexpr std::array<std::uint8_t, 256> valuesOf(std::string_view digits) {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(noDigit);
+    for (std::size_t value = 0; value < digits.size(); ++value) {
+        values[static_cast<unsigned char>(digits[value])] = static_cast<std::uint8_t>(value);
+    }
+    return values;
+}
+
+constexpr bool isUuidDash(std::size_t position) {
+    return position == 8 || position == 13 || position == 18 || position == 23;
+}
+
+std::uint8_t hexValue(char digit) {
+    static constexpr auto lowerCase = valuesOf(hexDigits);
+    static constexpr auto upperCase = valuesOf("0123456789ABCDEF");
+    const auto index = static_cast<unsigned char>(digit);
+    return std::min(lowerCase[index], upperCase[index]);
+}
+
+bool parseUuid(std::string_view text, Bytes& bytes) {
+    std::size_t nibble = 0;
+    for (std::size_t position = 0; position < uuidLength; ++position) {
+        if (isUuidDash(position)) {
+            if (text[position] != '-') {
+                return false;
+            }
+            continue;
+        }
+        const std::uint8_t value = hexValue(text[position]);
+        if (value == noDigit) {
+            return false;
+        }
+        auto& byte = bytes[nibble / 2];
+        byte = static_cast<std::uint8_t>((byte << 4U) | value);
+        ++nibble;
+    }
+    return true;
+}
+
+// A GlobalId is 132 bits long; its first four bits are zero. So the first two characters give the first byte,
+// and each four after them give three bytes.
+
+bool parseGlobalId(std::string_view text, Bytes& bytes) {
+    static constexpr auto values = valuesOf(globalIdDigits);
+    std::uint32_t bits = 0;
+    std::size_t filled = 0;
+    for (std::size_t position = 0; position < globalIdLength; ++position) {
+        const std::uint8_t value = values[static_cast<unsigned char>(text[position])];
+        if (value == noDigit || (position == 0 && value > 3)) {
+            return false;
+        }
+        bits = (bits << 6U) | value;
+        if (position == 1) {
+            bytes[filled++] = static_cast<std::uint8_t>(bits);
+            bits = 0;
+        } else if (position % 4 == 1) {
+            bytes[filled++] = static_cast<std::uint8_t>(bits >> 16U);
+            bytes[filled++] = static_cast<std::uint8_t>(bits >> 8U);
+            bytes[filled++] = static_cast<std::uint8_t>(bits);
+            bits = 0;
+        }
+    }
+    return true;
+}
+
+std::string uuidText(const Bytes& bytes) {
+    std::string text;
+    text.reserve(uuidLength);
+    for (const std::uint8_t byte : bytes) {
+        if (isUuidDash(text.size())) {
+            text += '-';
+        }
+        text += hexDigits[byte >> 4U];
+        text += hexDigits[byte & 0xfU];
+    }
+    return text;
+}
+
+std::string globalIdText(const Bytes& bytes) {
+    std::string text;
+    text.reserve(globalIdLength);
+    text += globalIdDigits[bytes[0] >> 6U];
+    text += globalIdDigits[bytes[0] & 0x3fU];
+    for (std::size_t first = 1; first < bytes.size(); first += 3) {
+        const std::uint32_t bits = (static_cast<std::uint32_t>(bytes[first]) << 16U) |
+                                   (static_cast<std::uint32_t>(bytes[first + 1]) << 8U) | bytes[first + 2];
+        for (const unsigned shift : {18U, 12U, 6U, 0U}) {
+            text += globalIdDigits[(bits >> shift) & 0x3fU];
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+bool Guid::boSet(std::string_view text) {
+    Bytes bytes{};
+    const bool parsed = (text.size() == uuidLength && parseUuid(text, bytes)) ||
+                        (text.size() == globalIdLength && parseGlobalId(text, bytes));
+    if (!parsed) {
+        return false;
+    }
+    data1 = (static_cast<std::uint32_t>(bytes[0]) << 24U) | (static_cast<std::uint32_t>(bytes[1]) << 16U) |
+            (static_cast<std::uint32_t>(bytes[2]) << 8U) | bytes[3];
+    data2 = static_cast<std::uint16_t>((bytes[4] << 8U) | bytes[5]);
+    data3 = static_cast<std::uint16_t>((bytes[6] << 8U) | bytes[7]);
+    std::copy(bytes.begin() + 8, bytes.end(), data4);
+    return true;
+}
+
+std::string Guid::toString(bool asUuid) const {
+    Bytes bytes{static_cast<std::uint8_t>(data1 >> 24U), static_cast<std::uint8_t>(data1 >> 16U),
+                static_cast<std::uint8_t>(data1 >> 8U),  static_cast<std::uint8_t>(data1),
+                static_cast<std::uint8_t>(data2 >> 8U),  static_cast<std::uint8_t>(data2),
+                static_cast<std::uint8_t>(data3 >> 8U),  static_cast<std::uint8_t>(data3)};
+    std::copy(std::begin(data4), std::end(data4), bytes.begin() + 8);
+    return asUuid ? uuidText(bytes) : globalIdText(bytes);
+}
+
+std::uint64_t Guid::hash() const noexcept {
+    std::uint64_t high = (static_cast<std::uint64_t>(data1) << 32U) |
+                         (static_cast<std::uint64_t>(data2) << 16U) | data3;
+    std::uint64_t low = 0;
+    for (const std::uint8_t byte : data4) {
+        low = (low << 8U) | byte;
+    }
+    // Ids of one authoring tool often differ in a few bits only. Multiplying by an odd constant (2^64 divided by
+    // the golden ratio) carries each bit upwards and the shifts bring them down again.
+    constexpr std::uint64_t multiplier = 0x9e3779b97f4a7c15U;
+    std::uint64_t mixed = (high ^ (high >> 32U)) * multiplier;
+    mixed = (mixed ^ (mixed >> 29U) ^ low) * multiplier;
+    return mixed ^ (mixed >> 32U);
+}
+
+} // namespace orv

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Export.h"
+
+#include <string_view>
+
+/// What a host derives to be told in words why an operation of orv::xml::File gave no value or false. Handlers are
+/// not owned, may be null, and are called during the operation that they are given to. A message is a phrase
+/// without a full stop, in English, that lives for the length of the call.
+namespace orv::xml::errorhandler {
+
+/// Is told of uses that a document object can't follow.
+class ORV_EXPORT ExceptionInterface {
+public:
+    virtual ~ExceptionInterface() = default;
+    virtual void report(std::string_view message) = 0;
+};
+
+/// Is told why a text is no document.
+class ORV_EXPORT ParseInterface {
+public:
+    virtual ~ParseInterface() = default;
+    virtual void report(std::string_view message) = 0;
+};
+
+/// Is told why a document couldn't be saved.
+class ORV_EXPORT WriteInterface {
+public:
+    virtual ~WriteInterface() = default;
+    virtual void report(std::string_view message) = 0;
+};
+
+} // namespace orv::xml::errorhandler

@@ -1,0 +1,255 @@
+#include "Xml/Escape.h"
+
+#include "Xml/Utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+
+namespace orv::xml {
+
+namespace {
+
+// An escape is the seven characters _xHHHH_ with the hexadecimal number of a UTF-16 code unit.
+constexpr std::size_t escapeLength = 7;
+constexpr std::string_view emptyName = "_x_";
+
+// A byte from 0x80 on that is no part of valid UTF-8 stands as the lone low surrogate of 0xdc00 plus the byte.
+constexpr std::uint32_t byteSurrogates = 0xdc00;
+
+bool isHighSurrogate(std::uint32_t unit) {
+    return unit >= 0xd800 && unit < 0xdc00;
+}
+
+bool isLowSurrogate(std::uint32_t unit) {
+    return unit >= 0xdc00 && unit < 0xe000;
+}
+
+std::optional<std::uint32_t> hexDigitValue(char digit) {
+    if (digit >= '0' && digit <= '9') {
+        return digit - '0';
+    }
+    if (digit >= 'A' && digit <= 'F') {
+        return digit - 'A' + 10;
+    }
+    if (digit >= 'a' && digit <= 'f') {
+        return digit - 'a' + 10;
+    }
+    return std::nullopt;
+}
+
+/// The code unit of what stands at the position, if it is an escape but for the underscore at its end.
+std::optional<std::uint32_t> escapedUnit(std::string_view text, std::size_t position) {
+    if (text.size() < position + escapeLength - 1 || text[position] != '_' || text[position + 1] != 'x') {
+        return std::nullopt;
+    }
+    std::uint32_t unit = 0;
+    for (const char digit : text.substr(position + 2, 4)) {
+        const auto value = hexDigitValue(digit);
+        if (!value) {
+            return std::nullopt;
+        }
+        unit = unit * 16 + *value;
+    }
+    return unit;
+}
+
+std::optional<std::uint32_t> completeEscape(std::string_view text, std::size_t position) {
+    const auto unit = escapedUnit(text, position);
+    const bool isComplete = unit && text.size() >= position + escapeLength && text[position + escapeLength - 1] == '_';
+    return isComplete ? unit : std::nullopt;
+}
+
+void appendEscape(std::string& out, std::uint32_t unit) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    out += "_x";
+    for (const unsigned shift : {12U, 8U, 4U, 0U}) {
+        out += digits[(unit >> shift) & 0xfU];
+    }
+    out += '_';
+}
+
+void appendEscapedByte(std::string& out, char byte) {
+    appendEscape(out, byteSurrogates + static_cast<unsigned char>(byte));
+}
+
+void appendEscapedCharacter(std::string& out, char32_t codePoint) {
+    if (codePoint < 0x10000) {
+        appendEscape(out, codePoint);
+    } else {
+        appendEscape(out, 0xd800 + ((codePoint - 0x10000) >> 10U));
+        appendEscape(out, 0xdc00 + ((codePoint - 0x10000) & 0x3ffU));
+    }
+}
+
+/// An underscore. What follows decides, whether or not it ends in an underscore: an escape may come to stand there.
+void appendUnderscore(std::string& out, std::string_view text, std::size_t position) {
+    if (escapedUnit(text, position)) {
+        appendEscape(out, '_');
+    } else {
+        out += '_';
+    }
+}
+
+/// Whether a byte stands for itself in character data wherever it occurs.
+constexpr auto plainBytes = [] {
+    std::array<bool, 256> plain{};
+    for (unsigned byte = 0x20; byte < 0x80; ++byte) {
+        plain[byte] = true;
+    }
+    plain['\t'] = plain['\n'] = true;
+    plain['&'] = plain['<'] = plain['>'] = plain['_'] = false;
+    return plain;
+}();
+
+/// Appends the character, or byte, at the position, which is no plain one, and gives its length.
+std::size_t appendSpecialCharacter(std::string& out, std::string_view text, std::size_t position) {
+    switch (text[position]) {
+    case '&':
+        out += "&amp;";
+        return 1;
+    case '<':
+        out += "&lt;";
+        return 1;
+    case '>':
+        out += "&gt;";
+        return 1;
+    case '\r':
+        // A parser would take a carriage return as it stands for a line end.
+        out += "&#13;";
+        return 1;
+    case '_':
+        appendUnderscore(out, text, position);
+        return 1;
+    default:
+        break;
+    }
+    const auto [codePoint, length] = decodeUtf8(text.substr(position));
+    if (length == 0) {
+        appendEscapedByte(out, text[position]);
+        return 1;
+    }
+    const bool isXmlCharacter = codePoint >= 0x20 && codePoint != 0xfffe && codePoint != 0xffff;
+    if (isXmlCharacter) {
+        out += text.substr(position, length);
+    } else {
+        appendEscapedCharacter(out, codePoint);
+    }
+    return length;
+}
+
+struct Range {
+    char32_t first;
+    char32_t last;
+};
+
+// Letters in the sense of all editions of XML 1.0; the parsers in use go by different ones.
+constexpr std::array nameLetters{
+    Range{'A', 'Z'},           Range{'a', 'z'},
+    Range{0x00c0, 0x00d6},     Range{0x00d8, 0x00f6},  Range{0x00f8, 0x0131},
+    Range{0x0134, 0x013e},     Range{0x0141, 0x0148},  Range{0x014a, 0x017e},
+    Range{0x0388, 0x038a},     Range{0x038e, 0x03a1},  Range{0x03a3, 0x03ce}, // Greek
+    Range{0x0401, 0x040c},     Range{0x040e, 0x044f},  Range{0x0451, 0x045c}, // Cyrillic
+    Range{0x05d0, 0x05ea},                                                    // Hebrew
+    Range{0x0621, 0x063a},     Range{0x0641, 0x064a},                         // Arabic
+    Range{0x1e00, 0x1e9b},     Range{0x1ea0, 0x1ef9},                         // Vietnamese and others
+    Range{0x3041, 0x3094},     Range{0x30a1, 0x30fa},                         // Japanese
+    Range{0x4e00, 0x9fa5},                                                    // Chinese
+    Range{0xac00, 0xd7a3},                                                    // Korean
+};
+
+bool isNameLetter(char32_t codePoint) {
+    return std::any_of(nameLetters.begin(), nameLetters.end(), [codePoint](const Range& range) {
+        return range.first <= codePoint && codePoint <= range.last;
+    });
+}
+
+bool isNameCharacterBehindFirst(char32_t codePoint) {
+    return (codePoint >= '0' && codePoint <= '9') || codePoint == '-' || codePoint == '.';
+}
+
+} // namespace
+
+void appendEscapedText(std::string& out, std::string_view text) {
+    std::size_t position = 0;
+    while (position < text.size()) {
+        const std::size_t begin = position;
+        while (position < text.size() && plainBytes[static_cast<unsigned char>(text[position])]) {
+            ++position;
+        }
+        out += text.substr(begin, position - begin);
+        if (position < text.size()) {
+            position += appendSpecialCharacter(out, text, position);
+        }
+    }
+}
+
+std::string escapedName(std::string_view name) {
+    if (name.empty()) {
+        return std::string(emptyName);
+    }
+    std::string escaped;
+    if (name == emptyName) {
+        appendEscape(escaped, '_');
+        return escaped.append(name.substr(1));
+    }
+    for (std::size_t position = 0; position < name.size();) {
+        const auto [codePoint, length] = decodeUtf8(name.substr(position));
+        if (length == 0) {
+            appendEscapedByte(escaped, name[position]);
+            ++position;
+            continue;
+        }
+        if (codePoint == '_') {
+            appendUnderscore(escaped, name, position);
+        } else if (isNameLetter(codePoint) || (position > 0 && isNameCharacterBehindFirst(codePoint))) {
+            escaped += name.substr(position, length);
+        } else {
+            appendEscapedCharacter(escaped, codePoint);
+        }
+        position += length;
+    }
+    return escaped;
+}
+
+void unescape(std::string& text, std::size_t begin) {
+    std::size_t from = text.find("_x", begin);
+    if (from == std::string::npos) {
+        return;
+    }
+    // What an escape stands for is shorter than the escape.
+    std::size_t to = from;
+    std::string character;
+    while (from < text.size()) {
+        const auto unit = completeEscape(text, from);
+        const auto nextUnit = unit && isHighSurrogate(*unit) ? completeEscape(text, from + escapeLength) : std::nullopt;
+        character.clear();
+        if (nextUnit && isLowSurrogate(*nextUnit)) {
+            appendUtf8(character, 0x10000 + ((*unit - 0xd800) << 10U) + (*nextUnit - 0xdc00));
+            from += 2 * escapeLength;
+        } else if (unit && *unit >= byteSurrogates + 0x80 && *unit <= byteSurrogates + 0xff) {
+            character = static_cast<char>(*unit - byteSurrogates);
+            from += escapeLength;
+        } else if (unit && !isHighSurrogate(*unit) && !isLowSurrogate(*unit)) {
+            appendUtf8(character, *unit);
+            from += escapeLength;
+        } else {
+            character = text[from];
+            ++from;
+        }
+        to += character.copy(text.data() + to, character.size());
+    }
+    text.resize(to);
+}
+
+std::string unescapedName(std::string_view name) {
+    if (name == emptyName) {
+        return {};
+    }
+    std::string unescaped(name);
+    unescape(unescaped, 0);
+    return unescaped;
+}
+
+} // namespace orv::xml

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Xml/Document.h"
+
+#include <cstdint>
+#include <exception>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct XML_ParserStruct;
+
+namespace orv::xml {
+
+/// Reads one document from a stream; made anew for each.
+class Parser {
+public:
+    Parser();
+
+    /// The document, or null if the stream holds none; then getFailure tells why.
+    std::unique_ptr<Document> parse(std::istream& stream);
+
+    struct Failure {
+        std::string reason;
+        std::uint64_t line = 0;   ///< From 1.
+        std::uint64_t column = 0; ///< From 1, in bytes.
+    };
+
+    const Failure& getFailure() const { return failure; }
+
+private:
+    struct Release {
+        void operator()(XML_ParserStruct* parser) const;
+    };
+
+    /// Runs what a handler does; no exception may pass through the C code that called it.
+    template <typename Action>
+    static void handle(void* self, Action action);
+
+    void setHandlers();
+    bool readAll(std::istream& stream);
+    void stop(std::string_view reason);
+    void noteFailure(std::string_view reason);
+    void endText();
+
+    std::unique_ptr<XML_ParserStruct, Release> expat;
+    std::unique_ptr<Document> document;
+    std::vector<NodeIndex> openElements;
+    NodeIndex openText = noNode;
+    int declaredEntities = 0;
+    Failure failure;
+    std::exception_ptr exception;
+};
+
+} // namespace orv::xml

@@ -1,0 +1,26 @@
+# What all targets of the project have in common.
+
+option(ORV_WARNINGS "Compile with the project's warnings" ${PROJECT_IS_TOP_LEVEL})
+
+function(orv_set_target_properties target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden
+                                               VISIBILITY_INLINES_HIDDEN ON)
+    if(ORV_WARNINGS)
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+    endif()
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>
+                                                $<INSTALL_INTERFACE:include/OrvEnhancements>)
+endfunction()
+
+# A shared library OrvName with the alias Orv::Name. Always shared, so that a host and the libraries see the same
+# process-wide objects.
+function(orv_add_library target)
+    string(REGEX REPLACE "^Orv" "" name ${target})
+    add_library(${target} SHARED ${ARGN})
+    add_library(Orv::${name} ALIAS ${target})
+    orv_set_target_properties(${target})
+    set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} VERSION ${PROJECT_VERSION}
+                                               SOVERSION ${PROJECT_VERSION_MAJOR})
+    set_property(GLOBAL APPEND PROPERTY ORV_LIBRARIES ${target})
+endfunction()
