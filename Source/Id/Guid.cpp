@@ -113,6 +113,13 @@ std::string globalIdText(const Bytes& bytes) {
     return text;
 }
 
+/// Ids of one authoring tool often differ in a few bits only. Multiplying by an odd constant (2^64 divided by the
+/// golden ratio) carries each bit upwards, and the shifts bring them down again.
+std::uint64_t mixed(std::uint64_t bits) {
+    bits = (bits ^ (bits >> 32U)) * 0x9e3779b97f4a7c15U;
+    return bits ^ (bits >> 29U);
+}
+
 } // namespace
 
 bool Guid::boSet(std::string_view text) {
@@ -140,18 +147,13 @@ std::string Guid::toString(bool asUuid) const {
 }
 
 std::uint64_t Guid::hash() const noexcept {
-    std::uint64_t high = (static_cast<std::uint64_t>(data1) << 32U) |
+    const std::uint64_t high = (static_cast<std::uint64_t>(data1) << 32U) |
                          (static_cast<std::uint64_t>(data2) << 16U) | data3;
     std::uint64_t low = 0;
     for (const std::uint8_t byte : data4) {
         low = (low << 8U) | byte;
     }
-    // Ids of one authoring tool often differ in a few bits only. Multiplying by an odd constant (2^64 divided by
-    // the golden ratio) carries each bit upwards and the shifts bring them down again.
-    constexpr std::uint64_t multiplier = 0x9e3779b97f4a7c15U;
-    std::uint64_t mixed = (high ^ (high >> 32U)) * multiplier;
-    mixed = (mixed ^ (mixed >> 29U) ^ low) * multiplier;
-    return mixed ^ (mixed >> 32U);
+    return mixed(mixed(mixed(high) ^ low));
 }
 
 } // namespace orv

@@ -86,14 +86,11 @@ std::unique_ptr<FileLock> FileLock::tryLockNew(const std::filesystem::path& path
 }
 
 std::unique_ptr<FileLock> FileLock::hold(Descriptor& file, Access access) {
-    auto mode = std::ios_base::in | std::ios_base::binary;
-    if (access == Access::ReadWrite) {
-        mode |= std::ios_base::out;
-    }
+    const auto direction = access == Access::ReadWrite ? std::ios_base::out : std::ios_base::in;
     std::unique_ptr<FileLock> lock(new FileLock(file.get(), access));
     // The standard has no way from a descriptor to a stream. A buffer that fails to open leaves the descriptor
     // to its caller.
-    __gnu_cxx::stdio_filebuf<char> buffer(file.get(), mode);
+    __gnu_cxx::stdio_filebuf<char> buffer(file.get(), direction | std::ios_base::binary);
     if (!buffer.is_open()) {
         return nullptr;
     }

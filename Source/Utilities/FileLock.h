@@ -17,6 +17,8 @@ namespace orv::utilities {
 /// was written. If nothing was written, or not all of it could be, the file isn't cut.
 class ORV_EXPORT FileLock {
 public:
+    /// What the stream is for. That of ReadWrite takes output only, so that nothing but a write moves the position
+    /// at which the file is cut.
     enum class Access { Read = 0, ReadWrite = 1 };
 
     /// Locks an existing file, against everyone if exclusive is true, otherwise beside other holders that ask for
@@ -35,8 +37,7 @@ public:
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
-    /// The stream on the file, binary, good and at its start when the lock was taken. A host that has ReadWrite
-    /// access either writes a whole new content or leaves the stream alone: the file is cut at its position.
+    /// The stream on the file, binary, good and at its start when the lock was taken.
     std::fstream& getStream() { return stream; }
 
 private:

@@ -55,6 +55,9 @@ private:
 /// A node of a document for reading and appending.
 class ORV_EXPORT Node : public const_Node {
 public:
+    using const_Node::ChildNodesGet;
+    using const_Node::NextSiblingGet;
+
     NodeList ChildNodesGet();
     std::optional<Node> NextSiblingGet();
 

@@ -1,0 +1,28 @@
+# Fails unless the dynamic symbols that LIBRARY defines, as NM shows them, are these.
+
+set(namespace orv::domain::shared::enhancementsforreferencemodel)
+set(expected
+    "${namespace}::EnhancementBase::createInstance"
+    "${namespace}::EnhancementBase::setAttributes"
+    "${namespace}::Enhancements::addEnhancement"
+    "${namespace}::Enhancements::getOrCreateEnhancementsDb"
+    "${namespace}::Enhancements::resetDb"
+    "${namespace}::EnhancementsFile::setFilePath"
+    "${namespace}::Factory::createEntityFromName"
+    "${namespace}::Factory::registerClass"
+    "typeinfo for ${namespace}::EnhancementBase"
+    "typeinfo name for ${namespace}::EnhancementBase"
+    "vtable for ${namespace}::EnhancementBase"
+)
+
+execute_process(COMMAND ${NM} --dynamic --defined-only --demangle --format=just-symbols ${LIBRARY}
+                OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX REPLACE "\\([^\n]*" "" symbols "${symbols}")
+string(STRIP "${symbols}" symbols)
+string(REPLACE "\n" ";" symbols "${symbols}")
+list(SORT symbols)
+list(SORT expected)
+if(NOT symbols STREQUAL expected)
+    list(JOIN symbols "\n  " shown)
+    message(FATAL_ERROR "The library shows these symbols, which aren't all its exports and no others:\n  ${shown}")
+endif()

@@ -1,0 +1,54 @@
+#include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
+#include "Support/SampleRecord.h"
+
+#include <gtest/gtest.h>
+
+namespace orv::domain::shared::enhancementsforreferencemodel {
+namespace {
+
+using tests::SampleRecord;
+
+TEST(Factory, givesNullForEveryNameButTheRegisteredOnes) {
+    EXPECT_EQ(Factory::createEntityFromName(""), nullptr);
+    EXPECT_EQ(Factory::createEntityFromName("Sample"), nullptr);
+    Factory::registerClass(std::make_unique<SampleRecord>("Sample"));
+    Factory::registerClass(std::make_unique<tests::SealedRecord>());
+    for (const char* name : {"", "sample", "Sample ", "Sampl", "Sealed"}) {
+        EXPECT_EQ(Factory::createEntityFromName(name), nullptr) << name;
+    }
+    const auto record = Factory::createEntityFromName("Sample");
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->getEntityName(), "Sample");
+    EXPECT_EQ(record->ownerId, Guid());
+}
+
+TEST(Factory, replacesAndDestroysThePrototypeOfTheSameName) {
+    for (int registered = 0; registered < 2; ++registered) {
+        std::unique_ptr<EnhancementBase> prototype = std::make_unique<SampleRecord>("Sample");
+        EXPECT_EQ(SampleRecord::destroyed, 0);
+        Factory::registerClass(std::move(prototype));
+        EXPECT_EQ(prototype, nullptr);
+    }
+    EXPECT_EQ(SampleRecord::destroyed, 1);
+}
+
+TEST(EnhancementBase, takesItsOwnerFromEveryPairOfExactlyThatName) {
+    const std::string id = "1xS3BCk291UvhgP2dvNMKI";
+    const std::string other = "2O2Fr$t4X7Zf8NOew3FNld";
+    const std::pair<tests::StringAttributes, std::string> cases[] = {
+        {{}, id},
+        {{{"ownerid", other}, {"OwnerId2", other}, {"OwnerI", other}, {"Text", other}}, id},
+        {{{"OwnerId", other}}, other},
+        {{{"OwnerId", "3$$$$$$$$$$$$$$$$$$$$$"}, {"A", ""}, {"OwnerId", other}}, other},
+        {{{"OwnerId", other}, {"OwnerId", "no id"}}, other},
+    };
+    for (const auto& [list, expected] : cases) {
+        tests::SealedRecord record;
+        record.ownerId.boSet(id);
+        record.setAttributes(list);
+        EXPECT_EQ(record.ownerId.toString(false), expected);
+    }
+}
+
+} // namespace
+} // namespace orv::domain::shared::enhancementsforreferencemodel

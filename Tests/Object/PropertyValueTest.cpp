@@ -1,0 +1,77 @@
+#include "Object/PropertyValue.h"
+#include "Support/ReportTest.h"
+
+#include <gtest/gtest.h>
+
+namespace orv::object {
+namespace {
+
+using PropertyValueTest = tests::ReportTest;
+
+struct Alternative {
+    PropertyValue value;
+    int index;
+    const std::type_info& type;
+};
+
+TEST_F(PropertyValueTest, keepsEachAlternativeThroughCopyAndMove) {
+    const Alternative alternatives[] = {
+        {1, 1, typeid(int)},
+        {Logical::Unknown, 2, typeid(Logical)},
+        {true, 3, typeid(bool)},
+        {2.5, 4, typeid(double)},
+        {std::string("text"), 5, typeid(std::string)},
+        {"text", 5, typeid(std::string)},
+        {std::optional<int>(), 6, typeid(std::optional<int>)},
+        {std::optional(Logical::True), 7, typeid(std::optional<Logical>)},
+        {std::optional(false), 8, typeid(std::optional<bool>)},
+        {std::optional(1.5), 9, typeid(std::optional<double>)},
+        {std::optional<std::string>(), 10, typeid(std::optional<std::string>)},
+    };
+    for (const auto& [value, index, type] : alternatives) {
+        PropertyValue copy = value;
+        const PropertyValue moved = std::move(copy);
+        for (const PropertyValue* held : {&value, &moved}) {
+            EXPECT_EQ(held->getIndex(), index);
+            EXPECT_FALSE(held->isEmpty());
+            EXPECT_EQ(held->getType(), type);
+        }
+    }
+}
+
+TEST_F(PropertyValueTest, isEmptyByDefaultAndOfATypeThatNoAlternativeHas) {
+    const PropertyValue copy = PropertyValue();
+    EXPECT_EQ(copy.getIndex(), 0);
+    EXPECT_TRUE(copy.isEmpty());
+    EXPECT_NE(copy.getType(), typeid(int));
+    EXPECT_NE(copy.getType(), typeid(std::optional<std::string>));
+}
+
+TEST_F(PropertyValueTest, leavesAMovedFromTextEmptyWithItsIndex) {
+    const std::string text(100, 'x');
+    for (PropertyValue source : {PropertyValue(text), PropertyValue("short")}) {
+        PropertyValue target(std::string(200, 'y'));
+        target = std::move(source);
+        EXPECT_FALSE(target.get<std::string>().empty());
+        EXPECT_EQ(source.getIndex(), 5);
+        EXPECT_EQ(source.get<std::string>(), "");
+    }
+}
+
+TEST_F(PropertyValueTest, reportsAGetOfAnotherAlternativeAndGivesItsDefault) {
+    const PropertyValue value(2.5);
+    const tests::Report expected{"Property value doesn't hold the given type.", "orv::object::PropertyValue::get",
+                                 "Source/Object/PropertyValue", 93};
+    EXPECT_EQ(value.get<double>(), 2.5);
+    EXPECT_EQ(value.get<std::string>(), "");
+    EXPECT_EQ(takeReports(), std::vector{expected});
+    EXPECT_EQ(PropertyValue("1").get<bool>(), false);
+    EXPECT_EQ(PropertyValue().get<std::optional<std::string>>(), std::nullopt);
+    EXPECT_EQ(takeReports(), std::vector({expected, expected}));
+
+    assert::Assert::setEnabled(false);
+    EXPECT_EQ(value.get<std::string>(), "");
+}
+
+} // namespace
+} // namespace orv::object
