@@ -1,8 +1,8 @@
-#include "Model.h"
+#include "Annotate/Model.h"
 
+#include "Annotate/StepScanner.h"
+#include "Annotate/StepString.h"
 #include "FoundationClasses/IfcClass.h"
-#include "StepScanner.h"
-#include "StepString.h"
 
 #include <charconv>
 #include <fstream>
@@ -46,11 +46,7 @@ std::string readText(const std::filesystem::path& path) {
     return text;
 }
 
-constexpr bool isKnownSchema(std::string_view name) {
-    return name.starts_with("IFC2X3") || name.starts_with("IFC4");
-}
-
-/// Passes over the header. Gives the first schema that it names.
+/// Passes over the header. Gives the first schema that it names, empty text if it names none.
 std::string_view takeHeader(StepScanner& scanner) {
     std::string_view schema;
     scanner.expect("HEADER");
@@ -60,8 +56,6 @@ std::string_view takeHeader(StepScanner& scanner) {
             scanner.expect('(');
             scanner.expect('(');
             schema = scanner.takeString();
-        } else {
-            scanner.takeKeyword();
         }
         scanner.skipStatement();
     }
@@ -80,13 +74,15 @@ std::uint64_t instanceNumber(const StepScanner& scanner, std::string_view digits
 /// The parameters of an object begin with its GlobalId, its OwnerHistory and its Name.
 ModelObject takeObject(StepScanner& scanner, std::uint64_t id, const IfcClass& ifcClass) {
     ModelObject object{id, &ifcClass, {}, {}};
-    scanner.expect('(');
     object.globalId = withoutLineEnds(scanner.takeOptionalString());
     scanner.expect(',');
     scanner.skipParameter();
     scanner.expect(',');
     object.name = decodeString(scanner.takeOptionalString());
-    scanner.skipParameters();
+    while (scanner.take(',')) {
+        scanner.skipParameter();
+    }
+    scanner.expect(')');
     scanner.expect(';');
     return object;
 }
@@ -94,7 +90,13 @@ ModelObject takeObject(StepScanner& scanner, std::uint64_t id, const IfcClass& i
 void takeInstance(StepScanner& scanner, std::vector<ModelObject>& objects) {
     const std::string_view digits = scanner.takeInstanceNumber();
     scanner.expect('=');
-    const IfcClass* const ifcClass = scanner.isAtList() ? nullptr : IfcClass::find(scanner.takeKeyword());
+    const bool isOfManyClasses = scanner.isAt('(');
+    const std::string_view keyword = isOfManyClasses ? std::string_view{} : scanner.takeKeyword();
+    scanner.expect('(');
+    // Most instances are geometry: a reference or a list comes first, not a GlobalId. Seeing that is cheaper
+    // than finding the class.
+    const bool isGeometry = scanner.isAt('#') || scanner.isAt('(');
+    const IfcClass* const ifcClass = isGeometry ? nullptr : IfcClass::find(keyword);
     if (ifcClass != nullptr && ifcClass->isObjectDefinition()) {
         objects.push_back(takeObject(scanner, instanceNumber(scanner, digits), *ifcClass));
     } else {
@@ -102,29 +104,49 @@ void takeInstance(StepScanner& scanner, std::vector<ModelObject>& objects) {
     }
 }
 
-std::vector<ModelObject> takeObjects(StepScanner& scanner) {
+std::vector<ModelObject> takeDataSections(StepScanner& scanner) {
     std::vector<ModelObject> objects;
     while (scanner.take("DATA")) {
         scanner.skipStatement();
-        while (!scanner.take("ENDSEC")) {
+        while (scanner.isAt('#')) {
             takeInstance(scanner, objects);
         }
+        scanner.expect("ENDSEC");
         scanner.expect(';');
     }
+    return objects;
+}
+
+std::vector<ModelObject> takeFile(StepScanner& scanner) {
+    if (!scanner.take("ISO-10303-21")) {
+        throw StepError("isn't an IFC model: it doesn't begin with ISO-10303-21");
+    }
+    scanner.expect(';');
+    const std::string_view schema = takeHeader(scanner);
+    if (!schema.starts_with("IFC2X3") && !schema.starts_with("IFC4")) {
+        throw StepError("isn't an IFC model of a known version: its schema is '" + decodeString(schema) +
+                        "'");
+    }
+    std::vector<ModelObject> objects = takeDataSections(scanner);
     scanner.expect("END-ISO-10303-21");
     scanner.expect(';');
     return objects;
+}
+
+std::string_view withoutByteOrderMark(std::string_view text) {
+    constexpr std::string_view mark = "\xef\xbb\xbf";
+    return text.substr(text.starts_with(mark) ? mark.size() : 0);
 }
 
 } // namespace
 
 Model Model::read(const std::filesystem::path& path) {
     const std::string text = readText(path);
-    StepScanner scanner(text);
+    StepScanner scanner(withoutByteOrderMark(text));
     try {
-        scanner.take...
+        return Model(takeFile(scanner));
     } catch (const StepError& error) {
-        throw errorOf(path, error.what(), "Export the model again, or fetch a whole copy of it.");
+        throw errorOf(path, error.what(), "Export the model again, as an IFC file of IFC2X3, IFC4 or later.");
     }
 }
 
@@ -132,7 +154,9 @@ Model::Model(std::vector<ModelObject> objectsInFileOrder) : objects(std::move(ob
     positions.reserve(objects.size());
     for (std::size_t position = 0; position < objects.size(); ++position) {
         orv::Guid id;
-        if (id.boSet(objects[position].globalId)) {
+        const std::string& globalId = objects[position].globalId;
+        // boSet takes UUIDs as well, which no IFC file has.
+        if (id.boSet(globalId) && id.toString(false) == globalId) {
             positions.emplace(id, position);
         }
     }

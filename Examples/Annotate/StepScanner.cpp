@@ -1,43 +1,52 @@
-#include "StepScanner.h"
+#include "Annotate/StepScanner.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace annotate {
 
 namespace {
 
-constexpr bool isBlank(char character) {
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
+/// What a character can be a part of.
+enum Kind : unsigned char {
+    blank = 1,
+    digit = 2,
+    letter = 4,
+    keywordCharacter = 8, ///< '!' begins the keywords that a writer adds of its own, '-' is in ISO-10303-21.
+    numberCharacter = 16,
+    mark = 32, ///< Ends a statement that is passed over, or begins what can hide its end.
+};
 
-constexpr bool isDigit(char character) {
-    return character >= '0' && character <= '9';
+constexpr std::array<unsigned char, 256> kindsOfCharacters = [] {
+    std::array<unsigned char, 256> kinds{};
+    const auto add = [&kinds](std::string_view characters, unsigned kind) {
+        for (const char character : characters) {
+            kinds[static_cast<unsigned char>(character)] |= static_cast<unsigned char>(kind);
+        }
+    };
+    add(" \t\n\v\f\r", blank);
+    add("0123456789", digit | keywordCharacter | numberCharacter);
+    add("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz", letter | keywordCharacter);
+    add("_-!", keywordCharacter);
+    add("+-.Ee", numberCharacter);
+    add(";'/=", mark);
+    return kinds;
+}();
+
+constexpr bool is(Kind kind, char character) {
+    return (kindsOfCharacters[static_cast<unsigned char>(character)] & kind) != 0;
 }
 
 constexpr char toUpper(char character) {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
-constexpr bool isLetter(char character) {
-    const char upper = toUpper(character);
-    return upper >= 'A' && upper <= 'Z';
-}
-
-/// '!' begins the keywords that a writer adds of its own; '-' is in ISO-10303-21.
-constexpr bool isKeywordCharacter(char character) {
-    return isLetter(character) || isDigit(character) || character == '_' || character == '-' || character == '!';
-}
-
-constexpr bool isNumberCharacter(char character) {
-    return isDigit(character) || character == '+' || character == '-' || character == '.' ||
-           toUpper(character) == 'E';
-}
-
-/// Whether a statement that is passed over ends at the character, or goes on in another way after it. An equals
-/// sign there shows that the ';' is missing.
-constexpr bool isMark(char character) {
-    return character == ';' || character == '\'' || character == '/' || character == '=';
+/// Moves next over the characters of the kind and gives them.
+std::string_view takeAll(Kind kind, const char*& next, const char* end) {
+    const char* const start = next;
+    next = std::find_if_not(start, end, [kind](char character) { return is(kind, character); });
+    return {start, next};
 }
 
 } // namespace
@@ -56,7 +65,7 @@ bool StepScanner::take(char character) {
 bool StepScanner::take(std::string_view keyword) {
     skipBlanks();
     const char* const start = next;
-    const std::string_view found = takeWhile(isKeywordCharacter);
+    const std::string_view found = takeAll(keywordCharacter, next, end);
     const bool present = std::equal(found.begin(), found.end(), keyword.begin(), keyword.end(),
                                     [](char a, char b) { return toUpper(a) == b; });
     if (!present) {
@@ -79,7 +88,7 @@ void StepScanner::expect(std::string_view keyword) {
 
 std::string_view StepScanner::takeKeyword() {
     skipBlanks();
-    const std::string_view keyword = takeWhile(isKeywordCharacter);
+    const std::string_view keyword = takeAll(keywordCharacter, next, end);
     if (keyword.empty()) {
         fail("a keyword");
     }
@@ -88,7 +97,7 @@ std::string_view StepScanner::takeKeyword() {
 
 std::string_view StepScanner::takeInstanceNumber() {
     expect('#');
-    const std::string_view digits = takeWhile(isDigit);
+    const std::string_view digits = takeAll(digit, next, end);
     if (digits.empty()) {
         fail("the number of an instance");
     }
@@ -111,26 +120,32 @@ std::string_view StepScanner::takeString() {
     }
 }
 
-void StepScanner::skipParameters() {
-    for (std::size_t depth = 1; depth > 0;) {
-        if (take(')')) {
-            --depth;
-            continue;
-        }
-        expect(',');
+std::string_view StepScanner::takeOptionalString() {
+    return take('$') || take('*') ? std::string_view{} : takeString();
+}
+
+void StepScanner::skipParameter() {
+    std::size_t depth = 0;
+    do {
         const std::size_t opened = skipListStarts();
         depth += opened;
-        const bool emptyList = opened > 0 && peek() == ')';
-        if (!emptyList) {
+        const bool isEmptyList = opened > 0 && peek() == ')';
+        if (!isEmptyList) {
             skipSimpleParameter();
         }
-    }
+        while (depth > 0 && take(')')) {
+            --depth;
+        }
+        if (depth > 0) {
+            expect(',');
+        }
+    } while (depth > 0);
 }
 
 void StepScanner::skipStatement() {
     const char* const start = next;
     for (;;) {
-        next = std::find_if(next, end, isMark);
+        next = std::find_if(next, end, [](char character) { return is(mark, character); });
         switch (current()) {
         case ';':
             ++next;
@@ -155,14 +170,13 @@ void StepScanner::fail(std::string_view expected) const {
     if (next == end) {
         throw StepError("is cut off: it ends in line " + lineOf(next));
     }
-    throw StepError("has a syntax error in line " + lineOf(next) + ": " + std::string(expected) + " is missing");
+    throw StepError("has a syntax error in line " + lineOf(next) + ": " + std::string(expected) +
+                    " is missing");
 }
 
 void StepScanner::skipBlanks() {
     for (;;) {
-        while (isBlank(current())) {
-            ++next;
-        }
+        takeAll(blank, next, end);
         if (!std::string_view(next, end).starts_with("/*")) {
             return;
         }
@@ -179,16 +193,10 @@ void StepScanner::skipComment() {
     next += close + 2;
 }
 
-std::string_view StepScanner::takeWhile(bool (*belongs)(char)) {
-    const char* const start = next;
-    next = std::find_if_not(next, end, belongs);
-    return {start, next};
-}
-
 std::size_t StepScanner::skipListStarts() {
     std::size_t count = 0;
     for (;;) {
-        const bool typed = isLetter(peek());
+        const bool typed = is(letter, peek());
         if (typed) {
             takeKeyword();
             expect('(');
@@ -218,18 +226,20 @@ void StepScanner::skipSimpleParameter() {
         break;
     case '"':
         ++next;
-        takeWhile(isKeywordCharacter);
-        expect('"');
+        while (!take('"')) {
+            takeKeyword();
+        }
         break;
     default:
-        if (takeWhile(isNumberCharacter).empty()) {
+        if (takeAll(numberCharacter, next, end).empty()) {
             fail("a parameter");
         }
     }
 }
 
 void StepScanner::failUnfinished(std::string_view what, const char* start) const {
-    throw StepError("is cut off: it ends inside " + std::string(what) + " that begins in line " + lineOf(start));
+    throw StepError("is cut off: it ends inside " + std::string(what) + " that begins in line " +
+                    lineOf(start));
 }
 
 std::string StepScanner::lineOf(const char* place) const {

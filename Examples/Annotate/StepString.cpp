@@ -1,6 +1,7 @@
-#include "StepString.h"
+#include "Annotate/StepString.h"
 
-#include <algorithm>
+#include "Xml/Utf8.h"
+
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -25,55 +26,14 @@ constexpr bool isLowSurrogate(char32_t unit) {
     return unit >= 0xdc00 && unit <= 0xdfff;
 }
 
-void appendUtf8(std::string& text, char32_t character) {
-    if (character > 0x10ffff || isHighSurrogate(character) || isLowSurrogate(character)) {
-        character = replacement;
-    }
-    const auto follow = [&](unsigned shift) {
-        text += static_cast<char>(0x80U | ((character >> shift) & 0x3fU));
-    };
-    if (character < 0x80) {
-        text += static_cast<char>(character);
-    } else if (character < 0x800) {
-        text += static_cast<char>(0xc0U | (character >> 6U));
-        follow(0);
-    } else if (character < 0x10000) {
-        text += static_cast<char>(0xe0U | (character >> 12U));
-        follow(6);
-        follow(0);
-    } else {
-        text += static_cast<char>(0xf0U | (character >> 18U));
-        follow(12);
-        follow(6);
-        follow(0);
-    }
-}
-
-/// The number of bytes of the UTF-8 character that text begins with; 0 if there is none.
-std::size_t utf8Length(std::string_view text) {
-    const auto byte = [text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
-    const unsigned char first = byte(0);
-    if (first < 0x80) {
-        return 1;
-    }
-    const std::size_t length = first < 0xc2 ? 0 : first < 0xe0 ? 2 : first < 0xf0 ? 3 : first < 0xf5 ? 4 : 0;
-    if (length == 0 || text.size() < length) {
-        return 0;
-    }
-    for (std::size_t index = 1; index < length; ++index) {
-        if ((byte(index) & 0xc0U) != 0x80) {
-            return 0;
-        }
-    }
-    const bool overlong = (first == 0xe0 && byte(1) < 0xa0) || (first == 0xf0 && byte(1) < 0x90);
-    const bool surrogate = first == 0xed && byte(1) >= 0xa0;
-    const bool tooLarge = first == 0xf4 && byte(1) >= 0x90;
-    return overlong || surrogate || tooLarge ? 0 : length;
+void appendCharacter(std::string& text, char32_t character) {
+    const bool isUnknown = character > 0x10ffff || isHighSurrogate(character) || isLowSurrogate(character);
+    orv::xml::appendUtf8(text, isUnknown ? replacement : character);
 }
 
 bool isUtf8(std::string_view text) {
     while (!text.empty()) {
-        const std::size_t length = utf8Length(text);
+        const std::size_t length = orv::xml::decodeUtf8(text).length;
         if (length == 0) {
             return false;
         }
@@ -121,7 +81,7 @@ private:
         if (rawIsUtf8) {
             text += rest.front();
         } else {
-            appendUtf8(text, static_cast<unsigned char>(rest.front()));
+            appendCharacter(text, static_cast<unsigned char>(rest.front()));
         }
         rest.remove_prefix(1);
     }
@@ -144,8 +104,8 @@ private:
 
     /// \PA\ to \PI\, which name a part of ISO 8859.
     bool takePage() {
-        const bool present = rest.size() >= 4 && rest.starts_with("\\P") && rest[2] >= 'A' && rest[2] <= 'I' &&
-                             rest[3] == '\\';
+        const bool present = rest.size() >= 4 && rest.starts_with("\\P") && rest[2] >= 'A' &&
+                             rest[2] <= 'I' && rest[3] == '\\';
         if (present) {
             page = rest[2];
             rest.remove_prefix(4);
@@ -163,8 +123,9 @@ private:
         if (letter < ' ' || letter > '~') {
             return false;
         }
-        rest.remove_prefix(rest.substr(prefix.size()).starts_with("''") ? prefix.size() + 2 : prefix.size() + 1);
-        appendUtf8(text, page == 'A' ? static_cast<unsigned char>(letter) + 128U : replacement);
+        rest.remove_prefix(rest.substr(prefix.size()).starts_with("''") ? prefix.size() + 2
+                                                                        : prefix.size() + 1);
+        appendCharacter(text, page == 'A' ? static_cast<unsigned char>(letter) + 128U : replacement);
         return true;
     }
 
@@ -178,7 +139,7 @@ private:
         if (!number) {
             return false;
         }
-        appendUtf8(text, *number);
+        appendCharacter(text, *number);
         rest.remove_prefix(prefix.size() + 2);
         return true;
     }
@@ -209,7 +170,7 @@ private:
                 ++index;
                 character = 0x10000 + ((character - 0xd800) << 10U) + (units[index] - 0xdc00);
             }
-            appendUtf8(text, character);
+            appendCharacter(text, character);
         }
     }
 

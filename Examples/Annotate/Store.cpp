@@ -112,7 +112,7 @@ std::vector<Note> readNotes(const std::filesystem::path& path) {
 
 } // namespace
 
-Store::Store(const std::filesystem::path& storePath) : path(storePath) {
+Store::Store(std::filesystem::path storePath) : path(std::move(storePath)) {
     const std::vector<Note> stored = readNotes(path);
     if (isPresent(path)) {
         // The load writes, so a file that can't be written would look like one without notes.
@@ -121,7 +121,7 @@ Store::Store(const std::filesystem::path& storePath) : path(storePath) {
     Factory::registerClass(std::make_unique<Note>());
     EnhancementsFile::setFilePath(path);
     enhancements = Enhancements::getOrCreateEnhancementsDb();
-    if (enhancements->getRecords().size() != stored.size()) {
+    if (getNotes().size() != stored.size()) {
         throw StoreError(path.string() + " was changed by another program while it was read. Try again.");
     }
 }
@@ -129,7 +129,9 @@ Store::Store(const std::filesystem::path& storePath) : path(storePath) {
 std::vector<const Note*> Store::getNotes() const {
     std::vector<const Note*> notes;
     for (const auto& record : enhancements->getRecords()) {
-        notes.push_back(static_cast<const Note*>(record.get()));
+        if (const auto* note = dynamic_cast<const Note*>(record.get())) {
+            notes.push_back(note);
+        }
     }
     return notes;
 }
@@ -144,12 +146,14 @@ void Store::add(const Note& note) {
         throw lockFailure(path);
     }
     const auto notes = getNotes();
-    const auto expected = std::count_if(notes.begin(), notes.end(), [&](const Note* other) { return *other == note; });
+    const auto expected =
+        std::count_if(notes.begin(), notes.end(), [&](const Note* other) { return *other == note; });
     const auto stored = readNotes(path);
     if (std::count(stored.begin(), stored.end(), note) < expected) {
-        throw StoreError("The note didn't get into " + path.string() +
-                         ": the disk may be full, or another program wrote the file at the same time. Look at it "
-                         "with the command notes, and try again.");
+        throw StoreError(
+            "The note didn't get into " + path.string() +
+            ": the disk may be full, or another program wrote the file at the same time. Look at it "
+            "with the command notes, and try again.");
     }
 }
 

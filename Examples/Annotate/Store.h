@@ -18,13 +18,14 @@ public:
 
 /// The notes of a model in their file. There can be one in a process, as there is one database.
 ///
-/// The library tells little of what goes wrong with the file, so the store looks for itself, before the load and
-/// after an addition. It waits up to a second for another program that has the file locked.
+/// The library tells little of what goes wrong with the file, so the store looks for itself, before the load
+/// and after an addition. It waits up to a second for another program that has the file locked.
 class Store {
 public:
-    /// Loads the notes; a missing file holds none and isn't made. Throws StoreError if the path names something
-    /// else than a file of notes, or one that can't be read, written or locked. Nothing is changed then.
-    explicit Store(const std::filesystem::path& path);
+    /// Loads the notes; a missing file holds none and isn't made. Throws StoreError if the path names
+    /// something else than a file of notes, or one that can't be read, written or locked. Nothing is changed
+    /// then.
+    explicit Store(std::filesystem::path storePath);
 
     /// All notes in the order in which they were added. They belong to the store.
     std::vector<const Note*> getNotes() const;

@@ -3,9 +3,9 @@
 #include "Xml/Utf8.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <iostream>
 #include <unistd.h>
-#include <wchar.h>
 
 namespace annotate {
 
@@ -76,7 +76,8 @@ std::string printable(std::string_view text) {
             break;
         default:
             if (length == 0 || isControl(codePoint)) {
-                std::for_each(character.begin(), character.end(), [&](char byte) { appendHexEscape(out, byte); });
+                std::for_each(character.begin(), character.end(),
+                              [&](char byte) { appendHexEscape(out, byte); });
             } else {
                 out += character;
             }
@@ -93,8 +94,9 @@ void printTable(const Row& header, const std::vector<Row>& rows) {
     }
     std::vector<std::size_t> widths(header.size());
     const auto widen = [&widths](const Row& row) {
-        std::transform(row.begin(), row.end(), widths.begin(), widths.begin(),
-                       [](const std::string& cell, std::size_t widest) { return std::max(widest, width(cell)); });
+        std::transform(
+            row.begin(), row.end(), widths.begin(), widths.begin(),
+            [](const std::string& cell, std::size_t widest) { return std::max(widest, width(cell)); });
     };
     widen(header);
     std::for_each(rows.begin(), rows.end(), widen);

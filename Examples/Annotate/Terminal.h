@@ -6,14 +6,15 @@
 
 namespace annotate {
 
-/// The text with every character that isn't to be seen, and every byte that is no UTF-8, as a backslash escape
+/// The text with every character that isn't to be seen, and every byte that is no UTF-8, as a backslash
+/// escape
 /// (\n, \r, \t, \xHH), so that a text is one line and can't steer the terminal. A backslash is doubled.
 std::string printable(std::string_view text);
 
 using Row = std::vector<std::string>;
 
-/// Writes the rows to standard output: in a terminal as a table with the header and aligned columns, elsewhere
-/// one line a row, with tabs between the columns and no header.
+/// Writes the rows to standard output: in a terminal as a table with the header and aligned columns,
+/// elsewhere one line a row, with tabs between the columns and no header.
 void printTable(const Row& header, const std::vector<Row>& rows);
 
 } // namespace annotate

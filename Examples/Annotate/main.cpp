@@ -51,15 +51,16 @@ std::string shownName(const ModelObject* object) {
 orv::Guid parseGlobalId(const std::string& text) {
     orv::Guid id;
     if (!id.boSet(text)) {
-        throw RequestError(printable(text) + " isn't a GlobalId: those have 22 characters, the first of them 0 to 3. "
-                                             "The command objects lists them.");
+        throw RequestError(printable(text) +
+                           " isn't a GlobalId: those have 22 characters, the first of them 0 to 3. "
+                           "The command objects lists them.");
     }
     return id;
 }
 
 RequestError notInModel(const Arguments& arguments) {
-    return RequestError("There is no object " + printable(arguments.globalId) + " in " + arguments.model.string() +
-                        ". The command objects lists those that there are.");
+    return RequestError("There is no object " + printable(arguments.globalId) + " in " +
+                        arguments.model.string() + ". The command objects lists those that there are.");
 }
 
 char lowerCase(char letter) {
@@ -133,13 +134,16 @@ CLI::App* addCommand(CLI::App& app, const std::string& name, const std::string& 
 }
 
 void addArguments(CLI::App& app, Arguments& arguments) {
-    const std::string storeHelp = "The file of the notes, in place of MODEL.enhancements.xml beside the model";
+    const std::string storeHelp =
+        "The file of the notes, in place of MODEL.enhancements.xml beside the model";
     app.require_subcommand(1);
     app.add_option("MODEL", arguments.model, "An IFC file; it is never written")->required();
 
     CLI::App* objects = addCommand(app, "objects", "List the objects of the model", arguments, listObjects);
-    objects->add_option("--class", arguments.className, "Only objects of this class and the classes below it");
-    objects->add_option("--match", arguments.match, "Only objects with this text in their names, in any case");
+    objects->add_option("--class", arguments.className,
+                        "Only objects of this class and the classes below it");
+    objects->add_option("--match", arguments.match,
+                        "Only objects with this text in their names, in any case");
 
     CLI::App* note = addCommand(app, "note", "Add a note to an object of the model", arguments, addNote);
     note->add_option("GLOBALID", arguments.globalId, "The object")->required();
@@ -148,8 +152,8 @@ void addArguments(CLI::App& app, Arguments& arguments) {
     note->add_flag("--resolved", arguments.note.resolved, "The note needs nothing more to be done");
     note->add_option("--store", arguments.store, storeHelp);
 
-    CLI::App* notes = addCommand(app, "notes", "List the notes, with the objects' classes and names", arguments,
-                                 listNotes);
+    CLI::App* notes =
+        addCommand(app, "notes", "List the notes, with the objects' classes and names", arguments, listNotes);
     notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object");
     notes->add_option("--store", arguments.store, storeHelp);
 }
@@ -174,7 +178,8 @@ int run(int argc, char** argv) {
 } // namespace annotate
 
 int main(int argc, char** argv) {
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    // For the widths of characters; without that locale those outside ASCII count as one column.
+    static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));
     try {
         return annotate::run(argc, argv);
     } catch (const std::exception& error) {

@@ -15,8 +15,8 @@ public:
     /// Whether reports are wanted. A check that costs something runs only when this gives true.
     static bool isEnabled() noexcept;
 
-    /// Hands one report to the receiver, or, without one, writes it to standard error as one line. Reports are
-    /// taken also while they are disabled: the caller has asked isEnabled.
+    /// Hands one report to the receiver, or, without one, writes it to standard error as one line. Reports
+    /// are taken also while they are disabled: the caller has asked isEnabled.
     static void addAssert(const AssertInfo& info);
 
     /// Switches the reports on or off.

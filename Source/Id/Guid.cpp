@@ -12,7 +12,8 @@ namespace {
 constexpr std::size_t uuidLength = 36;
 constexpr std::size_t globalIdLength = 22;
 constexpr std::string_view hexDigits = "0123456789abcdef";
-constexpr std::string_view globalIdDigits = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
+constexpr std::string_view globalIdDigits =
+    "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
 
 /// The sixteen bytes from the most significant one on, the order in which both spellings write them.
 using Bytes = std::array<std::uint8_t, 16>;
@@ -113,8 +114,8 @@ std::string globalIdText(const Bytes& bytes) {
     return text;
 }
 
-/// Ids of one authoring tool often differ in a few bits only. Multiplying by an odd constant (2^64 divided by the
-/// golden ratio) carries each bit upwards, and the shifts bring them down again.
+/// Ids of one authoring tool often differ in a few bits only. Multiplying by an odd constant (2^64 divided by
+/// the golden ratio) carries each bit upwards, and the shifts bring them down again.
 std::uint64_t mixed(std::uint64_t bits) {
     bits = (bits ^ (bits >> 32U)) * 0x9e3779b97f4a7c15U;
     return bits ^ (bits >> 29U);
@@ -147,8 +148,8 @@ std::string Guid::toString(bool asUuid) const {
 }
 
 std::uint64_t Guid::hash() const noexcept {
-    const std::uint64_t high = (static_cast<std::uint64_t>(data1) << 32U) |
-                         (static_cast<std::uint64_t>(data2) << 16U) | data3;
+    const std::uint64_t high =
+        (static_cast<std::uint64_t>(data1) << 32U) | (static_cast<std::uint64_t>(data2) << 16U) | data3;
     std::uint64_t low = 0;
     for (const std::uint8_t byte : data4) {
         low = (low << 8U) | byte;

@@ -9,7 +9,7 @@ static_assert(sizeof(int) == 4 && sizeof(Logical) == 4 && sizeof(std::optional<i
               sizeof(std::optional<Logical>) == 8 && sizeof(std::optional<bool>) == 2 &&
               sizeof(std::optional<double>) == 16);
 
-const std::type_info& PropertyValue::getType() const noexcept {
+const std::type_info& PropertyValue::getType() const {
     return std::visit([](const auto& held) -> const std::type_info& { return typeid(held); }, content);
 }
 

@@ -23,8 +23,8 @@ namespace orv::object {
 /// | 4     | double         | 10    | std::optional<std::string> |
 /// | 5     | std::string    |       |                            |
 ///
-/// An optional that holds nothing isn't the empty value: its index stays 6 to 10. A moved-from value keeps its
-/// alternative, and a moved-from text is empty.
+/// An optional that holds nothing isn't the empty value: its index stays 6 to 10. A moved-from value keeps
+/// its alternative, and a moved-from text is empty.
 class ORV_EXPORT PropertyValue {
 public:
     /// The empty value.
@@ -56,10 +56,10 @@ public:
     bool isEmpty() const noexcept { return getIndex() == 0; }
 
     /// The type of the alternative held; for the empty value a type that no alternative has.
-    const std::type_info& getType() const noexcept;
+    const std::type_info& getType() const;
 
-    /// A copy of the alternative T. If another one is held, that is reported, and T{} is given: 0, false, 0.0,
-    /// an empty text, an optional that holds nothing.
+    /// A copy of the alternative T. If another one is held, that is reported, and T{} is given: 0, false,
+    /// 0.0, an empty text, an optional that holds nothing.
     template <typename T>
     T get() const {
         if (const T* held = std::get_if<T>(&content)) {

@@ -68,7 +68,8 @@ int openFile(const std::filesystem::path& path, int flags) {
 
 } // namespace
 
-std::unique_ptr<FileLock> FileLock::tryLock(const std::filesystem::path& path, bool exclusive, Access access) {
+std::unique_ptr<FileLock> FileLock::tryLock(const std::filesystem::path& path, bool exclusive,
+                                            Access access) {
     Descriptor file(openFile(path, access == Access::ReadWrite ? O_RDWR : O_RDONLY));
     if (!file.sizeOfRegularFile() || !file.lock(exclusive)) {
         return nullptr;
@@ -88,8 +89,8 @@ std::unique_ptr<FileLock> FileLock::tryLockNew(const std::filesystem::path& path
 std::unique_ptr<FileLock> FileLock::hold(Descriptor& file, Access access) {
     const auto direction = access == Access::ReadWrite ? std::ios_base::out : std::ios_base::in;
     std::unique_ptr<FileLock> lock(new FileLock(file.get(), access));
-    // The standard has no way from a descriptor to a stream. A buffer that fails to open leaves the descriptor
-    // to its caller.
+    // The standard has no way from a descriptor to a stream. A buffer that fails to open leaves the
+    // descriptor to its caller.
     __gnu_cxx::stdio_filebuf<char> buffer(file.get(), direction | std::ios_base::binary);
     if (!buffer.is_open()) {
         return nullptr;

@@ -5,7 +5,7 @@
 
 namespace orv {
 
-/// Runs an action when it goes out of scope.
+/// Runs an action when it goes out of scope. The action must not throw.
 class ScopeGuard {
 public:
     /// A guard without an action.
@@ -18,7 +18,7 @@ public:
     ScopeGuard(ScopeGuard&& other) noexcept : action(std::exchange(other.action, nullptr)) {}
 
     /// Runs the own action first, if there is one, and then takes the other's.
-    ScopeGuard& operator=(ScopeGuard&& other) {
+    ScopeGuard& operator=(ScopeGuard&& other) noexcept {
         if (this != &other) {
             run();
             action = std::exchange(other.action, nullptr);

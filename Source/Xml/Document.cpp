@@ -76,7 +76,8 @@ NodeIndex Document::append(NodeIndex parent, NodeKind kind, std::uint32_t name, 
     return node;
 }
 
-NodeIndex Document::appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name, std::string_view text) {
+NodeIndex Document::appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name,
+                                   std::string_view text) {
     const std::uint32_t first = storeText(text);
     return append(parent, kind, name, first, static_cast<std::uint32_t>(text.size()));
 }

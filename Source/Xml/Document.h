@@ -17,8 +17,8 @@ constexpr NodeIndex noNode = 0xffffffff;
 
 enum class NodeKind : std::uint8_t { Element, Text, Comment, ProcessingInstruction };
 
-/// The nodes of a document: sixteen bytes a node in one buffer, all texts in another, each name once. A node's
-/// index never changes; the root is node 0.
+/// The nodes of a document: sixteen bytes a node in one buffer, all texts in another, each name once. A
+/// node's index never changes; the root is node 0.
 class Document {
 public:
     /// An element's name or a processing instruction's target.
@@ -80,7 +80,8 @@ private:
         std::uint32_t last;  // an element's last child, otherwise the length of the text
     };
 
-    NodeIndex append(NodeIndex parent, NodeKind kind, std::uint32_t name, std::uint32_t first, std::uint32_t last);
+    NodeIndex append(NodeIndex parent, NodeKind kind, std::uint32_t name, std::uint32_t first,
+                     std::uint32_t last);
     NodeIndex appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name, std::string_view text);
     std::uint32_t storeText(std::string_view text);
     std::uint32_t nameNumber(std::string_view name);

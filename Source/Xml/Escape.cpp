@@ -15,7 +15,8 @@ namespace {
 constexpr std::size_t escapeLength = 7;
 constexpr std::string_view emptyName = "_x_";
 
-// A byte from 0x80 on that is no part of valid UTF-8 stands as the lone low surrogate of 0xdc00 plus the byte.
+// A byte from 0x80 on that is no part of valid UTF-8 stands as the lone low surrogate of 0xdc00 plus the
+// byte.
 constexpr std::uint32_t byteSurrogates = 0xdc00;
 
 bool isHighSurrogate(std::uint32_t unit) {
@@ -57,7 +58,8 @@ std::optional<std::uint32_t> escapedUnit(std::string_view text, std::size_t posi
 
 std::optional<std::uint32_t> completeEscape(std::string_view text, std::size_t position) {
     const auto unit = escapedUnit(text, position);
-    const bool isComplete = unit && text.size() >= position + escapeLength && text[position + escapeLength - 1] == '_';
+    const bool isComplete =
+        unit && text.size() >= position + escapeLength && text[position + escapeLength - 1] == '_';
     return isComplete ? unit : std::nullopt;
 }
 
@@ -83,7 +85,8 @@ void appendEscapedCharacter(std::string& out, char32_t codePoint) {
     }
 }
 
-/// An underscore. What follows decides, whether or not it ends in an underscore: an escape may come to stand there.
+/// An underscore. What follows decides, whether or not it ends in an underscore: an escape may come to stand
+/// there.
 void appendUnderscore(std::string& out, std::string_view text, std::size_t position) {
     if (escapedUnit(text, position)) {
         appendEscape(out, '_');
@@ -146,17 +149,16 @@ struct Range {
 
 // Letters in the sense of all editions of XML 1.0; the parsers in use go by different ones.
 constexpr std::array nameLetters{
-    Range{'A', 'Z'},           Range{'a', 'z'},
-    Range{0x00c0, 0x00d6},     Range{0x00d8, 0x00f6},  Range{0x00f8, 0x0131},
-    Range{0x0134, 0x013e},     Range{0x0141, 0x0148},  Range{0x014a, 0x017e},
-    Range{0x0388, 0x038a},     Range{0x038e, 0x03a1},  Range{0x03a3, 0x03ce}, // Greek
-    Range{0x0401, 0x040c},     Range{0x040e, 0x044f},  Range{0x0451, 0x045c}, // Cyrillic
-    Range{0x05d0, 0x05ea},                                                    // Hebrew
-    Range{0x0621, 0x063a},     Range{0x0641, 0x064a},                         // Arabic
-    Range{0x1e00, 0x1e9b},     Range{0x1ea0, 0x1ef9},                         // Vietnamese and others
-    Range{0x3041, 0x3094},     Range{0x30a1, 0x30fa},                         // Japanese
-    Range{0x4e00, 0x9fa5},                                                    // Chinese
-    Range{0xac00, 0xd7a3},                                                    // Korean
+    Range{'A', 'Z'},       Range{'a', 'z'},       Range{0x00c0, 0x00d6}, Range{0x00d8, 0x00f6},
+    Range{0x00f8, 0x0131}, Range{0x0134, 0x013e}, Range{0x0141, 0x0148}, Range{0x014a, 0x017e},
+    Range{0x0388, 0x038a}, Range{0x038e, 0x03a1}, Range{0x03a3, 0x03ce}, // Greek
+    Range{0x0401, 0x040c}, Range{0x040e, 0x044f}, Range{0x0451, 0x045c}, // Cyrillic
+    Range{0x05d0, 0x05ea},                                               // Hebrew
+    Range{0x0621, 0x063a}, Range{0x0641, 0x064a},                        // Arabic
+    Range{0x1e00, 0x1e9b}, Range{0x1ea0, 0x1ef9},                        // Vietnamese and others
+    Range{0x3041, 0x3094}, Range{0x30a1, 0x30fa},                        // Japanese
+    Range{0x4e00, 0x9fa5},                                               // Chinese
+    Range{0xac00, 0xd7a3},                                               // Korean
 };
 
 bool isNameLetter(char32_t codePoint) {
@@ -223,7 +225,8 @@ void unescape(std::string& text, std::size_t begin) {
     std::string character;
     while (from < text.size()) {
         const auto unit = completeEscape(text, from);
-        const auto nextUnit = unit && isHighSurrogate(*unit) ? completeEscape(text, from + escapeLength) : std::nullopt;
+        const auto nextUnit =
+            unit && isHighSurrogate(*unit) ? completeEscape(text, from + escapeLength) : std::nullopt;
         character.clear();
         if (nextUnit && isLowSurrogate(*nextUnit)) {
             appendUtf8(character, 0x10000 + ((*unit - 0xd800) << 10U) + (*nextUnit - 0xdc00));

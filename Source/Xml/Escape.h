@@ -9,8 +9,8 @@ namespace orv::xml {
 /// Appends a text as the character data of an element, so that the parsed data, unescaped, is the text.
 void appendEscapedText(std::string& out, std::string_view text);
 
-/// A name as the name of an element, so that the parsed name, unescaped, is the name. Letters of the widely used
-/// scripts stay; what some parsers don't take in names, the colon of namespaces included, is escaped.
+/// A name as the name of an element, so that the parsed name, unescaped, is the name. Letters of the widely
+/// used scripts stay; what some parsers don't take in names, the colon of namespaces included, is escaped.
 std::string escapedName(std::string_view name);
 
 /// Replaces each escape in what stands in text from begin on by the character or byte that it means.

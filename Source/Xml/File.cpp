@@ -31,7 +31,7 @@ void report(Handler* handler, std::string_view message) {
 
 } // namespace
 
-File::File(errorhandler::ExceptionInterface* handler, VerboseLevel verbose, ValidateLevel)
+File::File(errorhandler::ExceptionInterface* handler, VerboseLevel verbose, ValidateLevel /*validate*/)
     : exceptionHandler(handler), verboseLevel(verbose) {}
 
 File::~File() = default;
@@ -60,15 +60,15 @@ std::optional<Element> File::parse(std::istream& stream, const std::string& docu
     }
     const auto& [reason, line, column] = parser.getFailure();
     if (verboseLevel == VerboseLevel::Full) {
-        report(handler, documentName + ", line " + std::to_string(line) + ", column " + std::to_string(column) +
-                            ": " + reason);
+        report(handler, documentName + ", line " + std::to_string(line) + ", column " +
+                            std::to_string(column) + ": " + reason);
     } else {
         report(handler, reason);
     }
     return std::nullopt;
 }
 
-bool File::save(std::ostream& stream, errorhandler::WriteInterface* handler, Encoding,
+bool File::save(std::ostream& stream, errorhandler::WriteInterface* handler, Encoding /*encoding*/,
                 LineEnding lineEnding) const {
     if (!document) {
         report(handler, "there is no document to save");

@@ -78,7 +78,8 @@ std::optional<Node> Node::at(std::uint32_t node) const {
 
 std::optional<const_Element> const_Element::toWrapper(const const_Node& node) {
     const const_Element element(node);
-    return element.document->getKind(element.index) == NodeKind::Element ? std::optional(element) : std::nullopt;
+    return element.document->getKind(element.index) == NodeKind::Element ? std::optional(element)
+                                                                         : std::nullopt;
 }
 
 } // namespace orv::xml

@@ -14,8 +14,8 @@ class Document;
 class Element;
 class NodeList;
 
-/// A node of a document for reading: an element, a text, a comment or a processing instruction. A small handle to
-/// be passed by value; it stays valid for as long as the File that it came from.
+/// A node of a document for reading: an element, a text, a comment or a processing instruction. A small
+/// handle to be passed by value; it stays valid for as long as the File that it came from.
 class ORV_EXPORT const_Node {
 public:
     /// An element's name, a processing instruction's target, "#text" or "#comment".
@@ -61,12 +61,12 @@ public:
     NodeList ChildNodesGet();
     std::optional<Node> NextSiblingGet();
 
-    /// Appends a child element behind the existing children and gives it. Any name will do; it comes back as it is.
-    /// Must be called on an element.
+    /// Appends a child element behind the existing children and gives it. Any name will do; it comes back as
+    /// it is. Must be called on an element.
     Element ElementNodeAppend(std::string_view name);
 
-    /// Appends a text, of any bytes, behind the existing children; behind a text it goes on with that one. Gives
-    /// false, and does nothing, if this isn't an element.
+    /// Appends a text, of any bytes, behind the existing children; behind a text it goes on with that one.
+    /// Gives false, and does nothing, if this isn't an element.
     bool boTextNodeAppend(std::string_view text);
 
 protected:

@@ -55,7 +55,8 @@ bool Parser::readAll(std::istream& stream) {
             noteFailure("the stream can't be read");
             return false;
         }
-        if (XML_ParseBuffer(expat.get(), static_cast<int>(stream.gcount()), isLast ? 1 : 0) != XML_STATUS_OK) {
+        if (XML_ParseBuffer(expat.get(), static_cast<int>(stream.gcount()), isLast ? 1 : 0) !=
+            XML_STATUS_OK) {
             if (failure.reason.empty()) {
                 noteFailure(XML_ErrorString(XML_GetErrorCode(expat.get())));
             }
@@ -122,14 +123,15 @@ void Parser::setHandlers() {
                 }
             });
         });
-    XML_SetEntityDeclHandler(expat.get(), [](void* self, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
-                                             const XML_Char*, const XML_Char*, const XML_Char*) {
-        handle(self, [](Parser& parser) {
-            if (++parser.declaredEntities > maximumEntities) {
-                parser.stop("too many entities are declared");
-            }
-        });
-    });
+    XML_SetEntityDeclHandler(expat.get(),
+                             [](void* self, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
+                                const XML_Char*, const XML_Char*, const XML_Char*) {
+                                 handle(self, [](Parser& parser) {
+                                     if (++parser.declaredEntities > maximumEntities) {
+                                         parser.stop("too many entities are declared");
+                                     }
+                                 });
+                             });
     XML_SetSkippedEntityHandler(expat.get(), [](void* self, const XML_Char* name, int) {
         handle(self, [name](Parser& parser) { parser.stop("undeclared entity " + std::string(name)); });
     });

@@ -55,7 +55,8 @@ inline void appendUtf8(std::string& out, char32_t codePoint) {
     } else if (codePoint < 0x10000) {
         out += {static_cast<char>(0xe0U | (codePoint >> 12U)), continuation(6), continuation(0)};
     } else {
-        out += {static_cast<char>(0xf0U | (codePoint >> 18U)), continuation(12), continuation(6), continuation(0)};
+        out += {static_cast<char>(0xf0U | (codePoint >> 18U)), continuation(12), continuation(6),
+                continuation(0)};
     }
 }
 

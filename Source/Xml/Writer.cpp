@@ -12,7 +12,8 @@ namespace {
 constexpr std::size_t maximumIndentedDepth = 32;
 constexpr std::size_t indentationWidth = 2;
 
-// What a node of a document with short names takes beside its text. Too small a guess costs copies, not space.
+// What a node of a document with short names takes beside its text. Too small a guess costs copies, not
+// space.
 constexpr std::size_t typicalMarkup = 16;
 
 } // namespace

@@ -37,8 +37,10 @@ protected:
         posix_spawn_file_actions_t actions;
         ::posix_spawn_file_actions_init(&actions);
         const int flags = O_WRONLY | O_CREAT | O_TRUNC;
-        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, (directory / (name + ".out")).c_str(), flags, 0600);
-        ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, (directory / (name + ".err")).c_str(), flags, 0600);
+        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, (directory / (name + ".out")).c_str(),
+                                           flags, 0600);
+        ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, (directory / (name + ".err")).c_str(),
+                                           flags, 0600);
         pid_t process = -1;
         EXPECT_EQ(::posix_spawn(&process, ANNOTATE, &actions, nullptr, pointers.data(), environ), 0);
         ::posix_spawn_file_actions_destroy(&actions);
@@ -101,15 +103,17 @@ TEST_F(AnnotateTest, filtersObjectsByClassWithThoseBelowItAndByName) {
 }
 
 TEST_F(AnnotateTest, bringsNotesBackAfterARestartInOrderWithEveryCharacter) {
-    const std::vector<std::string> texts = {"plain", "", "  ", "a]]>b <&>", "\t", "\r", "\n", "\r\n x \r", "\x0b", "\xF0\x9F\x98\x80",
-                                            "\xFF", "-1", "[a,b]", "_x0041_", "\\n"};
+    const std::vector<std::string> texts = {"plain", "",   "  ",        "a]]>b <&>", "\t",
+                                            "\r",    "\n", "\r\n x \r", "\x0b",      "\xF0\x9F\x98\x80",
+                                            "\xFF",  "-1", "[a,b]",     "_x0041_",   "\\n"};
     for (const std::string& model : models()) {
         std::filesystem::remove(store);
         const std::string content = contentOf(model);
         const std::string id = firstId(model);
         std::vector<std::string> expected;
         for (const std::string& text : texts) {
-            const Outcome added = run({model, "note", "--store", store, "--priority", "-3", "--resolved", "--", id, text});
+            const Outcome added =
+                run({model, "note", "--store", store, "--priority", "-3", "--resolved", "--", id, text});
             EXPECT_EQ(added.status, 0) << added.error;
             expected.push_back("\t-3\tresolved\t" + printable(text));
         }
@@ -120,6 +124,7 @@ TEST_F(AnnotateTest, bringsNotesBackAfterARestartInOrderWithEveryCharacter) {
             EXPECT_TRUE(line.starts_with(id) && line.ends_with(ending)) << line << ending;
         }
         EXPECT_EQ(lines.peek(), EOF);
+        EXPECT_EQ(std::system((XMLLINT " --noout " + store).c_str()), 0);
         EXPECT_TRUE(contentOf(model) == content);
     }
 }
@@ -143,7 +148,9 @@ TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
         {{HOUSE, "note", id, "text", "--priority", "much"}, 2, "--priority"},
         {{HOUSE, "notes", "--store", HOUSE}, 2, "the model itself"},
         {{HOUSE, "note", "wall", "text"}, 1, "wall isn't a GlobalId"},
-        {{HOUSE, "note", "0000000000000000000000", "text", "--store", store}, 1, "There is no object 0000000000000000000000"},
+        {{HOUSE, "note", "0000000000000000000000", "text", "--store", store},
+         1,
+         "There is no object 0000000000000000000000"},
         {{HOUSE, "notes", "0000000000000000000000", "--store", store}, 1, "There is no object"},
         {{HOUSE, "objects", "--class", "IfcRoot"}, 1, "IfcRoot isn't a class of objects"},
         {{garbage, "objects"}, 1, garbage},
@@ -170,7 +177,8 @@ TEST_F(AnnotateTest, tellsThatAnotherProgramHasTheStoreLocked) {
     EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
     const std::string content = contentOf(store);
     auto held = FileLock::tryLock(store, true, FileLock::Access::Read);
-    for (const auto& arguments : {std::vector<std::string>{HOUSE, "note", id, "second", "--store", store}, {HOUSE, "notes", "--store", store}}) {
+    for (const auto& arguments : {std::vector<std::string>{HOUSE, "note", id, "second", "--store", store},
+                                  {HOUSE, "notes", "--store", store}}) {
         const Outcome outcome = run(arguments);
         EXPECT_EQ(outcome.status, 1);
         EXPECT_NE(outcome.error.find("is locked by another program"), std::string::npos) << outcome.error;
@@ -189,8 +197,10 @@ TEST_F(AnnotateTest, ofManyProcessesLeavesADocumentAndTellsWhetherEachStored) {
         }
         for (std::size_t number = 0; number < processes.size(); ++number) {
             const Outcome outcome = finish(processes[number], "note " + std::to_string(number));
-            const bool stored = outcome.status == 0 && outcome.output == "Stored in " + store + ".\n" && outcome.error.empty();
-            const bool refused = outcome.status == 1 && outcome.output.empty() && outcome.error.starts_with("annotate: ");
+            const bool stored = outcome.status == 0 && outcome.output == "Stored in " + store + ".\n" &&
+                                outcome.error.empty();
+            const bool refused =
+                outcome.status == 1 && outcome.output.empty() && outcome.error.starts_with("annotate: ");
             EXPECT_TRUE(stored || refused) << outcome.status << outcome.output << outcome.error;
         }
         orv::xml::File file;

@@ -16,10 +16,18 @@ struct Spelling {
 
 const Spelling spellings[] = {
     {"0000000000000000000000", "00000000-0000-0000-0000-000000000000", {}},
-    {"000G8310K61mW92WiC3GuF", "00010203-0405-0607-0809-0a0b0c0d0e0f", {0x10203, 0x405, 0x607, {8, 9, 10, 11, 12, 13, 14, 15}}},
-    {"1xS3BCk291UvhgP2dvNMKI", "7b7032cc-b822-417b-9aea-6429f95d6512", {0x7b7032cc, 0xb822, 0x417b, {0x9a, 0xea, 0x64, 0x29, 0xf9, 0x5d, 0x65, 0x12}}},
-    {"2O2Fr$t4X7Zf8NOew3FNld", "9808fd7f-dc48-478e-9217-628e833d7be7", {0x9808fd7f, 0xdc48, 0x478e, {0x92, 0x17, 0x62, 0x8e, 0x83, 0x3d, 0x7b, 0xe7}}},
-    {"3$$$$$$$$$$$$$$$$$$$$$", "ffffffff-ffff-ffff-ffff-ffffffffffff", {0xffffffff, 0xffff, 0xffff, {255, 255, 255, 255, 255, 255, 255, 255}}},
+    {"000G8310K61mW92WiC3GuF",
+     "00010203-0405-0607-0809-0a0b0c0d0e0f",
+     {0x10203, 0x405, 0x607, {8, 9, 10, 11, 12, 13, 14, 15}}},
+    {"1xS3BCk291UvhgP2dvNMKI",
+     "7b7032cc-b822-417b-9aea-6429f95d6512",
+     {0x7b7032cc, 0xb822, 0x417b, {0x9a, 0xea, 0x64, 0x29, 0xf9, 0x5d, 0x65, 0x12}}},
+    {"2O2Fr$t4X7Zf8NOew3FNld",
+     "9808fd7f-dc48-478e-9217-628e833d7be7",
+     {0x9808fd7f, 0xdc48, 0x478e, {0x92, 0x17, 0x62, 0x8e, 0x83, 0x3d, 0x7b, 0xe7}}},
+    {"3$$$$$$$$$$$$$$$$$$$$$",
+     "ffffffff-ffff-ffff-ffff-ffffffffffff",
+     {0xffffffff, 0xffff, 0xffff, {255, 255, 255, 255, 255, 255, 255, 255}}},
 };
 
 TEST(Guid, readsAndWritesBothSpellings) {
@@ -41,8 +49,14 @@ TEST(Guid, readsAndWritesBothSpellings) {
 TEST(Guid, staysAsItWasWhenATextIsRefused) {
     const std::string uuid = spellings[2].uuid;
     const std::string globalId = spellings[2].globalId;
-    std::vector<std::string> refused = {"", " ", globalId + ' ', globalId.substr(1), uuid + '0', "{" + uuid + "}",
-                                        "7b7032cc0b822-417b-9aea-6429f95d6512", "4xS3BCk291UvhgP2dvNMKI"};
+    std::vector<std::string> refused = {"",
+                                        " ",
+                                        globalId + ' ',
+                                        globalId.substr(1),
+                                        uuid + '0',
+                                        "{" + uuid + "}",
+                                        "7b7032cc0b822-417b-9aea-6429f95d6512",
+                                        "4xS3BCk291UvhgP2dvNMKI"};
     for (std::size_t position = 0; position < globalId.size(); ++position) {
         for (const char wrong : {'-', ' ', '\0', '\xff'}) {
             refused.push_back(std::string(globalId).replace(position, 1, 1, wrong));
@@ -62,8 +76,12 @@ TEST(Guid, hashesIdsThatDifferInOneBitFarApart) {
     std::set<std::uint64_t> hashes;
     for (unsigned bit = 0; bit < 128; ++bit) {
         std::string uuid = spellings[2].uuid;
-        const std::size_t position = bit / 4 + (bit >= 32) + (bit >= 48) + (bit >= 64) + (bit >= 80);
-        const auto digit = static_cast<unsigned>(std::stoi(uuid.substr(position, 1), nullptr, 16)) ^ (1U << bit % 4);
+        std::size_t position = bit / 4;
+        for (const std::size_t dash : {8U, 13U, 18U, 23U}) {
+            position += position >= dash ? 1U : 0U;
+        }
+        const auto digit =
+            static_cast<unsigned>(std::stoi(uuid.substr(position, 1), nullptr, 16)) ^ (1U << bit % 4);
         uuid[position] = "0123456789abcdef"[digit];
         Guid id;
         ASSERT_TRUE(id.boSet(uuid)) << uuid;

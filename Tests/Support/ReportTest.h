@@ -19,8 +19,8 @@ struct Report {
     bool operator==(const Report&) const = default;
 
     friend std::ostream& operator<<(std::ostream& out, const Report& report) {
-        return out << report.sourcePath << ':' << report.line << ": " << report.function << ": " << report.message
-                   << " (" << report.number << ')';
+        return out << report.sourcePath << ':' << report.line << ": " << report.function << ": "
+                   << report.message << " (" << report.number << ')';
     }
 };
 

@@ -36,7 +36,9 @@ public:
             }
         }
     }
-    std::unique_ptr<EnhancementBase> createInstance() const override { return std::make_unique<SampleRecord>(kind); }
+    std::unique_ptr<EnhancementBase> createInstance() const override {
+        return std::make_unique<SampleRecord>(kind);
+    }
 
     std::string kind;
     TypedAttributes attributes;

@@ -1,5 +1,6 @@
-#include "Support/TemporaryDirectory.h"
 #include "Utilities/FileLock.h"
+
+#include "Support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 #include "Xml/File.h"
+
 #include "Xml/NodeList.h"
 #include "Xml/Utf8.h"
 
@@ -15,13 +16,15 @@ std::string saved(const File& file, LineEnding lineEnding = LineEnding::Lf) {
     return stream.str();
 }
 
-std::optional<Element> parsed(File& file, const std::string& text, errorhandler::ParseInterface* handler = nullptr) {
+std::optional<Element> parsed(File& file, const std::string& text,
+                              errorhandler::ParseInterface* handler = nullptr) {
     std::istringstream stream(text);
     return file.parse(stream, "sample", handler);
 }
 
 /// What a parser makes of a node below the root that was given a name and a text.
-std::pair<std::string, std::optional<std::string>> throughParser(const std::string& name, const std::string& text) {
+std::pair<std::string, std::optional<std::string>> throughParser(const std::string& name,
+                                                                 const std::string& text) {
     File made;
     made.create("Root", {}, true)->ElementNodeAppend(name).boTextNodeAppend(text);
     File read;
@@ -30,16 +33,54 @@ std::pair<std::string, std::optional<std::string>> throughParser(const std::stri
         return {"no document: " + saved(made), {}};
     }
     const auto child = *root->FirstChildGet();
-    return {child.getNodeName(), child.FirstChildGet() ? std::optional(child.FirstChildGet()->getNodeValue()) : std::nullopt};
+    return {child.getNodeName(),
+            child.FirstChildGet() ? std::optional(child.FirstChildGet()->getNodeValue()) : std::nullopt};
 }
 
 TEST(XmlFile, bringsBackEveryTextAndNameByteForByte) {
-    std::vector<std::string> samples = {
-        "", " ", "\t \n", "\r", "\r\n", "a\rb\nc\r\n", "a]]>b <&>\"'", "<!--", "_", "_x", "_x_", "__x_", "_x005F_",
-        "_x0041_", "_x0041", "_x0041\x01", "_x004\x01_", "_x005F_x0041_", "_X0041_", "_xdc80_", "_xD83D_",
-        "_xD83D__xDE00_", "\xF0\x9F\x98\x80", "\x80", "\xC3", "\xC3(", "\xED\xA0\x80", "\xF5\x80\x80\x80",
-        "\xF0\x8F\xBF\xBF", "\xC0\x80", "\xE0\x9F\xBF", "\xEF\xBF\xBE", "\xEF\xBF\xBF", "\xEF\xBB\xBFx", "\x7f\xC2\x85", "1st", "-a",
-        "a b", "a:b", "xmlns", "L\xC3\xA4nge", "\xD0\x94\xD0\xBB\xD0\xB8\xD0\xBD\xD0\xB0", std::string("a\0b", 3)};
+    std::vector<std::string> samples = {"",
+                                        " ",
+                                        "\t \n",
+                                        "\r",
+                                        "\r\n",
+                                        "a\rb\nc\r\n",
+                                        "a]]>b <&>\"'",
+                                        "<!--",
+                                        "_",
+                                        "_x",
+                                        "_x_",
+                                        "__x_",
+                                        "_x005F_",
+                                        "_x0041_",
+                                        "_x0041",
+                                        "_x0041\x01",
+                                        "_x004\x01_",
+                                        "_x005F_x0041_",
+                                        "_X0041_",
+                                        "_xdc80_",
+                                        "_xD83D_",
+                                        "_xD83D__xDE00_",
+                                        "\xF0\x9F\x98\x80",
+                                        "\x80",
+                                        "\xC3",
+                                        "\xC3(",
+                                        "\xED\xA0\x80",
+                                        "\xF5\x80\x80\x80",
+                                        "\xF0\x8F\xBF\xBF",
+                                        "\xC0\x80",
+                                        "\xE0\x9F\xBF",
+                                        "\xEF\xBF\xBE",
+                                        "\xEF\xBF\xBF",
+                                        "\xEF\xBB\xBFx",
+                                        "\x7f\xC2\x85",
+                                        "1st",
+                                        "-a",
+                                        "a b",
+                                        "a:b",
+                                        "xmlns",
+                                        "L\xC3\xA4nge",
+                                        "\xD0\x94\xD0\xBB\xD0\xB8\xD0\xBD\xD0\xB0",
+                                        std::string("a\0b", 3)};
     for (unsigned byte = 0; byte < 256; ++byte) {
         samples.emplace_back(1, static_cast<char>(byte));
         samples.push_back("\xE2\x82" + std::string(1, static_cast<char>(byte)));
@@ -98,7 +139,8 @@ TEST(XmlFile, isSavedIndentedExceptAroundText) {
 
 TEST(XmlFile, givesTheNodesOfAllKindsInDocumentOrder) {
     File file;
-    const auto root = parsed(file, "<!-- before --><r a='1'>x<![CDATA[<y>]]>&amp;z<e/><!-- c --><?pi data?> </r>\n");
+    const auto root =
+        parsed(file, "<!-- before --><r a='1'>x<![CDATA[<y>]]>&amp;z<e/><!-- c --><?pi data?> </r>\n");
     ASSERT_TRUE(root);
     EXPECT_TRUE(root->boNodeNameIs("r"));
     EXPECT_EQ(root->getNodeValue(), "");
@@ -109,12 +151,15 @@ TEST(XmlFile, givesTheNodesOfAllKindsInDocumentOrder) {
         EXPECT_EQ(const_Element::toWrapper(*node).has_value(), node->boNodeNameIs("e"));
         EXPECT_FALSE(node->FirstChildGet());
     }
-    const decltype(nodes) expected = {{"#text", "x<y>&z"}, {"e", ""}, {"#comment", " c "}, {"pi", "data"}, {"#text", " "}};
+    const decltype(nodes) expected = {
+        {"#text", "x<y>&z"}, {"e", ""}, {"#comment", " c "}, {"pi", "data"}, {"#text", " "}};
     EXPECT_EQ(nodes, expected);
     EXPECT_EQ(saved(file, LineEnding::None).substr(38), "<r>x&lt;y&gt;&amp;z<e/><!-- c --><?pi data?> </r>");
 }
 
-class ReasonKeeper : public errorhandler::ParseInterface, public errorhandler::ExceptionInterface, public errorhandler::WriteInterface {
+class ReasonKeeper : public errorhandler::ParseInterface,
+                     public errorhandler::ExceptionInterface,
+                     public errorhandler::WriteInterface {
 public:
     void report(std::string_view message) override { reasons.emplace_back(message); }
     std::vector<std::string> reasons;
@@ -133,11 +178,27 @@ std::string nestedEntities(int count, const std::string& reference) {
 }
 
 TEST(XmlFile, givesNoValueForWhatIsNoWellFormedDocument) {
-    const std::string refused[] = {
-        "", " \n", "x", "<r>", "<r></r", "<r></s>", "<r/><r/>", "<r/>x", "<r>&nbsp;</r>", "<r>\x01</r>", "<r>\xff</r>",
-        "<r a=1/>", "<r a='1' a='2'/>", "<r><!-- -- --></r>", "<r>]]></r>", " <?xml version='1.0'?><r/>", std::string("<r>\0</r>", 8),
-        "\xff\xfe<\0r", nestedEntities(20, ".........."), nestedEntities(100'000, "."),
-        "<!DOCTYPE r SYSTEM 'x'><r>&undeclared;</r>"};
+    const std::string refused[] = {"",
+                                   " \n",
+                                   "x",
+                                   "<r>",
+                                   "<r></r",
+                                   "<r></s>",
+                                   "<r/><r/>",
+                                   "<r/>x",
+                                   "<r>&nbsp;</r>",
+                                   "<r>\x01</r>",
+                                   "<r>\xff</r>",
+                                   "<r a=1/>",
+                                   "<r a='1' a='2'/>",
+                                   "<r><!-- -- --></r>",
+                                   "<r>]]></r>",
+                                   " <?xml version='1.0'?><r/>",
+                                   std::string("<r>\0</r>", 8),
+                                   std::string("\xff\xfe<\0r", 5),
+                                   nestedEntities(20, ".........."),
+                                   nestedEntities(100'000, "."),
+                                   "<!DOCTYPE r SYSTEM 'x'><r>&undeclared;</r>"};
     for (const std::string& text : refused) {
         File file;
         ReasonKeeper keeper;
@@ -148,8 +209,11 @@ TEST(XmlFile, givesNoValueForWhatIsNoWellFormedDocument) {
 }
 
 TEST(XmlFile, readsTheEncodingsOfXmlAndBoundedEntities) {
-    const std::string documents[] = {"<r>\xC3\xA4</r>", "\xEF\xBB\xBF<r>\xC3\xA4</r>", "<?xml version='1.0' encoding='ISO-8859-1'?><r>\xE4</r>",
-                                     std::string("\xFF\xFE<\0r\0>\0\xE4\0<\0/\0r\0>\0", 18), std::string("\xFE\xFF\0<\0r\0>\0\xE4\0<\0/\0r\0>", 18),
+    const std::string documents[] = {"<r>\xC3\xA4</r>",
+                                     "\xEF\xBB\xBF<r>\xC3\xA4</r>",
+                                     "<?xml version='1.0' encoding='ISO-8859-1'?><r>\xE4</r>",
+                                     std::string("\xFF\xFE<\0r\0>\0\xE4\0<\0/\0r\0>\0", 18),
+                                     std::string("\xFE\xFF\0<\0r\0>\0\xE4\0<\0/\0r\0>", 18),
                                      "<!DOCTYPE r [<!ENTITY a '&#228;'>]><r>&a;</r>"};
     for (const std::string& document : documents) {
         File file;
@@ -192,9 +256,12 @@ TEST(XmlFile, holdsOneDocumentAndTellsWhyItRefuses) {
     EXPECT_FALSE(parsed(file, "<s/>"));
     EXPECT_TRUE(root->boNodeNameIs("r"));
     EXPECT_FALSE(file.save(failing, &keeper, Encoding::Utf8, LineEnding::Lf));
-    const std::vector<std::string> expected = {"there is no document to save", "only XML 1.0 is known",
-                                               "sample, line 2, column 6: mismatched tag", "there is a document already",
-                                               "there is a document already", "the stream can't be written"};
+    const std::vector<std::string> expected = {"there is no document to save",
+                                               "only XML 1.0 is known",
+                                               "sample, line 2, column 6: mismatched tag",
+                                               "there is a document already",
+                                               "there is a document already",
+                                               "the stream can't be written"};
     EXPECT_EQ(keeper.reasons, expected);
 }
 

@@ -10,7 +10,7 @@ std::shared_ptr<Enhancements> Enhancements::getOrCreateEnhancementsDb() {
     if (!singleton) {
         // Stored before the file is read: each record read comes back here through addEnhancement.
         singleton = std::make_shared<Enhancements>();
-        EnhancementsFile(*singleton).readFile();
+        EnhancementsFile::readFile();
     }
     return singleton;
 }

@@ -18,7 +18,8 @@ namespace {
 constexpr const char* rootName = "Enhancements";
 
 void report(std::string_view message, std::string_view function, std::uint32_t line) {
-    constexpr std::string_view sourcePath = "Source/Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile";
+    constexpr std::string_view sourcePath =
+        "Source/Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile";
     assert::Assert::addAssert({0, message, function, sourcePath, line});
 }
 
@@ -26,8 +27,10 @@ constexpr std::string_view lockFileName =
     "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::lockFile";
 constexpr std::string_view writeFileName =
     "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::writeFile";
-constexpr std::string_view readName = "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::read";
-constexpr std::string_view writeName = "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::write";
+constexpr std::string_view readName =
+    "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::read";
+constexpr std::string_view writeName =
+    "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::write";
 
 /// The text that stands for the value in the file; the other alternatives have none.
 std::optional<std::string> storedText(const object::PropertyValue& value) {
@@ -89,8 +92,8 @@ EnhancementsFile::~EnhancementsFile() {
     try {
         writeFile();
     } catch (...) {
-        // Nothing has reached the file: the document is complete before it is written. As after any write that
-        // failed, the records stay in memory for the next one.
+        // Nothing has reached the file: the document is complete before it is written. As after any write
+        // that failed, the records stay in memory for the next one.
     }
 }
 

@@ -13,14 +13,15 @@ class Enhancements;
 
 /// The file that the records are stored in, and a guard on it for one load or one addition.
 ///
-/// The file is an XML document with the root element Enhancements and in it an element for each record, named by
-/// its kind, with the element OwnerId and one element an attribute. It is written only under its lock and always
-/// as a whole. A guard holds the lock from a successful lockFile to its own end, and its end is what writes.
+/// The file is an XML document with the root element Enhancements and in it an element for each record, named
+/// by its kind, with the element OwnerId and one element an attribute. It is written only under its lock and
+/// always as a whole. A guard holds the lock from a successful lockFile to its own end, and its end is what
+/// writes.
 class EnhancementsFile {
 public:
-    /// Sets the path for all that follows; there is none at start. A bare file name is relative to the current
-    /// directory. Touches no file: the records in memory stay, and the next addition writes them all to the new
-    /// path, making the file and its directories if they are missing.
+    /// Sets the path for all that follows; there is none at start. A bare file name is relative to the
+    /// current directory. Touches no file: the records in memory stay, and the next addition writes them all
+    /// to the new path, making the file and its directories if they are missing.
     ORV_EXPORT static void setFilePath(std::filesystem::path path);
 
     /// A guard without the lock. The database must outlive it.
@@ -32,24 +33,24 @@ public:
     EnhancementsFile(const EnhancementsFile&) = delete;
     EnhancementsFile& operator=(const EnhancementsFile&) = delete;
 
-    /// Makes the file with the records in memory if it is missing, then tries once to take its lock. Gives whether
-    /// the guard holds the lock now.
+    /// Makes the file with the records in memory if it is missing, then tries once to take its lock. Gives
+    /// whether the guard holds the lock now.
     bool lockFile();
 
     /// Writes the database through the lock, which it tries to take if the guard hasn't got it.
     void writeFile();
 
-    /// Writes the database to the stream as one document. Gives false, with nothing written, if the stream isn't
-    /// good, and false if it isn't good afterwards.
+    /// Writes the database to the stream as one document. Gives false, with nothing written, if the stream
+    /// isn't good, and false if it isn't good afterwards.
     bool write(std::ostream& stream) const;
 
-    /// Reads the file into the process's database, without a lock. Gives what read gives, and false if the file
-    /// can't be opened; a missing one is no error.
-    bool readFile();
+    /// Reads the file into the process's database, without a lock. Gives what read gives, and false if the
+    /// file can't be opened; a missing one is no error.
+    static bool readFile();
 
-    /// Adds each record of the document on the stream, of a kind that Factory knows, to the process's database.
-    /// Gives true if the document has the root element Enhancements, even if no record came of it.
-    bool read(std::istream& stream);
+    /// Adds each record of the document on the stream, of a kind that Factory knows, to the process's
+    /// database. Gives true if the document has the root element Enhancements, even if no record came of it.
+    static bool read(std::istream& stream);
 
 private:
     void createFile() const;

@@ -9,8 +9,9 @@
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
-/// The process-wide registry of record kinds: a prototype of each, asked for a new record when one is read from
-/// the file. Kinds are registered before the first use of Enhancements; a kind that comes later misses the load.
+/// The process-wide registry of record kinds: a prototype of each, asked for a new record when one is read
+/// from the file. Kinds are registered before the first use of Enhancements; a kind that comes later misses
+/// the load.
 ///
 /// Called from one thread at a time.
 class Factory {
@@ -19,8 +20,8 @@ public:
     /// prototype. A prototype registered before under the same name is destroyed.
     ORV_EXPORT static void registerClass(std::unique_ptr<EnhancementBase>&& prototype);
 
-    /// A new record of the kind of exactly that name, owned by the caller; null if no such kind is registered, or
-    /// if its createInstance gives null.
+    /// A new record of the kind of exactly that name, owned by the caller; null if no such kind is
+    /// registered, or if its createInstance gives null.
     ORV_EXPORT static std::unique_ptr<EnhancementBase> createEntityFromName(const std::string& name);
 
 private:

@@ -1,4 +1,5 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
+
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
 #include "Support/ReportTest.h"
@@ -38,9 +39,14 @@ protected:
 const std::string emptyDocument = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Enhancements/>\n";
 
 TEST_F(EnhancementsFileTest, writesTextsNumbersAndTruthValuesAndLeavesOtherAttributesEmpty) {
-    auto record = std::make_unique<SampleRecord>("SampleNote", tests::TypedAttributes{
-        {"Width", -250}, {"Visible", true}, {"Label", "Sample A"}, {"Offset", 2.5}, {"None", {}}, {"OwnerId", ""},
-        {"Maybe", std::optional<std::string>("text")}});
+    auto record = std::make_unique<SampleRecord>(
+        "SampleNote", tests::TypedAttributes{{"Width", -250},
+                                             {"Visible", true},
+                                             {"Label", "Sample A"},
+                                             {"Offset", 2.5},
+                                             {"None", {}},
+                                             {"OwnerId", ""},
+                                             {"Maybe", std::optional<std::string>("text")}});
     record->ownerId.boSet("1xS3BCk291UvhgP2dvNMKI");
     Enhancements::addEnhancement(std::move(record));
     EXPECT_EQ(contentOf(path), R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -65,9 +71,10 @@ TEST_F(EnhancementsFileTest, reportsAStreamThatIsNotGoodAndLeavesItAlone) {
     EnhancementsFile file(enhancements);
     EXPECT_FALSE(file.write(stream));
     EXPECT_EQ(takeReports(), std::vector{reportOf("write", 108, "Stream must be open")});
-    EXPECT_FALSE(file.read(stream));
-    EXPECT_EQ(takeReports(), std::vector({reportOf("read", 66, "Stream must be open"),
-                                          reportOf("read", 67, "You have got an empty file without header")}));
+    EXPECT_FALSE(EnhancementsFile::read(stream));
+    EXPECT_EQ(takeReports(),
+              std::vector({reportOf("read", 66, "Stream must be open"),
+                           reportOf("read", 67, "You have got an empty file without header")}));
     EXPECT_EQ(stream.str(), "<Enhancements/>");
 }
 
@@ -149,17 +156,26 @@ TEST_F(EnhancementsFileTest, readsTheRecordsOfRegisteredKindsAndNothingElse) {
         {"<Enhancements/>", true, {}, {}},
         {"<Enhancements> <!-- c --> text <Unknown><A>1</A></Unknown><Sealed/> </Enhancements>", true, {}, {}},
         {"<Enhancements><SampleNote/></Enhancements>", true, {{}}, {}},
-        {"<Enhancements><SampleNote><A>1</A></SampleNote>\n<SampleNote><A>1</A></SampleNote></Enhancements>", true, {{{"A", "1"}}, {{"A", "1"}}}, {}},
+        {"<Enhancements><SampleNote><A>1</A></SampleNote>\n<SampleNote><A>1</A></SampleNote></Enhancements>",
+         true,
+         {{{"A", "1"}}, {{"A", "1"}}},
+         {}},
         {"<Enhancements><SampleNote> x <A> 1 </A><!-- c --><Empty/><OwnerId>o</OwnerId><OwnerId>p</OwnerId>"
-         "<B>1<C/>2</B><D><E>3</E></D><F><!--c-->4</F></SampleNote></Enhancements>", true,
-         {{{"A", " 1 "}, {"OwnerId", "o"}, {"OwnerId", "p"}, {"B", "1"}, {"D", ""}, {"F", "c"}}}, {}},
-        {"\xEF\xBB\xBF<!DOCTYPE Enhancements [<!ENTITY e 'x'>]><Enhancements><SampleNote><A>&e;</A></SampleNote></Enhancements>", true, {{{"A", "x"}}}, {}},
+         "<B>1<C/>2</B><D><E>3</E></D><F><!--c-->4</F></SampleNote></Enhancements>",
+         true,
+         {{{"A", " 1 "}, {"OwnerId", "o"}, {"OwnerId", "p"}, {"B", "1"}, {"D", ""}, {"F", "c"}}},
+         {}},
+        {"\xEF\xBB\xBF<!DOCTYPE Enhancements [<!ENTITY e "
+         "'x'>]><Enhancements><SampleNote><A>&e;</A></SampleNote></Enhancements>",
+         true,
+         {{{"A", "x"}}},
+         {}},
     };
     const auto database = Enhancements::getOrCreateEnhancementsDb();
     for (const auto& [content, result, received, expectedReports] : cases) {
         std::filesystem::remove(path);
         std::istringstream stream(content);
-        EXPECT_EQ(EnhancementsFile(*database).read(stream), result) << content;
+        EXPECT_EQ(EnhancementsFile::read(stream), result) << content;
         EXPECT_EQ(takeReports(), expectedReports) << content;
         std::vector<tests::StringAttributes> actual;
         for (const auto& record : database->getRecords()) {

@@ -1,4 +1,5 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
+
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
 #include "Support/ReportTest.h"
@@ -9,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include <signal.h>
+#include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
 

@@ -1,4 +1,5 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
+
 #include "Support/SampleRecord.h"
 
 #include <gtest/gtest.h>
