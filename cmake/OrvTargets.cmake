@@ -21,6 +21,6 @@ function(orv_add_library target)
     add_library(Orv::${name} ALIAS ${target})
     orv_set_target_properties(${target})
     set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} VERSION ${PROJECT_VERSION}
-                                               SOVERSION ${PROJECT_VERSION_MAJOR})
+                                               SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "\$ORIGIN")
     set_property(GLOBAL APPEND PROPERTY ORV_LIBRARIES ${target})
 endfunction()

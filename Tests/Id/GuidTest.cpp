@@ -63,7 +63,7 @@ TEST(Guid, staysAsItWasWhenATextIsRefused) {
         }
     }
     for (std::size_t position = 0; position < uuid.size(); ++position) {
-        refused.push_back(std::string(uuid).replace(position, 1, "g"));
+        refused.push_back(std::string(uuid).replace(position, 1, 1, 'g'));
     }
     for (const std::string& text : refused) {
         Guid id = spellings[1].id;
