@@ -1,5 +1,12 @@
 # What all targets of the project have in common.
 
+include(GNUInstallDirs)
+
+# So that the installed libraries find each other, wherever they are put.
+if(NOT DEFINED CMAKE_INSTALL_RPATH)
+    set(CMAKE_INSTALL_RPATH "\$ORIGIN")
+endif()
+
 option(ORV_WARNINGS "Compile with the project's warnings" ${PROJECT_IS_TOP_LEVEL})
 
 function(orv_set_target_properties target)
@@ -10,7 +17,7 @@ function(orv_set_target_properties target)
         target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
     endif()
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>
-                                                $<INSTALL_INTERFACE:include/OrvEnhancements>)
+                                                $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/OrvEnhancements>)
 endfunction()
 
 # A shared library OrvName with the alias Orv::Name. Always shared, so that a host and the libraries see the same
@@ -21,6 +28,6 @@ function(orv_add_library target)
     add_library(Orv::${name} ALIAS ${target})
     orv_set_target_properties(${target})
     set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} VERSION ${PROJECT_VERSION}
-                                               SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "\$ORIGIN")
+                                               SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
     set_property(GLOBAL APPEND PROPERTY ORV_LIBRARIES ${target})
 endfunction()

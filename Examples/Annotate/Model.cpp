@@ -124,8 +124,7 @@ std::vector<ModelObject> takeFile(StepScanner& scanner) {
     scanner.expect(';');
     const std::string_view schema = takeHeader(scanner);
     if (!schema.starts_with("IFC2X3") && !schema.starts_with("IFC4")) {
-        throw StepError("isn't an IFC model of a known version: its schema is '" + decodeString(schema) +
-                        "'");
+        throw StepError("isn't an IFC model of a known version: its schema is '" + decodeString(schema) + "'");
     }
     std::vector<ModelObject> objects = takeDataSections(scanner);
     scanner.expect("END-ISO-10303-21");

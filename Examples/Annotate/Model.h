@@ -46,14 +46,10 @@ public:
     const ModelObject* find(const orv::Guid& id) const;
 
 private:
-    struct GuidHash {
-        std::size_t operator()(const orv::Guid& id) const { return id.hash(); }
-    };
-
     explicit Model(std::vector<ModelObject> objects);
 
     std::vector<ModelObject> objects;
-    std::unordered_map<orv::Guid, std::size_t, GuidHash> positions;
+    std::unordered_map<orv::Guid, std::size_t> positions;
 };
 
 } // namespace annotate

@@ -26,8 +26,7 @@ void Note::setAttributes(const std::vector<std::pair<std::string, std::string>>&
     }
 }
 
-std::unique_ptr<orv::domain::shared::enhancementsforreferencemodel::EnhancementBase>
-Note::createInstance() const {
+std::unique_ptr<orv::domain::shared::enhancementsforreferencemodel::EnhancementBase> Note::createInstance() const {
     return std::make_unique<Note>();
 }
 

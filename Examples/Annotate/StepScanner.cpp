@@ -170,8 +170,7 @@ void StepScanner::fail(std::string_view expected) const {
     if (next == end) {
         throw StepError("is cut off: it ends in line " + lineOf(next));
     }
-    throw StepError("has a syntax error in line " + lineOf(next) + ": " + std::string(expected) +
-                    " is missing");
+    throw StepError("has a syntax error in line " + lineOf(next) + ": " + std::string(expected) + " is missing");
 }
 
 void StepScanner::skipBlanks() {
@@ -238,8 +237,7 @@ void StepScanner::skipSimpleParameter() {
 }
 
 void StepScanner::failUnfinished(std::string_view what, const char* start) const {
-    throw StepError("is cut off: it ends inside " + std::string(what) + " that begins in line " +
-                    lineOf(start));
+    throw StepError("is cut off: it ends inside " + std::string(what) + " that begins in line " + lineOf(start));
 }
 
 std::string StepScanner::lineOf(const char* place) const {

@@ -10,20 +10,15 @@
 
 namespace annotate {
 
+using orv::xml::isHighSurrogate;
+using orv::xml::isLowSurrogate;
+
 namespace {
 
 constexpr char32_t replacement = 0xfffd;
 
 constexpr bool isLineEnd(char character) {
     return character == '\n' || character == '\r';
-}
-
-constexpr bool isHighSurrogate(char32_t unit) {
-    return unit >= 0xd800 && unit <= 0xdbff;
-}
-
-constexpr bool isLowSurrogate(char32_t unit) {
-    return unit >= 0xdc00 && unit <= 0xdfff;
 }
 
 void appendCharacter(std::string& text, char32_t character) {
@@ -104,8 +99,8 @@ private:
 
     /// \PA\ to \PI\, which name a part of ISO 8859.
     bool takePage() {
-        const bool present = rest.size() >= 4 && rest.starts_with("\\P") && rest[2] >= 'A' &&
-                             rest[2] <= 'I' && rest[3] == '\\';
+        const bool present =
+            rest.size() >= 4 && rest.starts_with("\\P") && rest[2] >= 'A' && rest[2] <= 'I' && rest[3] == '\\';
         if (present) {
             page = rest[2];
             rest.remove_prefix(4);
@@ -123,8 +118,7 @@ private:
         if (letter < ' ' || letter > '~') {
             return false;
         }
-        rest.remove_prefix(rest.substr(prefix.size()).starts_with("''") ? prefix.size() + 2
-                                                                        : prefix.size() + 1);
+        rest.remove_prefix(rest.substr(prefix.size()).starts_with("''") ? prefix.size() + 2 : prefix.size() + 1);
         appendCharacter(text, page == 'A' ? static_cast<unsigned char>(letter) + 128U : replacement);
         return true;
     }
@@ -168,7 +162,7 @@ private:
             char32_t character = units[index];
             if (isHighSurrogate(character) && index + 1 < units.size() && isLowSurrogate(units[index + 1])) {
                 ++index;
-                character = 0x10000 + ((character - 0xd800) << 10U) + (units[index] - 0xdc00);
+                character = orv::xml::joinSurrogates(character, units[index]);
             }
             appendCharacter(text, character);
         }

@@ -9,10 +9,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <fstream>
 #include <functional>
 #include <system_error>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace annotate {
@@ -42,8 +42,7 @@ bool attempt(const std::function<bool()>& action) {
 }
 
 StoreError lockFailure(const std::filesystem::path& path) {
-    errno = 0;
-    if (std::fstream(path)) {
+    if (::access(path.c_str(), R_OK | W_OK) == 0) {
         return StoreError(path.string() + " is locked by another program. Try again when that is done.");
     }
     const std::string reason = std::generic_category().message(errno);
@@ -57,6 +56,11 @@ std::unique_ptr<FileLock> lock(const std::filesystem::path& path, bool exclusive
         throw lockFailure(path);
     }
     return held;
+}
+
+/// The load writes, so a file that can't be written would look like one without notes.
+void requireWritable(const std::filesystem::path& path) {
+    const auto released = lock(path, true, FileLock::Access::ReadWrite);
 }
 
 bool isPresent(const std::filesystem::path& path) {
@@ -115,8 +119,7 @@ std::vector<Note> readNotes(const std::filesystem::path& path) {
 Store::Store(std::filesystem::path storePath) : path(std::move(storePath)) {
     const std::vector<Note> stored = readNotes(path);
     if (isPresent(path)) {
-        // The load writes, so a file that can't be written would look like one without notes.
-        lock(path, true, FileLock::Access::ReadWrite);
+        requireWritable(path);
     }
     Factory::registerClass(std::make_unique<Note>());
     EnhancementsFile::setFilePath(path);
@@ -146,14 +149,12 @@ void Store::add(const Note& note) {
         throw lockFailure(path);
     }
     const auto notes = getNotes();
-    const auto expected =
-        std::count_if(notes.begin(), notes.end(), [&](const Note* other) { return *other == note; });
+    const auto expected = std::count_if(notes.begin(), notes.end(), [&](const Note* other) { return *other == note; });
     const auto stored = readNotes(path);
     if (std::count(stored.begin(), stored.end(), note) < expected) {
-        throw StoreError(
-            "The note didn't get into " + path.string() +
-            ": the disk may be full, or another program wrote the file at the same time. Look at it "
-            "with the command notes, and try again.");
+        throw StoreError("The note didn't get into " + path.string() +
+                         ": the disk may be full, or another program wrote the file at the same time. Look at it "
+                         "with the command notes, and try again.");
     }
 }
 

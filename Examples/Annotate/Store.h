@@ -22,9 +22,9 @@ public:
 /// and after an addition. It waits up to a second for another program that has the file locked.
 class Store {
 public:
-    /// Loads the notes; a missing file holds none and isn't made. Throws StoreError if the path names
-    /// something else than a file of notes, or one that can't be read, written or locked. Nothing is changed
-    /// then.
+    /// Loads the notes; a missing file holds none and isn't made. Throws StoreError, with nothing changed, if the path
+    /// names something else than a file of notes, or one that can't be read, written or locked; and also if another
+    /// program wrote the file during the load.
     explicit Store(std::filesystem::path storePath);
 
     /// All notes in the order in which they were added. They belong to the store.

@@ -22,7 +22,7 @@ bool isControl(char32_t codePoint) {
     return codePoint < 0x20 || (codePoint >= 0x7f && codePoint < 0xa0);
 }
 
-/// The columns of a terminal that a text without control characters takes.
+/// The columns of a terminal that a text takes which printable gave.
 std::size_t width(std::string_view text) {
     std::size_t columns = 0;
     while (!text.empty()) {
@@ -76,8 +76,7 @@ std::string printable(std::string_view text) {
             break;
         default:
             if (length == 0 || isControl(codePoint)) {
-                std::for_each(character.begin(), character.end(),
-                              [&](char byte) { appendHexEscape(out, byte); });
+                std::for_each(character.begin(), character.end(), [&](char byte) { appendHexEscape(out, byte); });
             } else {
                 out += character;
             }
@@ -94,9 +93,8 @@ void printTable(const Row& header, const std::vector<Row>& rows) {
     }
     std::vector<std::size_t> widths(header.size());
     const auto widen = [&widths](const Row& row) {
-        std::transform(
-            row.begin(), row.end(), widths.begin(), widths.begin(),
-            [](const std::string& cell, std::size_t widest) { return std::max(widest, width(cell)); });
+        std::transform(row.begin(), row.end(), widths.begin(), widths.begin(),
+                       [](const std::string& cell, std::size_t widest) { return std::max(widest, width(cell)); });
     };
     widen(header);
     std::for_each(rows.begin(), rows.end(), widen);

@@ -6,9 +6,8 @@
 
 namespace annotate {
 
-/// The text with every character that isn't to be seen, and every byte that is no UTF-8, as a backslash
-/// escape
-/// (\n, \r, \t, \xHH), so that a text is one line and can't steer the terminal. A backslash is doubled.
+/// The text with every control character, and every byte that is no UTF-8, as a backslash escape (\n, \r, \t or \xHH
+/// for each byte), so that a text is one line and can't steer the terminal. A backslash is doubled.
 std::string printable(std::string_view text);
 
 using Row = std::vector<std::string>;

@@ -7,8 +7,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <clocale>
 #include <iostream>
+#include <optional>
+#include <stdexcept>
+#include <vector>
 
 namespace annotate {
 
@@ -23,7 +27,7 @@ struct Arguments {
     Note note;
 };
 
-/// A sentence for the user on what the arguments ask for in vain.
+/// What the arguments ask for can't be done; what() tells the user why.
 class RequestError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -51,16 +55,15 @@ std::string shownName(const ModelObject* object) {
 orv::Guid parseGlobalId(const std::string& text) {
     orv::Guid id;
     if (!id.boSet(text)) {
-        throw RequestError(printable(text) +
-                           " isn't a GlobalId: those have 22 characters, the first of them 0 to 3. "
-                           "The command objects lists them.");
+        throw RequestError(printable(text) + " isn't a GlobalId: those have 22 characters, the first of them 0 to 3. "
+                                             "The command objects lists them.");
     }
     return id;
 }
 
 RequestError notInModel(const Arguments& arguments) {
-    return RequestError("There is no object " + printable(arguments.globalId) + " in " +
-                        arguments.model.string() + ". The command objects lists those that there are.");
+    return RequestError("There is no object " + printable(arguments.globalId) + " in " + arguments.model.string() +
+                        ". The command objects lists those that there are.");
 }
 
 char lowerCase(char letter) {
@@ -126,28 +129,25 @@ void listNotes(const Arguments& arguments) {
     printTable({"GlobalId", "Class", "Name", "Priority", "State", "Text"}, rows);
 }
 
-CLI::App* addCommand(CLI::App& app, const std::string& name, const std::string& description,
-                     const Arguments& arguments, void (*run)(const Arguments&)) {
+CLI::App* addCommand(CLI::App& app, const std::string& name, const std::string& description, const Arguments& arguments,
+                     void (*run)(const Arguments&)) {
     CLI::App* command = app.add_subcommand(name, description);
     command->callback([&arguments, run] { run(arguments); });
     return command;
 }
 
 void addArguments(CLI::App& app, Arguments& arguments) {
-    const std::string storeHelp =
-        "The file of the notes, in place of MODEL.enhancements.xml beside the model";
+    const std::string storeHelp = "The file of the notes, in place of MODEL.enhancements.xml beside the model";
     app.require_subcommand(1);
     app.add_option("MODEL", arguments.model, "An IFC file; it is never written")->required();
 
     CLI::App* objects = addCommand(app, "objects", "List the objects of the model", arguments, listObjects);
-    objects->add_option("--class", arguments.className,
-                        "Only objects of this class and the classes below it");
-    objects->add_option("--match", arguments.match,
-                        "Only objects with this text in their names, in any case");
+    objects->add_option("--class", arguments.className, "Only objects of this class and the classes below it");
+    objects->add_option("--match", arguments.match, "Only objects with this text in their names, in any case");
 
     CLI::App* note = addCommand(app, "note", "Add a note to an object of the model", arguments, addNote);
     note->add_option("GLOBALID", arguments.globalId, "The object")->required();
-    note->add_option("TEXT", arguments.note.text, "The note; behind -- it may begin with a dash")->required();
+    note->add_option("TEXT", arguments.note.text, "The note; after -- it may begin with a dash")->required();
     note->add_option("--priority", arguments.note.priority, "A number of your own scale, 0 if not given");
     note->add_flag("--resolved", arguments.note.resolved, "The note needs nothing more to be done");
     note->add_option("--store", arguments.store, storeHelp);

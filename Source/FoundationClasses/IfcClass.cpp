@@ -11,9 +11,11 @@ namespace {
 
 constexpr IfcClass presentClasses[] = {
 #define IFC_CLASS(name, kindNumber, lastOfKind) IfcClass{#name, kindNumber, lastOfKind},
-#define IFC_OLDER_CLASS(name, version, presentClass)
+#define IFC_RENAMED_CLASS(name, presentName)
+#define IFC_OLDER_CLASS(name, presentClass)
 #include "FoundationClasses/IfcClasses.inc"
 #undef IFC_CLASS
+#undef IFC_RENAMED_CLASS
 #undef IFC_OLDER_CLASS
 };
 
@@ -22,16 +24,22 @@ constexpr IfcClass present(std::string_view name) {
                          [name](const IfcClass& row) { return row.name == name; });
 }
 
-constexpr IfcClass older(std::string_view name, std::string_view presentClass) {
-    const IfcClass row = present(presentClass);
+constexpr IfcClass renamed(std::string_view name, std::string_view presentName) {
+    const IfcClass row = present(presentName);
     return {name, row.kindNumber, row.lastOfKind};
+}
+
+constexpr IfcClass older(std::string_view name, std::string_view presentClass) {
+    return {name, present(presentClass).kindNumber, 0};
 }
 
 constexpr IfcClass olderClasses[] = {
 #define IFC_CLASS(name, kindNumber, lastOfKind)
-#define IFC_OLDER_CLASS(name, version, presentClass) older(#name, #presentClass),
+#define IFC_RENAMED_CLASS(name, presentName) renamed(#name, #presentName),
+#define IFC_OLDER_CLASS(name, presentClass) older(#name, #presentClass),
 #include "FoundationClasses/IfcClasses.inc"
 #undef IFC_CLASS
+#undef IFC_RENAMED_CLASS
 #undef IFC_OLDER_CLASS
 };
 
@@ -40,8 +48,7 @@ constexpr char toUpper(char letter) {
 }
 
 constexpr bool equalsInAnyCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return toUpper(x) == toUpper(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return toUpper(x) == toUpper(y); });
 }
 
 /// An open-addressing hash table of both lists, built by the compiler.

@@ -7,18 +7,16 @@
 
 namespace orv::fc {
 
-/// A row of the class table: one class of the published IFC schemas (IFC4X3_ADD2, and what IFC4 and IFC2X3
-/// had besides). The classes are numbered depth first, so that a class and its descendants hold one closed
-/// range.
+/// A row of the class table, which holds the classes below IfcRoot and IfcProperty of IFC4X3_ADD2 and what IFC4 and
+/// IFC2X3 had besides. The classes are numbered depth first, so that a class and its descendants hold one closed range.
 struct ORV_EXPORT IfcClass {
-    std::string_view name;    ///< The name as the schema spells it, as in "IfcWall".
-    std::uint32_t kindNumber; ///< The number of the class; for a class of an older version, that of the
-                              ///< present class which stands for it.
-    std::uint32_t lastOfKind; ///< The greatest number among the class and its descendants.
+    std::string_view name;    ///< As the schema spells it, as in "IfcWall", and nul-terminated.
+    std::uint32_t kindNumber; ///< For a class of an older version, that of the present class which stands for it.
+    std::uint32_t lastOfKind; ///< The greatest number among the class and its descendants; 0 for a class that is gone.
 
-    /// Whether other is this class or one below it.
+    /// Whether other is this class or one below it. A class that is gone includes itself alone.
     bool includes(const IfcClass& other) const {
-        return kindNumber <= other.kindNumber && other.kindNumber <= lastOfKind;
+        return name == other.name || (kindNumber <= other.kindNumber && other.kindNumber <= lastOfKind);
     }
 
     /// Whether this is IfcObjectDefinition or a class below it.
@@ -26,8 +24,8 @@ struct ORV_EXPORT IfcClass {
         return firstObjectDefinition <= kindNumber && kindNumber <= lastObjectDefinition;
     }
 
-    /// The row of that name, in any mix of upper and lower case, so that the keywords of IFC files
-    /// ("IFCWALL") find it as well; null if the table has none. The table lives as long as the process.
+    /// The row of that name, in any mix of upper and lower case, so that the keywords of IFC files ("IFCWALL") find it
+    /// as well; null if the table has none. The table lives as long as the process.
     static const IfcClass* find(std::string_view name);
 
     static constexpr std::uint32_t firstObjectDefinition = 355;

@@ -12,8 +12,7 @@ namespace {
 constexpr std::size_t uuidLength = 36;
 constexpr std::size_t globalIdLength = 22;
 constexpr std::string_view hexDigits = "0123456789abcdef";
-constexpr std::string_view globalIdDigits =
-    "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
+constexpr std::string_view globalIdDigits = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
 
 /// The sixteen bytes from the most significant one on, the order in which both spellings write them.
 using Bytes = std::array<std::uint8_t, 16>;

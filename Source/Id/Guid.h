@@ -2,7 +2,9 @@
 
 #include "Export.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -34,3 +36,8 @@ struct ORV_EXPORT Guid {
 };
 
 } // namespace orv
+
+template <>
+struct std::hash<orv::Guid> {
+    std::size_t operator()(const orv::Guid& id) const noexcept { return id.hash(); }
+};

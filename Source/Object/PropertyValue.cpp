@@ -4,7 +4,7 @@
 
 namespace orv::object {
 
-// The widths by which other code knows the plain alternatives.
+// Hosts are compiled against these widths.
 static_assert(sizeof(int) == 4 && sizeof(Logical) == 4 && sizeof(std::optional<int>) == 8 &&
               sizeof(std::optional<Logical>) == 8 && sizeof(std::optional<bool>) == 2 &&
               sizeof(std::optional<double>) == 16);
@@ -15,8 +15,8 @@ const std::type_info& PropertyValue::getType() const {
 
 void PropertyValue::reportOtherType() {
     if (assert::Assert::isEnabled()) {
-        assert::Assert::addAssert({0, "Property value doesn't hold the given type.",
-                                   "orv::object::PropertyValue::get", "Source/Object/PropertyValue", 93});
+        assert::Assert::addAssert({0, "Property value doesn't hold the given type.", "orv::object::PropertyValue::get",
+                                   "Source/Object/PropertyValue", 93});
     }
 }
 

@@ -3,6 +3,8 @@
 #include "Export.h"
 #include "Object/Logical.h"
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -47,7 +49,9 @@ public:
 
     /// Other pointers would turn into a bool.
     template <typename T>
-    PropertyValue(T*) = delete;
+    requires(!std::same_as<T, char>) PropertyValue(T*)
+    = delete;
+    PropertyValue(std::nullptr_t) = delete;
 
     /// The index of the alternative held, 0 for the empty value.
     std::uint8_t getIndex() const noexcept { return static_cast<std::uint8_t>(content.index()); }
@@ -72,9 +76,8 @@ public:
 private:
     static void reportOtherType();
 
-    std::variant<std::monostate, int, Logical, bool, double, std::string, std::optional<int>,
-                 std::optional<Logical>, std::optional<bool>, std::optional<double>,
-                 std::optional<std::string>>
+    std::variant<std::monostate, int, Logical, bool, double, std::string, std::optional<int>, std::optional<Logical>,
+                 std::optional<bool>, std::optional<double>, std::optional<std::string>>
         content;
 };
 

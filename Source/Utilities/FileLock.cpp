@@ -68,8 +68,7 @@ int openFile(const std::filesystem::path& path, int flags) {
 
 } // namespace
 
-std::unique_ptr<FileLock> FileLock::tryLock(const std::filesystem::path& path, bool exclusive,
-                                            Access access) {
+std::unique_ptr<FileLock> FileLock::tryLock(const std::filesystem::path& path, bool exclusive, Access access) {
     Descriptor file(openFile(path, access == Access::ReadWrite ? O_RDWR : O_RDONLY));
     if (!file.sizeOfRegularFile() || !file.lock(exclusive)) {
         return nullptr;
@@ -106,7 +105,7 @@ FileLock::~FileLock() {
     if (access != Access::ReadWrite) {
         return;
     }
-    // A full disk shows itself at the flush. The tail of the old content is then all that is left of it.
+    // A full disk shows only at the flush. Then the tail of the old content is all that is left of it, and stays.
     stream.flush();
     const std::streamoff written = stream.tellp();
     if (stream.good() && written > 0) {

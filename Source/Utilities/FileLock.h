@@ -18,15 +18,14 @@ namespace orv::utilities {
 /// what was written. If nothing was written, or not all of it could be, the file isn't cut.
 class ORV_EXPORT FileLock {
 public:
-    /// What the stream is for. That of ReadWrite takes output only, so that nothing but a write moves the
-    /// position at which the file is cut.
+    /// What the stream is for. That of ReadWrite takes output only: the file is cut at its position, which reading
+    /// would move. Don't seek in it either.
     enum class Access { Read = 0, ReadWrite = 1 };
 
     /// Locks an existing file, against everyone if exclusive is true, otherwise beside other holders that ask
     /// for no more. Makes one attempt and doesn't wait. Gives null if the file is missing, can't be opened
     /// for that access (a directory can't), or is locked by another holder, in this process or in another.
-    static std::unique_ptr<FileLock> tryLock(const std::filesystem::path& path, bool exclusive,
-                                             Access access);
+    static std::unique_ptr<FileLock> tryLock(const std::filesystem::path& path, bool exclusive, Access access);
 
     /// Makes the file if it is missing, in a directory that exists, and locks it exclusively for writing its
     /// first content. Gives null if that fails, or if the file isn't empty once it is locked: then another

@@ -9,7 +9,7 @@ namespace orv::xml {
 
 namespace {
 
-/// The number as it is stored, for what is about to reach it.
+/// The size as it is stored. Throws std::length_error if it has reached the maximum.
 std::uint32_t checkedSize(std::size_t size, std::size_t maximum) {
     if (size >= maximum) {
         throw std::length_error("XML document too long");
@@ -76,8 +76,7 @@ NodeIndex Document::append(NodeIndex parent, NodeKind kind, std::uint32_t name, 
     return node;
 }
 
-NodeIndex Document::appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name,
-                                   std::string_view text) {
+NodeIndex Document::appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name, std::string_view text) {
     const std::uint32_t first = storeText(text);
     return append(parent, kind, name, first, static_cast<std::uint32_t>(text.size()));
 }

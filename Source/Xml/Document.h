@@ -29,6 +29,8 @@ public:
 
     /// An empty document, to be saved with the XML declaration or without.
     explicit Document(bool withDeclaration) : declaration(withDeclaration) {}
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
 
     /// Appends to the children of the parent, which is an element, or makes the root if the parent is noNode.
     NodeIndex appendElement(NodeIndex parent, std::string_view name);
@@ -80,8 +82,7 @@ private:
         std::uint32_t last;  // an element's last child, otherwise the length of the text
     };
 
-    NodeIndex append(NodeIndex parent, NodeKind kind, std::uint32_t name, std::uint32_t first,
-                     std::uint32_t last);
+    NodeIndex append(NodeIndex parent, NodeKind kind, std::uint32_t name, std::uint32_t first, std::uint32_t last);
     NodeIndex appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name, std::string_view text);
     std::uint32_t storeText(std::string_view text);
     std::uint32_t nameNumber(std::string_view name);

@@ -4,12 +4,12 @@
 
 #include <string_view>
 
-/// What a host derives to be told in words why an operation of orv::xml::File gave no value or false.
-/// Handlers are not owned, may be null, and are called during the operation that they are given to. A message
-/// is a phrase without a full stop, in English, that lives for the length of the call.
+/// What a host derives to be told in words why an operation of orv::xml::File gave no value or false. Handlers are
+/// not owned and may be null. A message is a phrase without a full stop, in English, that lives for the length of the
+/// call.
 namespace orv::xml::errorhandler {
 
-/// Is told of uses that a document object can't follow.
+/// Is told why create or parse refused to begin.
 class ORV_EXPORT ExceptionInterface {
 public:
     virtual ~ExceptionInterface() = default;

@@ -19,14 +19,6 @@ constexpr std::string_view emptyName = "_x_";
 // byte.
 constexpr std::uint32_t byteSurrogates = 0xdc00;
 
-bool isHighSurrogate(std::uint32_t unit) {
-    return unit >= 0xd800 && unit < 0xdc00;
-}
-
-bool isLowSurrogate(std::uint32_t unit) {
-    return unit >= 0xdc00 && unit < 0xe000;
-}
-
 std::optional<std::uint32_t> hexDigitValue(char digit) {
     if (digit >= '0' && digit <= '9') {
         return digit - '0';
@@ -40,7 +32,7 @@ std::optional<std::uint32_t> hexDigitValue(char digit) {
     return std::nullopt;
 }
 
-/// The code unit of what stands at the position, if it is an escape but for the underscore at its end.
+/// The number HHHH of the _xHHHH at the position, if there is one; whether an underscore follows isn't looked at.
 std::optional<std::uint32_t> escapedUnit(std::string_view text, std::size_t position) {
     if (text.size() < position + escapeLength - 1 || text[position] != '_' || text[position + 1] != 'x') {
         return std::nullopt;
@@ -58,8 +50,7 @@ std::optional<std::uint32_t> escapedUnit(std::string_view text, std::size_t posi
 
 std::optional<std::uint32_t> completeEscape(std::string_view text, std::size_t position) {
     const auto unit = escapedUnit(text, position);
-    const bool isComplete =
-        unit && text.size() >= position + escapeLength && text[position + escapeLength - 1] == '_';
+    const bool isComplete = unit && text.size() >= position + escapeLength && text[position + escapeLength - 1] == '_';
     return isComplete ? unit : std::nullopt;
 }
 
@@ -85,8 +76,8 @@ void appendEscapedCharacter(std::string& out, char32_t codePoint) {
     }
 }
 
-/// An underscore. What follows decides, whether or not it ends in an underscore: an escape may come to stand
-/// there.
+/// Escapes an underscore that xHHHH follows, even without the underscore after that: the next character may itself be
+/// escaped, and its escape begins with one.
 void appendUnderscore(std::string& out, std::string_view text, std::size_t position) {
     if (escapedUnit(text, position)) {
         appendEscape(out, '_');
@@ -162,9 +153,8 @@ constexpr std::array nameLetters{
 };
 
 bool isNameLetter(char32_t codePoint) {
-    return std::any_of(nameLetters.begin(), nameLetters.end(), [codePoint](const Range& range) {
-        return range.first <= codePoint && codePoint <= range.last;
-    });
+    return std::any_of(nameLetters.begin(), nameLetters.end(),
+                       [codePoint](const Range& range) { return range.first <= codePoint && codePoint <= range.last; });
 }
 
 bool isNameCharacterBehindFirst(char32_t codePoint) {
@@ -225,11 +215,10 @@ void unescape(std::string& text, std::size_t begin) {
     std::string character;
     while (from < text.size()) {
         const auto unit = completeEscape(text, from);
-        const auto nextUnit =
-            unit && isHighSurrogate(*unit) ? completeEscape(text, from + escapeLength) : std::nullopt;
+        const auto nextUnit = unit && isHighSurrogate(*unit) ? completeEscape(text, from + escapeLength) : std::nullopt;
         character.clear();
         if (nextUnit && isLowSurrogate(*nextUnit)) {
-            appendUtf8(character, 0x10000 + ((*unit - 0xd800) << 10U) + (*nextUnit - 0xdc00));
+            appendUtf8(character, joinSurrogates(*unit, *nextUnit));
             from += 2 * escapeLength;
         } else if (unit && *unit >= byteSurrogates + 0x80 && *unit <= byteSurrogates + 0xff) {
             character = static_cast<char>(*unit - byteSurrogates);

@@ -60,8 +60,8 @@ std::optional<Element> File::parse(std::istream& stream, const std::string& docu
     }
     const auto& [reason, line, column] = parser.getFailure();
     if (verboseLevel == VerboseLevel::Full) {
-        report(handler, documentName + ", line " + std::to_string(line) + ", column " +
-                            std::to_string(column) + ": " + reason);
+        report(handler,
+               documentName + ", line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + reason);
     } else {
         report(handler, reason);
     }

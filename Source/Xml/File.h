@@ -27,7 +27,7 @@ enum class ValidateLevel { Default = -1, WellFormed = 1 };
 /// The character encoding of a saved document.
 enum class Encoding { Utf8 = 0 };
 
-/// What stands between the elements of a saved document.
+/// What stands between the elements of a saved document, except around text. Indentation ends at 32 levels.
 enum class LineEnding {
     None = 0, ///< Nothing: the whole document is one line.
     CrLf = 1, ///< Carriage return and line feed, and an indentation by two spaces a level.
@@ -38,21 +38,21 @@ enum class LineEnding {
 ///
 /// What is saved is well-formed XML 1.0 in UTF-8, whatever names and texts it was given, and parse brings
 /// each of them back byte for byte. What XML can't carry is written in the form _xHHHH_ with the hexadecimal
-/// number of a UTF-16 code unit, as office documents and .NET do it; a byte that isn't part of valid UTF-8 is
+/// number of a UTF-16 code unit, known from office documents; a byte that isn't part of valid UTF-8 is
 /// the lone surrogate _xDC80_ to _xDCFF_; an underscore that would begin such a form is _x005F_; a name of no
 /// characters is _x_. An empty text is an empty CDATA section.
 ///
-/// Text next to text is one text node. Of a parsed document elements, texts, comments and processing
-/// instructions below the root are kept; CDATA sections are text, entities are expanded, attributes and all
-/// that stands outside the root are passed over.
+/// Text next to text is one text node. Of a parsed document elements, texts, comments and processing instructions below
+/// the root are kept; CDATA sections are text, entities are expanded, attributes and all that stands outside the root
+/// are passed over. So a document of another origin that is parsed and saved may lose something, and a name with a
+/// colon comes out escaped.
 ///
-/// A document has up to 4 GiB of text and names and up to 4 billion nodes; appending more raises
-/// std::length_error. The depth of a document is bounded by memory alone.
+/// A document has up to 4 GiB of text and up to 4 billion nodes; appending more raises std::length_error. The depth of
+/// a document is bounded by memory alone.
 class ORV_EXPORT File {
 public:
     /// An empty document object. The handler must outlive it.
-    explicit File(errorhandler::ExceptionInterface* handler = nullptr,
-                  VerboseLevel verbose = VerboseLevel::Default,
+    explicit File(errorhandler::ExceptionInterface* handler = nullptr, VerboseLevel verbose = VerboseLevel::Default,
                   ValidateLevel validate = ValidateLevel::Default);
     ~File();
 
@@ -67,8 +67,8 @@ public:
     /// Reads one document from the stream's position to its end and gives the root element. The stream isn't
     /// used after that. UTF-8, UTF-16, ISO-8859-1 and US-ASCII are understood, by byte order mark or
     /// declaration. documentName is what messages call the document. Gives no value, and leaves the object
-    /// empty, for what isn't one well-formed document, declares more than 256 entities, expands them to a
-    /// multiple of its size, or can't be read; and also, changing nothing, if there is a document already.
+    /// empty, for what isn't one well-formed document, declares more than 256 entities, expands them to a multiple of
+    /// its size, is too long, or can't be read; and also,changing nothing, if there is a document already.
     std::optional<Element> parse(std::istream& stream, const std::string& documentName,
                                  errorhandler::ParseInterface* handler);
 

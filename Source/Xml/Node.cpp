@@ -4,6 +4,8 @@
 #include "Xml/Element.h"
 #include "Xml/NodeList.h"
 
+#include <stdexcept>
+
 namespace orv::xml {
 
 std::string const_Node::getNodeName() const {
@@ -61,6 +63,9 @@ std::optional<Node> Node::NextSiblingGet() {
 }
 
 Element Node::ElementNodeAppend(std::string_view name) {
+    if (document->getKind(index) != NodeKind::Element) {
+        throw std::logic_error("only an element has children");
+    }
     return {*document, document->appendElement(index, name)};
 }
 
@@ -78,8 +83,7 @@ std::optional<Node> Node::at(std::uint32_t node) const {
 
 std::optional<const_Element> const_Element::toWrapper(const const_Node& node) {
     const const_Element element(node);
-    return element.document->getKind(element.index) == NodeKind::Element ? std::optional(element)
-                                                                         : std::nullopt;
+    return element.document->getKind(element.index) == NodeKind::Element ? std::optional(element) : std::nullopt;
 }
 
 } // namespace orv::xml

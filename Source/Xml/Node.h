@@ -33,7 +33,7 @@ public:
     /// The first child node of any kind, or no value if there is none.
     std::optional<const_Node> FirstChildGet() const;
 
-    /// The node behind this one under the same parent, or no value if this is the last one.
+    /// The node after this one under the same parent, or no value if this is the last one.
     std::optional<const_Node> NextSiblingGet() const;
 
     /// The value in decimal digits.
@@ -61,11 +61,11 @@ public:
     NodeList ChildNodesGet();
     std::optional<Node> NextSiblingGet();
 
-    /// Appends a child element behind the existing children and gives it. Any name will do; it comes back as
-    /// it is. Must be called on an element.
+    /// Appends a child element after the existing children and gives it. Any name will do; it comes back as it is.
+    /// Throws std::logic_error if this isn't an element.
     Element ElementNodeAppend(std::string_view name);
 
-    /// Appends a text, of any bytes, behind the existing children; behind a text it goes on with that one.
+    /// Appends a text, of any bytes, after the existing children; after a text it goes on with that one.
     /// Gives false, and does nothing, if this isn't an element.
     bool boTextNodeAppend(std::string_view text);
 

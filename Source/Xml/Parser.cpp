@@ -12,7 +12,7 @@ namespace orv::xml {
 
 namespace {
 
-// Expat expands an entity within an entity by recursion, so this many calls deep at the most.
+// Expat expands entities within entities by recursion; this bounds its stack.
 constexpr int maximumEntities = 256;
 
 constexpr int bufferSize = 1 << 16;
@@ -55,9 +55,8 @@ bool Parser::readAll(std::istream& stream) {
             noteFailure("the stream can't be read");
             return false;
         }
-        if (XML_ParseBuffer(expat.get(), static_cast<int>(stream.gcount()), isLast ? 1 : 0) !=
-            XML_STATUS_OK) {
-            if (failure.reason.empty()) {
+        if (XML_ParseBuffer(expat.get(), static_cast<int>(stream.gcount()), isLast ? 1 : 0) != XML_STATUS_OK) {
+            if (!isStopped) {
                 noteFailure(XML_ErrorString(XML_GetErrorCode(expat.get())));
             }
             return false;
@@ -69,13 +68,16 @@ bool Parser::readAll(std::istream& stream) {
 template <typename Action>
 void Parser::handle(void* self, Action action) {
     auto& parser = *static_cast<Parser*>(self);
+    if (parser.isStopped) {
+        return; // Expat still ends an empty element whose start it was stopped at.
+    }
     try {
         action(parser);
-    } catch (const std::length_error& error) {
-        parser.stop(error.what());
+    } catch (const std::length_error&) {
+        parser.stop("the document is too long");
     } catch (...) {
         parser.exception = std::current_exception();
-        XML_StopParser(parser.expat.get(), XML_FALSE);
+        parser.stop("an exception passed");
     }
 }
 
@@ -102,9 +104,8 @@ void Parser::setHandlers() {
         });
     });
     XML_SetStartCdataSectionHandler(expat.get(), [](void* self) {
-        handle(self, [](Parser& parser) {
-            parser.openText = parser.document->appendText(parser.openElements.back(), {});
-        });
+        handle(self,
+               [](Parser& parser) { parser.openText = parser.document->appendText(parser.openElements.back(), {}); });
     });
     XML_SetCommentHandler(expat.get(), [](void* self, const XML_Char* text) {
         handle(self, [text](Parser& parser) {
@@ -114,37 +115,35 @@ void Parser::setHandlers() {
             }
         });
     });
-    XML_SetProcessingInstructionHandler(
-        expat.get(), [](void* self, const XML_Char* target, const XML_Char* data) {
-            handle(self, [=](Parser& parser) {
-                if (!parser.openElements.empty()) {
-                    parser.endText();
-                    parser.document->appendProcessingInstruction(parser.openElements.back(), target, data);
-                }
-            });
+    XML_SetProcessingInstructionHandler(expat.get(), [](void* self, const XML_Char* target, const XML_Char* data) {
+        handle(self, [=](Parser& parser) {
+            if (!parser.openElements.empty()) {
+                parser.endText();
+                parser.document->appendProcessingInstruction(parser.openElements.back(), target, data);
+            }
         });
-    XML_SetEntityDeclHandler(expat.get(),
-                             [](void* self, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
-                                const XML_Char*, const XML_Char*, const XML_Char*) {
-                                 handle(self, [](Parser& parser) {
-                                     if (++parser.declaredEntities > maximumEntities) {
-                                         parser.stop("too many entities are declared");
-                                     }
-                                 });
-                             });
-    XML_SetSkippedEntityHandler(expat.get(), [](void* self, const XML_Char* name, int) {
-        handle(self, [name](Parser& parser) { parser.stop("undeclared entity " + std::string(name)); });
+    });
+    XML_SetEntityDeclHandler(expat.get(), [](void* self, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
+                                             const XML_Char*, const XML_Char*, const XML_Char*) {
+        handle(self, [](Parser& parser) {
+            if (++parser.declaredEntities > maximumEntities) {
+                parser.stop("too many entities are declared");
+            }
+        });
+    });
+    XML_SetSkippedEntityHandler(expat.get(), [](void* self, const XML_Char*, int) {
+        handle(self, [](Parser& parser) { parser.stop("an entity isn't declared"); });
     });
 }
 
-void Parser::stop(std::string_view reason) {
+void Parser::stop(const char* reason) {
+    isStopped = true;
     noteFailure(reason);
     XML_StopParser(expat.get(), XML_FALSE);
 }
 
-void Parser::noteFailure(std::string_view reason) {
-    failure = {std::string(reason), XML_GetCurrentLineNumber(expat.get()),
-               XML_GetCurrentColumnNumber(expat.get()) + 1};
+void Parser::noteFailure(const char* reason) {
+    failure = {reason, XML_GetCurrentLineNumber(expat.get()), XML_GetCurrentColumnNumber(expat.get()) + 1};
 }
 
 void Parser::endText() {

@@ -6,8 +6,6 @@
 #include <exception>
 #include <iosfwd>
 #include <memory>
-#include <string>
-#include <string_view>
 #include <vector>
 
 struct XML_ParserStruct;
@@ -18,12 +16,14 @@ namespace orv::xml {
 class Parser {
 public:
     Parser();
+    Parser(const Parser&) = delete;
+    Parser& operator=(const Parser&) = delete;
 
     /// The document, or null if the stream holds none; then getFailure tells why.
     std::unique_ptr<Document> parse(std::istream& stream);
 
     struct Failure {
-        std::string reason;
+        const char* reason = "";  ///< Lives as long as the process.
         std::uint64_t line = 0;   ///< From 1.
         std::uint64_t column = 0; ///< From 1, in bytes.
     };
@@ -41,8 +41,8 @@ private:
 
     void setHandlers();
     bool readAll(std::istream& stream);
-    void stop(std::string_view reason);
-    void noteFailure(std::string_view reason);
+    void stop(const char* reason);
+    void noteFailure(const char* reason);
     void endText();
 
     std::unique_ptr<XML_ParserStruct, Release> expat;
@@ -50,6 +50,7 @@ private:
     std::vector<NodeIndex> openElements;
     NodeIndex openText = noNode;
     int declaredEntities = 0;
+    bool isStopped = false;
     Failure failure;
     std::exception_ptr exception;
 };

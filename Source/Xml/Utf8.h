@@ -7,6 +7,21 @@
 
 namespace orv::xml {
 
+/// Whether a UTF-16 code unit is the first half of a pair.
+constexpr bool isHighSurrogate(char32_t unit) {
+    return unit >= 0xd800 && unit < 0xdc00;
+}
+
+/// Whether a UTF-16 code unit is the second half of a pair.
+constexpr bool isLowSurrogate(char32_t unit) {
+    return unit >= 0xdc00 && unit < 0xe000;
+}
+
+/// The character of a pair of a high and a low surrogate.
+constexpr char32_t joinSurrogates(char32_t high, char32_t low) {
+    return 0x10000 + ((high - 0xd800) << 10U) + (low - 0xdc00);
+}
+
 /// A character at the start of a text.
 struct Utf8Character {
     char32_t codePoint = 0;
@@ -28,14 +43,13 @@ constexpr Utf8Character decodeUtf8(std::string_view text) {
     }
     if (lead >= 0xe0 && lead < 0xf0 && isContinuation(1) && isContinuation(2)) {
         const char32_t codePoint = ((lead & 0x0fU) << 12U) | ((byte(1) & 0x3fU) << 6U) | (byte(2) & 0x3fU);
-        const bool isSurrogate = codePoint >= 0xd800 && codePoint < 0xe000;
-        if (codePoint >= 0x800 && !isSurrogate) {
+        if (codePoint >= 0x800 && !isHighSurrogate(codePoint) && !isLowSurrogate(codePoint)) {
             return {codePoint, 3};
         }
     }
     if (lead >= 0xf0 && lead < 0xf5 && isContinuation(1) && isContinuation(2) && isContinuation(3)) {
-        const char32_t codePoint = ((lead & 0x07U) << 18U) | ((byte(1) & 0x3fU) << 12U) |
-                                   ((byte(2) & 0x3fU) << 6U) | (byte(3) & 0x3fU);
+        const char32_t codePoint =
+            ((lead & 0x07U) << 18U) | ((byte(1) & 0x3fU) << 12U) | ((byte(2) & 0x3fU) << 6U) | (byte(3) & 0x3fU);
         if (codePoint >= 0x10000 && codePoint < 0x110000) {
             return {codePoint, 4};
         }
@@ -55,8 +69,7 @@ inline void appendUtf8(std::string& out, char32_t codePoint) {
     } else if (codePoint < 0x10000) {
         out += {static_cast<char>(0xe0U | (codePoint >> 12U)), continuation(6), continuation(0)};
     } else {
-        out += {static_cast<char>(0xf0U | (codePoint >> 18U)), continuation(12), continuation(6),
-                continuation(0)};
+        out += {static_cast<char>(0xf0U | (codePoint >> 18U)), continuation(12), continuation(6), continuation(0)};
     }
 }
 

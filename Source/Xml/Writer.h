@@ -15,7 +15,7 @@ public:
     /// either.
     Writer(const Document& source, std::string_view lineEnd) : document(source), lineBreak(lineEnd) {}
 
-    /// The whole document.
+    /// The whole document. Called once.
     std::string write();
 
 private:

@@ -6,8 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sstream>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,10 +40,8 @@ protected:
         posix_spawn_file_actions_t actions;
         ::posix_spawn_file_actions_init(&actions);
         const int flags = O_WRONLY | O_CREAT | O_TRUNC;
-        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, (directory / (name + ".out")).c_str(),
-                                           flags, 0600);
-        ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, (directory / (name + ".err")).c_str(),
-                                           flags, 0600);
+        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, (directory / (name + ".out")).c_str(), flags, 0600);
+        ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, (directory / (name + ".err")).c_str(), flags, 0600);
         pid_t process = -1;
         EXPECT_EQ(::posix_spawn(&process, ANNOTATE, &actions, nullptr, pointers.data(), environ), 0);
         ::posix_spawn_file_actions_destroy(&actions);
@@ -82,8 +84,7 @@ TEST_F(AnnotateTest, listsEveryObjectDefinitionOfTheFile) {
         for (std::string line; std::getline(stream, line);) {
             const std::size_t begin = line.find('=') + 1;
             const auto* ifcClass = orv::fc::IfcClass::find(line.substr(begin, line.find('(') - begin));
-            expected +=
-                line.starts_with('#') && ifcClass != nullptr && ifcClass->isObjectDefinition() ? 1U : 0U;
+            expected += line.starts_with('#') && ifcClass != nullptr && ifcClass->isObjectDefinition() ? 1U : 0U;
         }
         EXPECT_GT(expected, 20U);
         EXPECT_EQ(lineCount(run({model, "objects"}).output), expected) << model;
@@ -184,7 +185,19 @@ TEST_F(AnnotateTest, tellsThatAnotherProgramHasTheStoreLocked) {
     EXPECT_EQ(contentOf(store), content);
 }
 
-TEST_F(AnnotateTest, ofManyProcessesLeavesADocumentAndTellsWhetherEachStored) {
+TEST_F(AnnotateTest, tellsThatANoteDidNotGetIntoTheFile) {
+    const std::string id = firstId(HOUSE);
+    EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{std::filesystem::file_size(store) + 50, RLIM_INFINITY};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+    const Outcome outcome = run({HOUSE, "note", id, "second", "--store", store});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.error.find(store), std::string::npos) << outcome.error;
+    EXPECT_EQ(outcome.output, "");
+}
+
+TEST_F(AnnotateTest, ofManyProcessesLeavesADocumentAndAnswersEach) {
     const std::string id = firstId(HOUSE);
     for (int round = 0; round < 5; ++round) {
         std::vector<pid_t> processes;
@@ -194,8 +207,8 @@ TEST_F(AnnotateTest, ofManyProcessesLeavesADocumentAndTellsWhetherEachStored) {
         }
         for (std::size_t number = 0; number < processes.size(); ++number) {
             const Outcome outcome = finish(processes[number], "note " + std::to_string(number));
-            const bool stored = outcome.status == 0 && outcome.output == "Stored in " + store + ".\n" &&
-                                outcome.error.empty();
+            const bool stored =
+                outcome.status == 0 && outcome.output == "Stored in " + store + ".\n" && outcome.error.empty();
             const bool refused =
                 outcome.status == 1 && outcome.output.empty() && outcome.error.starts_with("annotate: ");
             EXPECT_TRUE(stored || refused) << outcome.status << outcome.output << outcome.error;

@@ -70,8 +70,8 @@ TEST_F(ModelTest, listsTheObjectDefinitionsOfTheData) {
 
 TEST_F(ModelTest, findsTheFirstObjectOfAValidGlobalId) {
     const std::string uuid = "7b7032cc-b822-417b-9aea-6429f95d6512";
-    const Model model = read(header + "#1=IFCWALL('" + uuid + "',$,$);#2=IFCWALL('bad',$,$);" + wall +
-                             "#8=IFCDOOR('" + id + "',$,$);" + footer);
+    const Model model = read(header + "#1=IFCWALL('" + uuid + "',$,$);#2=IFCWALL('bad',$,$);" + wall + "#8=IFCDOOR('" +
+                             id + "',$,$);" + footer);
     orv::Guid wanted;
     ASSERT_TRUE(wanted.boSet(id));
     ASSERT_NE(model.find(wanted), nullptr);
@@ -87,8 +87,7 @@ TEST_F(ModelTest, tellsWhatIsWrongWithAFile) {
         {"", "isn't an IFC model"},
         {std::string("\x7f\x45LF\0\x01", 6), "isn't an IFC model"},
         {"<?xml version=\"1.0\"?>", "isn't an IFC model"},
-        {start + "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));ENDSEC;DATA;" + footer,
-         "its schema is 'AUTOMOTIVE_DESIGN'"},
+        {start + "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));ENDSEC;DATA;" + footer, "its schema is 'AUTOMOTIVE_DESIGN'"},
         {start + "ENDSEC;DATA;" + footer, "its schema is ''"},
         {header + wall, "is cut off"},
         {header + wall + "\nENDSEC;", "is cut off"},

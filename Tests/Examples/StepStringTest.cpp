@@ -25,8 +25,7 @@ TEST(StepString, decodesToUtf8) {
         {"\u00fc\xfc", "\u00c3\u00bc\u00fc"},
         {"\xc0\x80\xed\xa0\x80", "\u00c0\u0080\u00ed\u00a0\u0080"},
         {R"(C:\temp\X)", R"(C:\temp\X)"},
-        {R"(\X\G1 \X2\00F\X0\ \X2\0041 \X4\41\X0\ \PJ\ \S\)",
-         R"(\X\G1 \X2\00F\X0\ \X2\0041 \X4\41\X0\ \PJ\ \S\)"},
+        {R"(\X\G1 \X2\00F\X0\ \X2\0041 \X4\41\X0\ \PJ\ \S\)", R"(\X\G1 \X2\00F\X0\ \X2\0041 \X4\41\X0\ \PJ\ \S\)"},
     };
     for (const auto& [literal, text] : literals) {
         EXPECT_EQ(decodeString(literal), text) << literal;

@@ -31,6 +31,10 @@ TEST(IfcClass, ofAnOlderVersionBearsItsOwnNameAndTheNumbersOfThePresentClass) {
     EXPECT_EQ(style.name, "IfcDoorStyle");
     EXPECT_EQ(style.kindNumber, IfcClass::find("IfcTypeProduct")->kindNumber);
     EXPECT_TRUE(style.isObjectDefinition());
+    EXPECT_TRUE(style.includes(style));
+    EXPECT_FALSE(style.includes(*IfcClass::find("IfcFurnitureType")));
+    EXPECT_TRUE(IfcClass::find("IfcTypeProduct")->includes(style));
+    EXPECT_TRUE(IfcClass::find("IfcBuildingElement")->includes(*IfcClass::find("IfcWall")));
 }
 
 } // namespace

@@ -80,8 +80,7 @@ TEST(Guid, hashesIdsThatDifferInOneBitFarApart) {
         for (const std::size_t dash : {8U, 13U, 18U, 23U}) {
             position += position >= dash ? 1U : 0U;
         }
-        const auto digit =
-            static_cast<unsigned>(std::stoi(uuid.substr(position, 1), nullptr, 16)) ^ (1U << bit % 4);
+        const auto digit = static_cast<unsigned>(std::stoi(uuid.substr(position, 1), nullptr, 16)) ^ (1U << bit % 4);
         uuid[position] = "0123456789abcdef"[digit];
         Guid id;
         ASSERT_TRUE(id.boSet(uuid)) << uuid;

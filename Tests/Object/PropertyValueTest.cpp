@@ -61,8 +61,8 @@ TEST_F(PropertyValueTest, leavesAMovedFromTextEmptyWithItsIndex) {
 
 TEST_F(PropertyValueTest, reportsAGetOfAnotherAlternativeAndGivesItsDefault) {
     const PropertyValue value(2.5);
-    const tests::Report expected{"Property value doesn't hold the given type.",
-                                 "orv::object::PropertyValue::get", "Source/Object/PropertyValue", 93};
+    const tests::Report expected{"Property value doesn't hold the given type.", "orv::object::PropertyValue::get",
+                                 "Source/Object/PropertyValue", 93};
     EXPECT_EQ(value.get<double>(), 2.5);
     EXPECT_EQ(value.get<std::string>(), "");
     EXPECT_EQ(takeReports(), std::vector{expected});

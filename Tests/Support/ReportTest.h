@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orv::tests {
@@ -19,8 +20,8 @@ struct Report {
     bool operator==(const Report&) const = default;
 
     friend std::ostream& operator<<(std::ostream& out, const Report& report) {
-        return out << report.sourcePath << ':' << report.line << ": " << report.function << ": "
-                   << report.message << " (" << report.number << ')';
+        return out << report.sourcePath << ':' << report.line << ": " << report.function << ": " << report.message
+                   << " (" << report.number << ')';
     }
 };
 
@@ -29,8 +30,8 @@ class ReportTest : public ::testing::Test {
 protected:
     ReportTest() {
         assert::Assert::setReceiver([this](const assert::AssertInfo& info) {
-            reports.push_back({std::string(info.message), std::string(info.function),
-                               std::string(info.sourcePath), info.line, info.number});
+            reports.push_back({std::string(info.message), std::string(info.function), std::string(info.sourcePath),
+                               info.line, info.number});
         });
         assert::Assert::setEnabled(true);
     }

@@ -36,9 +36,7 @@ public:
             }
         }
     }
-    std::unique_ptr<EnhancementBase> createInstance() const override {
-        return std::make_unique<SampleRecord>(kind);
-    }
+    std::unique_ptr<EnhancementBase> createInstance() const override { return std::make_unique<SampleRecord>(kind); }
 
     std::string kind;
     TypedAttributes attributes;

@@ -16,15 +16,13 @@ std::string saved(const File& file, LineEnding lineEnding = LineEnding::Lf) {
     return stream.str();
 }
 
-std::optional<Element> parsed(File& file, const std::string& text,
-                              errorhandler::ParseInterface* handler = nullptr) {
+std::optional<Element> parsed(File& file, const std::string& text, errorhandler::ParseInterface* handler = nullptr) {
     std::istringstream stream(text);
     return file.parse(stream, "sample", handler);
 }
 
 /// What a parser makes of a node below the root that was given a name and a text.
-std::pair<std::string, std::optional<std::string>> throughParser(const std::string& name,
-                                                                 const std::string& text) {
+std::pair<std::string, std::optional<std::string>> throughParser(const std::string& name, const std::string& text) {
     File made;
     made.create("Root", {}, true)->ElementNodeAppend(name).boTextNodeAppend(text);
     File read;
@@ -139,8 +137,7 @@ TEST(XmlFile, isSavedIndentedExceptAroundText) {
 
 TEST(XmlFile, givesTheNodesOfAllKindsInDocumentOrder) {
     File file;
-    const auto root =
-        parsed(file, "<!-- before --><r a='1'>x<![CDATA[<y>]]>&amp;z<e/><!-- c --><?pi data?> </r>\n");
+    const auto root = parsed(file, "<!-- before --><r a='1'>x<![CDATA[<y>]]>&amp;z<e/><!-- c --><?pi data?> </r>\n");
     ASSERT_TRUE(root);
     EXPECT_TRUE(root->boNodeNameIs("r"));
     EXPECT_EQ(root->getNodeValue(), "");
@@ -256,12 +253,9 @@ TEST(XmlFile, holdsOneDocumentAndTellsWhyItRefuses) {
     EXPECT_FALSE(parsed(file, "<s/>"));
     EXPECT_TRUE(root->boNodeNameIs("r"));
     EXPECT_FALSE(file.save(failing, &keeper, Encoding::Utf8, LineEnding::Lf));
-    const std::vector<std::string> expected = {"there is no document to save",
-                                               "only XML 1.0 is known",
-                                               "sample, line 2, column 6: mismatched tag",
-                                               "there is a document already",
-                                               "there is a document already",
-                                               "the stream can't be written"};
+    const std::vector<std::string> expected = {
+        "there is no document to save", "only XML 1.0 is known",       "sample, line 2, column 6: mismatched tag",
+        "there is a document already",  "there is a document already", "the stream can't be written"};
     EXPECT_EQ(keeper.reasons, expected);
 }
 

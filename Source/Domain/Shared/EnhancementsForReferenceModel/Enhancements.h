@@ -15,6 +15,10 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 /// the database and, with it, to the file; a change to a record in memory, and resetDb, reach the file with
 /// the next addition.
 ///
+/// What the load doesn't turn into a record (an element of a kind that isn't registered, a record for which the lock
+/// can't be had), and what another process has added since, is gone with the next write of the file.
+///
+/// The records are destroyed when the library is unloaded; a plug-in that defines a kind stays loaded until then.
 /// Called from one thread at a time.
 class Enhancements : public std::enable_shared_from_this<Enhancements> {
 public:
@@ -33,7 +37,7 @@ public:
     ORV_EXPORT void resetDb();
 
     /// The records in the order in which they were added, those of the file first; none is null. A caller may
-    /// change a record, but not remove one.
+    /// change a record, but not remove one. addEnhancement and resetDb invalidate iterators.
     const std::vector<std::unique_ptr<EnhancementBase>>& getRecords() const { return records; }
 
 private:

@@ -8,8 +8,11 @@
 
 #include <fstream>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
@@ -18,21 +21,20 @@ namespace {
 constexpr const char* rootName = "Enhancements";
 
 void report(std::string_view message, std::string_view function, std::uint32_t line) {
-    constexpr std::string_view sourcePath =
-        "Source/Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile";
-    assert::Assert::addAssert({0, message, function, sourcePath, line});
+    constexpr std::string_view sourcePath = "Source/Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile";
+    if (assert::Assert::isEnabled()) {
+        assert::Assert::addAssert({0, message, function, sourcePath, line});
+    }
 }
 
 constexpr std::string_view lockFileName =
     "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::lockFile";
 constexpr std::string_view writeFileName =
     "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::writeFile";
-constexpr std::string_view readName =
-    "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::read";
-constexpr std::string_view writeName =
-    "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::write";
+constexpr std::string_view readName = "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::read";
+constexpr std::string_view writeName = "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::write";
 
-/// The text that stands for the value in the file; the other alternatives have none.
+/// The text that stands for the value in the file: for an int, a bool and a text. The other alternatives have none.
 std::optional<std::string> storedText(const object::PropertyValue& value) {
     switch (value.getIndex()) {
     case 1:
@@ -86,19 +88,13 @@ void EnhancementsFile::setFilePath(std::filesystem::path path) {
 EnhancementsFile::EnhancementsFile(const Enhancements& database) : enhancementsDb(database) {}
 
 EnhancementsFile::~EnhancementsFile() {
-    if (!fileLock) {
-        return;
-    }
-    try {
+    if (fileLock) {
         writeFile();
-    } catch (...) {
-        // Nothing has reached the file: the document is complete before it is written. As after any write
-        // that failed, the records stay in memory for the next one.
     }
 }
 
 bool EnhancementsFile::lockFile() {
-    if (assert::Assert::isEnabled() && fileLock) {
+    if (fileLock) {
         report("File is already locked", lockFileName, 24);
     }
     std::error_code ignored;
@@ -113,19 +109,16 @@ void EnhancementsFile::writeFile() {
     if (!fileLock) {
         fileLock = tryLock();
     }
-    if (assert::Assert::isEnabled() && !fileLock) {
+    if (!fileLock) {
         report("Not able to lock file before writing", writeFileName, 53);
+        return;
     }
-    if (fileLock) {
-        write(fileLock->getStream());
-    }
+    writeThrough(*fileLock);
 }
 
 bool EnhancementsFile::write(std::ostream& stream) const {
-    if (assert::Assert::isEnabled() && !stream.good()) {
-        report("Stream must be open", writeName, 108);
-    }
     if (!stream.good()) {
+        report("Stream must be open", writeName, 108);
         return false;
     }
     xml::File file(nullptr, xml::VerboseLevel::Default, xml::ValidateLevel::WellFormed);
@@ -146,7 +139,7 @@ bool EnhancementsFile::readFile() {
 
 bool EnhancementsFile::read(std::istream& stream) {
     constexpr auto endOfFile = std::istream::traits_type::eof();
-    if (assert::Assert::isEnabled() && !stream.good()) {
+    if (!stream.good()) {
         report("Stream must be open", readName, 66);
     }
     if (assert::Assert::isEnabled() && stream.peek() == endOfFile) {
@@ -161,9 +154,7 @@ bool EnhancementsFile::read(std::istream& stream) {
         return false;
     }
     if (!root->boNodeNameIs(rootName)) {
-        if (assert::Assert::isEnabled()) {
-            report("Error in Enhancements xml file.", readName, 76);
-        }
+        report("Error in Enhancements xml file.", readName, 76);
         return false;
     }
     for (auto node = root->ChildNodesGet().getFirstItem(); node; node = node->NextSiblingGet()) {
@@ -180,7 +171,17 @@ void EnhancementsFile::createFile() const {
     std::error_code ignored;
     std::filesystem::create_directories(filePath.parent_path(), ignored);
     if (const auto newFile = utilities::FileLock::tryLockNew(filePath)) {
-        write(newFile->getStream());
+        writeThrough(*newFile);
+    }
+}
+
+/// Writes the database through the lock. An exception of a kind's operations goes no further: a guard's end has nobody
+/// to give it to. Nothing has reached the file then, since the document is complete before it is written.
+void EnhancementsFile::writeThrough(utilities::FileLock& lock) const {
+    try {
+        write(lock.getStream());
+    } catch (...) {
+        return;
     }
 }
 

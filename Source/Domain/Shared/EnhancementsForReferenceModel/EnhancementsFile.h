@@ -11,7 +11,8 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 
 class Enhancements;
 
-/// The file that the records are stored in, and a guard on it for one load or one addition.
+/// The file that the records are stored in, and a guard on it for one load or one addition. Hosts call setFilePath; all
+/// else is the library's own and isn't exported.
 ///
 /// The file is an XML document with the root element Enhancements and in it an element for each record, named
 /// by its kind, with the element OwnerId and one element an attribute. It is written only under its lock and
@@ -19,9 +20,9 @@ class Enhancements;
 /// writes.
 class EnhancementsFile {
 public:
-    /// Sets the path for all that follows; there is none at start. A bare file name is relative to the
-    /// current directory. Touches no file: the records in memory stay, and the next addition writes them all
-    /// to the new path, making the file and its directories if they are missing.
+    /// Sets the path for all that follows; there is none at start. A relative path is relative to the current
+    /// directory at each access. Touches no file: the records in memory stay, and the next addition writes them all to
+    /// the new path, over what the file there holds, and makes the file and its directories if they are missing.
     ORV_EXPORT static void setFilePath(std::filesystem::path path);
 
     /// A guard without the lock. The database must outlive it.
@@ -33,11 +34,13 @@ public:
     EnhancementsFile(const EnhancementsFile&) = delete;
     EnhancementsFile& operator=(const EnhancementsFile&) = delete;
 
-    /// Makes the file with the records in memory if it is missing, then tries once to take its lock. Gives
-    /// whether the guard holds the lock now.
+    /// Makes the file with the records in memory if it is missing, then tries once to take its lock. Gives whether
+    /// the guard holds the lock now. While it holds the lock already, that is reported, the attempt fails, and the
+    /// lock is lost.
     bool lockFile();
 
-    /// Writes the database through the lock, which it tries to take if the guard hasn't got it.
+    /// Writes the database through the lock, which it tries to take if the guard hasn't got it. Called by the guard's
+    /// end, and so once: a second document would follow the first.
     void writeFile();
 
     /// Writes the database to the stream as one document. Gives false, with nothing written, if the stream
@@ -54,6 +57,7 @@ public:
 
 private:
     void createFile() const;
+    void writeThrough(utilities::FileLock& lock) const;
     static std::unique_ptr<utilities::FileLock> tryLock();
 
     static std::filesystem::path filePath;

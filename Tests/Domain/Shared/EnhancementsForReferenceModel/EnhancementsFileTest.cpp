@@ -39,14 +39,14 @@ protected:
 const std::string emptyDocument = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Enhancements/>\n";
 
 TEST_F(EnhancementsFileTest, writesTextsNumbersAndTruthValuesAndLeavesOtherAttributesEmpty) {
-    auto record = std::make_unique<SampleRecord>(
-        "SampleNote", tests::TypedAttributes{{"Width", -250},
-                                             {"Visible", true},
-                                             {"Label", "Sample A"},
-                                             {"Offset", 2.5},
-                                             {"None", {}},
-                                             {"OwnerId", ""},
-                                             {"Maybe", std::optional<std::string>("text")}});
+    auto record = std::make_unique<SampleRecord>("SampleNote",
+                                                 tests::TypedAttributes{{"Width", -250},
+                                                                        {"Visible", true},
+                                                                        {"Label", "Sample A"},
+                                                                        {"Offset", 2.5},
+                                                                        {"None", {}},
+                                                                        {"OwnerId", ""},
+                                                                        {"Maybe", std::optional<std::string>("text")}});
     record->ownerId.boSet("1xS3BCk291UvhgP2dvNMKI");
     Enhancements::addEnhancement(std::move(record));
     EXPECT_EQ(contentOf(path), R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -72,9 +72,8 @@ TEST_F(EnhancementsFileTest, reportsAStreamThatIsNotGoodAndLeavesItAlone) {
     EXPECT_FALSE(file.write(stream));
     EXPECT_EQ(takeReports(), std::vector{reportOf("write", 108, "Stream must be open")});
     EXPECT_FALSE(EnhancementsFile::read(stream));
-    EXPECT_EQ(takeReports(),
-              std::vector({reportOf("read", 66, "Stream must be open"),
-                           reportOf("read", 67, "You have got an empty file without header")}));
+    EXPECT_EQ(takeReports(), std::vector({reportOf("read", 66, "Stream must be open"),
+                                          reportOf("read", 67, "You have got an empty file without header")}));
     EXPECT_EQ(stream.str(), "<Enhancements/>");
 }
 
