@@ -21,7 +21,7 @@ void Note::setAttributes(const std::vector<std::pair<std::string, std::string>>&
         } else if (name == "Priority") {
             std::from_chars(value.data(), value.data() + value.size(), priority);
         } else if (name == "Resolved") {
-            resolved = value == "true";
+            resolved = value == "true" || value == "1";
         }
     }
 }

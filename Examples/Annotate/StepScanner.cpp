@@ -195,7 +195,7 @@ void StepScanner::skipComment() {
 std::size_t StepScanner::skipListStarts() {
     std::size_t count = 0;
     for (;;) {
-        const bool typed = is(letter, peek());
+        const bool typed = is(letter, peek()) || peek() == '!';
         if (typed) {
             takeKeyword();
             expect('(');

@@ -2,7 +2,6 @@
 
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
-#include "Utilities/FileLock.h"
 #include "Xml/File.h"
 #include "Xml/NodeList.h"
 
@@ -30,31 +29,36 @@ public:
     std::string reason;
 };
 
-/// Tries again for up to a second until the attempt succeeds.
-bool attempt(const std::function<bool()>& action) {
-    for (int remaining = 100; remaining > 0; --remaining) {
-        if (action()) {
-            return true;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return action();
+bool isWritable(const std::filesystem::path& path) {
+    return ::access(path.c_str(), R_OK | W_OK) == 0;
 }
 
 StoreError lockFailure(const std::filesystem::path& path) {
-    if (::access(path.c_str(), R_OK | W_OK) == 0) {
+    if (isWritable(path)) {
         return StoreError(path.string() + " is locked by another program. Try again when that is done.");
+    }
+    // Of a file that couldn't be made it is the directory that tells why.
+    if (errno == ENOENT) {
+        isWritable(std::filesystem::absolute(path).parent_path());
     }
     const std::string reason = std::generic_category().message(errno);
     return StoreError(path.string() + " can't be opened for writing (" + reason +
                       "). Mend that, or name another file with --store.");
 }
 
+/// Tries again for up to a second while another program has the file locked, and throws if it stays so.
+void attempt(const std::filesystem::path& path, const std::function<bool()>& action) {
+    for (int remaining = 100; !action(); --remaining) {
+        if (remaining == 0 || !isWritable(path)) {
+            throw lockFailure(path);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
 std::unique_ptr<FileLock> lock(const std::filesystem::path& path, bool exclusive, FileLock::Access access) {
     std::unique_ptr<FileLock> held;
-    if (!attempt([&] { return (held = FileLock::tryLock(path, exclusive, access)) != nullptr; })) {
-        throw lockFailure(path);
-    }
+    attempt(path, [&] { return (held = FileLock::tryLock(path, exclusive, access)) != nullptr; });
     return held;
 }
 
@@ -66,7 +70,7 @@ void requireWritable(const std::filesystem::path& path) {
 bool isPresent(const std::filesystem::path& path) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found) {
+    if (status.type() == std::filesystem::file_type::not_found && path.has_filename()) {
         return false;
     }
     if (status.type() == std::filesystem::file_type::none) {
@@ -116,6 +120,17 @@ std::vector<Note> readNotes(const std::filesystem::path& path) {
 
 } // namespace
 
+std::unique_ptr<FileLock> waitForTurn(const std::filesystem::path& model) {
+    std::unique_ptr<FileLock> turn;
+    for (int remaining = 1000; turn == nullptr && remaining > 0; --remaining) {
+        turn = FileLock::tryLock(model, true, FileLock::Access::Read);
+        if (turn == nullptr) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+    }
+    return turn;
+}
+
 Store::Store(std::filesystem::path storePath) : path(std::move(storePath)) {
     const std::vector<Note> stored = readNotes(path);
     if (isPresent(path)) {
@@ -141,20 +156,26 @@ std::vector<const Note*> Store::getNotes() const {
 
 void Store::add(const Note& note) {
     std::unique_ptr<EnhancementBase> record = std::make_unique<Note>(note);
-    const bool taken = attempt([&] {
+    attempt(path, [&] {
         Enhancements::addEnhancement(std::move(record));
         return record == nullptr;
     });
-    if (!taken) {
-        throw lockFailure(path);
-    }
     const auto notes = getNotes();
     const auto expected = std::count_if(notes.begin(), notes.end(), [&](const Note* other) { return *other == note; });
-    const auto stored = readNotes(path);
-    if (std::count(stored.begin(), stored.end(), note) < expected) {
+    if (countStored(note) < expected) {
         throw StoreError("The note didn't get into " + path.string() +
                          ": the disk may be full, or another program wrote the file at the same time. Look at it "
                          "with the command notes, and try again.");
+    }
+}
+
+/// How many such notes the file holds; none if it can't be read after a write that failed.
+std::ptrdiff_t Store::countStored(const Note& note) const {
+    try {
+        const auto stored = readNotes(path);
+        return std::count(stored.begin(), stored.end(), note);
+    } catch (const StoreError&) {
+        return 0;
     }
 }
 

@@ -2,7 +2,9 @@
 
 #include "Annotate/Note.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
+#include "Utilities/FileLock.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
@@ -15,6 +17,12 @@ class StoreError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// Waits up to ten seconds until no other annotate is at the notes of the model, and keeps others waiting for as long
+/// as the result lives. A note that another process adds between a load and an addition would be lost otherwise: the
+/// store's own lock covers single writes. Gives null, with no turn taken, if the wait was in vain or the file system
+/// has no such locks.
+std::unique_ptr<orv::utilities::FileLock> waitForTurn(const std::filesystem::path& model);
 
 /// The notes of a model in their file. There can be one in a process, as there is one database.
 ///
@@ -34,6 +42,8 @@ public:
     void add(const Note& note);
 
 private:
+    std::ptrdiff_t countStored(const Note& note) const;
+
     std::filesystem::path path;
     std::shared_ptr<orv::domain::shared::enhancementsforreferencemodel::Enhancements> enhancements;
 };

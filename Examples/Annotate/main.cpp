@@ -33,9 +33,30 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+char lowerCase(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+bool equalInAnyCase(char a, char b) {
+    return lowerCase(a) == lowerCase(b);
+}
+
+bool equalsInAnyCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), equalInAnyCase);
+}
+
+bool containsInAnyCase(std::string_view text, std::string_view part) {
+    const auto found = std::search(text.begin(), text.end(), part.begin(), part.end(), equalInAnyCase);
+    return found != text.end() || part.empty();
+}
+
 std::filesystem::path storePath(const Arguments& arguments) {
     if (arguments.store.empty()) {
-        return std::filesystem::path(arguments.model).replace_extension(".enhancements.xml");
+        std::filesystem::path path = arguments.model;
+        if (equalsInAnyCase(path.extension().string(), ".ifc")) {
+            path.replace_extension();
+        }
+        return path += ".enhancements.xml";
     }
     std::error_code ignored;
     if (std::filesystem::equivalent(arguments.store, arguments.model, ignored)) {
@@ -55,31 +76,21 @@ std::string shownName(const ModelObject* object) {
 orv::Guid parseGlobalId(const std::string& text) {
     orv::Guid id;
     if (!id.boSet(text)) {
-        throw RequestError(printable(text) + " isn't a GlobalId: those have 22 characters, the first of them 0 to 3. "
-                                             "The command objects lists them.");
+        throw RequestError(text + " isn't a GlobalId: those have 22 characters, the first of them 0 to 3. "
+                                  "The command objects lists them.");
     }
     return id;
 }
 
 RequestError notInModel(const Arguments& arguments) {
-    return RequestError("There is no object " + printable(arguments.globalId) + " in " + arguments.model.string() +
+    return RequestError("There is no object " + arguments.globalId + " in " + arguments.model.string() +
                         ". The command objects lists those that there are.");
-}
-
-char lowerCase(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-bool containsInAnyCase(std::string_view text, std::string_view part) {
-    const auto found = std::search(text.begin(), text.end(), part.begin(), part.end(),
-                                   [](char a, char b) { return lowerCase(a) == lowerCase(b); });
-    return found != text.end() || part.empty();
 }
 
 const orv::fc::IfcClass* findClass(const std::string& name) {
     const orv::fc::IfcClass* ifcClass = orv::fc::IfcClass::find(name);
     if (ifcClass == nullptr || !ifcClass->isObjectDefinition()) {
-        throw RequestError(printable(name) + " isn't a class of objects in IFC. Names are like IfcWall.");
+        throw RequestError(name + " isn't a class of objects in IFC. Names are like IfcWall.");
     }
     return ifcClass;
 }
@@ -103,8 +114,11 @@ void addNote(const Arguments& arguments) {
         throw notInModel(arguments);
     }
     const std::filesystem::path path = storePath(arguments);
+    const auto turn = waitForTurn(arguments.model);
     Store(path).add(note);
-    std::cout << "Stored in " << path.string() << ".\n";
+    if (!(std::cout << "Stored in " << printable(path.string()) << ".\n" << std::flush)) {
+        throw RequestError("The note is stored in " + path.string() + ", but the output couldn't be written.");
+    }
 }
 
 void listNotes(const Arguments& arguments) {
@@ -113,6 +127,7 @@ void listNotes(const Arguments& arguments) {
         wanted = parseGlobalId(arguments.globalId);
     }
     const Model model = Model::read(arguments.model);
+    const auto turn = waitForTurn(arguments.model);
     const Store store(storePath(arguments));
     std::vector<Row> rows;
     for (const Note* note : store.getNotes()) {
@@ -136,26 +151,32 @@ CLI::App* addCommand(CLI::App& app, const std::string& name, const std::string& 
     return command;
 }
 
+/// CLI11 takes an empty value for one that wasn't given, and a script's unset variable is one.
+std::string refuseEmpty(const std::string& value) {
+    return value.empty() ? "An empty value was given" : "";
+}
+
 void addArguments(CLI::App& app, Arguments& arguments) {
     const std::string storeHelp = "The file of the notes, in place of MODEL.enhancements.xml beside the model";
     app.require_subcommand(1);
-    app.add_option("MODEL", arguments.model, "An IFC file; it is never written")->required();
+    app.add_option("MODEL", arguments.model, "An IFC file; it is never written")->required()->check(refuseEmpty);
 
     CLI::App* objects = addCommand(app, "objects", "List the objects of the model", arguments, listObjects);
     objects->add_option("--class", arguments.className, "Only objects of this class and the classes below it");
     objects->add_option("--match", arguments.match, "Only objects with this text in their names, in any case");
 
     CLI::App* note = addCommand(app, "note", "Add a note to an object of the model", arguments, addNote);
-    note->add_option("GLOBALID", arguments.globalId, "The object")->required();
+    note->add_option("GLOBALID", arguments.globalId, "The object")->required()->check(refuseEmpty);
     note->add_option("TEXT", arguments.note.text, "The note; after -- it may begin with a dash")->required();
-    note->add_option("--priority", arguments.note.priority, "A number of your own scale, 0 if not given");
+    note->add_option("--priority", arguments.note.priority, "A number of your own scale, 0 if not given")
+        ->check(refuseEmpty);
     note->add_flag("--resolved", arguments.note.resolved, "The note needs nothing more to be done");
-    note->add_option("--store", arguments.store, storeHelp);
+    note->add_option("--store", arguments.store, storeHelp)->check(refuseEmpty);
 
     CLI::App* notes =
         addCommand(app, "notes", "List the notes, with the objects' classes and names", arguments, listNotes);
-    notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object");
-    notes->add_option("--store", arguments.store, storeHelp);
+    notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object")->check(refuseEmpty);
+    notes->add_option("--store", arguments.store, storeHelp)->check(refuseEmpty);
 }
 
 int run(int argc, char** argv) {
@@ -183,7 +204,7 @@ int main(int argc, char** argv) {
     try {
         return annotate::run(argc, argv);
     } catch (const std::exception& error) {
-        std::cerr << "annotate: " << error.what() << '\n';
+        std::cerr << "annotate: " << annotate::printable(error.what()) << '\n';
         return 1;
     }
 }

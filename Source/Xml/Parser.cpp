@@ -4,6 +4,7 @@
 
 #include <expat.h>
 
+#include <algorithm>
 #include <istream>
 #include <new>
 #include <stdexcept>
@@ -15,7 +16,9 @@ namespace {
 // Expat expands entities within entities by recursion; this bounds its stack.
 constexpr int maximumEntities = 256;
 
-constexpr int bufferSize = 1 << 16;
+// Expat looks at an unfinished comment, tag or reference anew with every buffer, so buffers grow.
+constexpr int firstBufferSize = 1 << 16;
+constexpr int lastBufferSize = 1 << 29;
 
 } // namespace
 
@@ -44,7 +47,7 @@ std::unique_ptr<Document> Parser::parse(std::istream& stream) {
 
 bool Parser::readAll(std::istream& stream) {
     bool isLast = false;
-    while (!isLast) {
+    for (int bufferSize = firstBufferSize; !isLast; bufferSize = std::min(2 * bufferSize, lastBufferSize)) {
         void* const buffer = XML_GetBuffer(expat.get(), bufferSize);
         if (buffer == nullptr) {
             throw std::bad_alloc();

@@ -240,6 +240,15 @@ TEST(XmlFile, parsesWalksAndSavesTwoHundredThousandLevels) {
     EXPECT_TRUE(parsed(again, saved(file, LineEnding::Lf)));
 }
 
+TEST(XmlFile, readsMarkupThatIsLongerThanItsBuffers) {
+    const std::string filling(3'000'000, 'x');
+    File file;
+    const auto root = parsed(file, "<r a='" + filling + "'><!--" + filling + "-->" + filling + "</r>");
+    ASSERT_TRUE(root);
+    EXPECT_EQ(root->FirstChildGet()->getNodeValue(), filling);
+    EXPECT_EQ(root->FirstChildGet()->NextSiblingGet()->getNodeValue(), filling);
+}
+
 TEST(XmlFile, holdsOneDocumentAndTellsWhyItRefuses) {
     ReasonKeeper keeper;
     File file(&keeper, VerboseLevel::Full, ValidateLevel::WellFormed);

@@ -133,6 +133,11 @@ bool EnhancementsFile::write(std::ostream& stream) const {
 }
 
 bool EnhancementsFile::readFile() {
+    // The opening of a pipe would wait for its other end.
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(filePath, ignored)) {
+        return false;
+    }
     std::ifstream stream(filePath, std::ios_base::in | std::ios_base::binary);
     return stream.good() && read(stream);
 }
