@@ -190,7 +190,7 @@ TEST_F(AnnotateTest, tellsThatAnotherProgramHasTheStoreLocked) {
 TEST_F(AnnotateTest, tellsThatANoteDidNotGetIntoTheFile) {
     const std::string id = firstId(HOUSE);
     EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
-    std::signal(SIGXFSZ, SIG_IGN);
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     const rlimit limit{std::filesystem::file_size(store) + 50, RLIM_INFINITY};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
     const Outcome outcome = run({HOUSE, "note", id, "second", "--store", store});
