@@ -1,7 +1,6 @@
 #include "Annotate/Note.h"
 
 #include <charconv>
-#include <tuple>
 
 namespace annotate {
 
@@ -28,13 +27,6 @@ void Note::setAttributes(const std::vector<std::pair<std::string, std::string>>&
 
 std::unique_ptr<orv::domain::shared::enhancementsforreferencemodel::EnhancementBase> Note::createInstance() const {
     return std::make_unique<Note>();
-}
-
-bool Note::operator==(const Note& other) const {
-    const auto content = [](const Note& note) {
-        return std::tie(note.ownerId, note.text, note.priority, note.resolved);
-    };
-    return content(*this) == content(other);
 }
 
 } // namespace annotate

@@ -15,8 +15,6 @@ public:
     std::vector<std::pair<std::string, orv::object::PropertyValue>> getAttributes() const override;
     void setAttributes(const std::vector<std::pair<std::string, std::string>>& attributes) override;
     std::unique_ptr<EnhancementBase> createInstance() const override;
-
-    bool operator==(const Note& other) const;
 };
 
 } // namespace annotate

@@ -1,11 +1,12 @@
 #include "Annotate/Store.h"
 
+#include "Annotate/Note.h"
+#include "Annotate/PropertyEdit.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
 #include "Xml/File.h"
 #include "Xml/NodeList.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <functional>
@@ -82,22 +83,10 @@ bool isPresent(const std::filesystem::path& path) {
     return true;
 }
 
-Note noteOf(const orv::xml::const_Node& element) {
-    std::vector<std::pair<std::string, std::string>> attributes;
-    for (auto child = element.FirstChildGet(); child; child = child->NextSiblingGet()) {
-        if (const auto text = child->FirstChildGet()) {
-            attributes.emplace_back(child->getNodeName(), text->getNodeValue());
-        }
-    }
-    Note note;
-    note.setAttributes(attributes);
-    return note;
-}
-
-/// The notes that the file holds now; none if it is missing or empty.
-std::vector<Note> readNotes(const std::filesystem::path& path) {
+/// How many records of the registered kinds the file holds now; none if it is missing or empty.
+std::size_t countRecords(const std::filesystem::path& path) {
     if (!isPresent(path) || std::filesystem::is_empty(path)) {
-        return {};
+        return 0;
     }
     const auto reading = lock(path, false, FileLock::Access::Read);
     orv::xml::File file(nullptr, orv::xml::VerboseLevel::Full);
@@ -105,77 +94,69 @@ std::vector<Note> readNotes(const std::filesystem::path& path) {
     const auto root = file.parse(reading->getStream(), path.filename().string(), &keeper);
     if (!root || !root->boNodeNameIs("Enhancements")) {
         const std::string reason = root ? "its root element is " + root->getNodeName() : keeper.reason;
-        throw StoreError(path.string() + " isn't a file of notes (" + reason +
+        throw StoreError(path.string() + " isn't a file of users' additions (" + reason +
                          "). Move it away, or name another file with --store.");
     }
-    std::vector<Note> notes;
-    const std::string kind = Note().getEntityName();
+    std::size_t count = 0;
     for (auto node = root->FirstChildGet(); node; node = node->NextSiblingGet()) {
-        if (node->boNodeNameIs(kind)) {
-            notes.push_back(noteOf(*node));
-        }
+        count += Factory::createEntityFromName(node->getNodeName()) != nullptr ? 1U : 0U;
     }
-    return notes;
+    return count;
+}
+
+/// The same, and none if the file can't be read after a write that failed.
+std::size_t countWritten(const std::filesystem::path& path) {
+    try {
+        return countRecords(path);
+    } catch (const StoreError&) {
+        return 0;
+    }
 }
 
 } // namespace
 
 std::unique_ptr<FileLock> waitForTurn(const std::filesystem::path& model) {
-    std::unique_ptr<FileLock> turn;
-    for (int remaining = 1000; turn == nullptr && remaining > 0; --remaining) {
-        turn = FileLock::tryLock(model, true, FileLock::Access::Read);
-        if (turn == nullptr) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    // Where an exclusive lock takes a file that is open for writing, as on NFS, a shared one can be had time and again.
+    constexpr int enoughShared = 10;
+    int sharedInARow = 0;
+    for (int remaining = 6000; remaining > 0; --remaining) {
+        if (auto turn = FileLock::tryLock(model, true, FileLock::Access::Read)) {
+            return turn;
         }
+        const bool isShared = FileLock::tryLock(model, false, FileLock::Access::Read) != nullptr;
+        sharedInARow = isShared ? sharedInARow + 1 : 0;
+        if (sharedInARow == enoughShared) {
+            return nullptr;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
-    return turn;
+    throw StoreError("Another annotate has been at work on " + model.string() + " for a minute. Try again later.");
 }
 
 Store::Store(std::filesystem::path storePath) : path(std::move(storePath)) {
-    const std::vector<Note> stored = readNotes(path);
+    Factory::registerClass(std::make_unique<Note>());
+    Factory::registerClass(std::make_unique<PropertyEdit>());
+    const std::size_t stored = countRecords(path);
     if (isPresent(path)) {
         requireWritable(path);
     }
-    Factory::registerClass(std::make_unique<Note>());
     EnhancementsFile::setFilePath(path);
     enhancements = Enhancements::getOrCreateEnhancementsDb();
-    if (getNotes().size() != stored.size()) {
+    if (enhancements->getRecords().size() != stored) {
         throw StoreError(path.string() + " was changed by another program while it was read. Try again.");
     }
 }
 
-std::vector<const Note*> Store::getNotes() const {
-    std::vector<const Note*> notes;
-    for (const auto& record : enhancements->getRecords()) {
-        if (const auto* note = dynamic_cast<const Note*>(record.get())) {
-            notes.push_back(note);
-        }
-    }
-    return notes;
-}
-
-void Store::add(const Note& note) {
-    std::unique_ptr<EnhancementBase> record = std::make_unique<Note>(note);
-    attempt(path, [&] {
+void Store::add(std::unique_ptr<EnhancementBase> record) {
+    attempt(path, [&record] {
         Enhancements::addEnhancement(std::move(record));
         return record == nullptr;
     });
-    const auto notes = getNotes();
-    const auto expected = std::count_if(notes.begin(), notes.end(), [&](const Note* other) { return *other == note; });
-    if (countStored(note) < expected) {
-        throw StoreError("The note didn't get into " + path.string() +
-                         ": the disk may be full, or another program wrote the file at the same time. Look at it "
-                         "with the command notes, and try again.");
-    }
-}
-
-/// How many such notes the file holds; none if it can't be read after a write that failed.
-std::ptrdiff_t Store::countStored(const Note& note) const {
-    try {
-        const auto stored = readNotes(path);
-        return std::count(stored.begin(), stored.end(), note);
-    } catch (const StoreError&) {
-        return 0;
+    if (countWritten(path) != enhancements->getRecords().size()) {
+        throw StoreError(
+            "It didn't get into " + path.string() +
+            ": the disk may be full, or another program wrote the file at the same time. Look at it and try "
+            "again.");
     }
 }
 

@@ -1,5 +1,6 @@
 #include "Annotate/Terminal.h"
 
+#include "Annotate/Arguments.h"
 #include "Xml/Utf8.h"
 
 #include <algorithm>
@@ -84,6 +85,12 @@ std::string printable(std::string_view text) {
         text.remove_prefix(character.size());
     }
     return out;
+}
+
+void printStored(const std::filesystem::path& path) {
+    if (!(std::cout << "Stored in " << printable(path.string()) << ".\n" << std::flush)) {
+        throw RequestError("It is stored in " + path.string() + ", but the output couldn't be written.");
+    }
 }
 
 void printTable(const Row& header, const std::vector<Row>& rows) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,9 @@ namespace annotate {
 /// The text with every control character, and every byte that is no UTF-8, as a backslash escape (\n, \r, \t or \xHH
 /// for each byte), so that a text is one line and can't steer the terminal. A backslash is doubled.
 std::string printable(std::string_view text);
+
+/// Says that an addition is in the file. Throws RequestError if that couldn't be said.
+void printStored(const std::filesystem::path& path);
 
 using Row = std::vector<std::string>;
 

@@ -105,4 +105,11 @@ const IfcClass* IfcClass::find(std::string_view name) {
     return classIndex.find(name);
 }
 
+const IfcClass* IfcClass::ofNumber(std::uint32_t wanted) {
+    const auto* const row =
+        std::lower_bound(std::begin(presentClasses), std::end(presentClasses), wanted,
+                         [](const IfcClass& candidate, std::uint32_t number) { return candidate.kindNumber < number; });
+    return row != std::end(presentClasses) && row->kindNumber == wanted ? row : nullptr;
+}
+
 } // namespace orv::fc

@@ -20,14 +20,24 @@ struct ORV_EXPORT IfcClass {
     }
 
     /// Whether this is IfcObjectDefinition or a class below it.
-    bool isObjectDefinition() const {
-        return firstObjectDefinition <= kindNumber && kindNumber <= lastObjectDefinition;
+    bool isObjectDefinition() const { return isObjectDefinition(kindNumber); }
+
+    /// Whether the number is that of IfcObjectDefinition or of a class below it.
+    static bool isObjectDefinition(std::uint32_t number) {
+        return firstObjectDefinition <= number && number <= lastObjectDefinition;
     }
 
     /// The row of that name, in any mix of upper and lower case, so that the keywords of IFC files ("IFCWALL") find it
     /// as well; null if the table has none. The table lives as long as the process.
     static const IfcClass* find(std::string_view name);
 
+    /// The class of today with that number, null if the table has none.
+    static const IfcClass* ofNumber(std::uint32_t number);
+
+    /// The class that stands for this one today: itself, or that of its number.
+    const IfcClass& present() const { return *ofNumber(kindNumber); }
+
+private:
     static constexpr std::uint32_t firstObjectDefinition = 355;
     static constexpr std::uint32_t lastObjectDefinition = 769;
 };

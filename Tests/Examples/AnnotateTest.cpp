@@ -126,6 +126,64 @@ TEST_F(AnnotateTest, bringsNotesBackAfterARestartInOrderWithEveryCharacter) {
     }
 }
 
+TEST_F(AnnotateTest, bringsPropertyValuesBackAfterARestart) {
+    const std::vector<std::string> single = {"Pset_WallCommon", "FireRating"};
+    const std::vector<std::string> list = {"Pset_Address", "AddressLines"};
+    const std::vector<std::string> table = {"Pset_AirTerminalPHistory", "InductionRatio"};
+    const std::string id = firstId(HOUSE);
+    const auto command = [&](const std::string& name, const std::vector<std::string>& property,
+                             const std::vector<std::string>& values) {
+        std::vector<std::string> arguments = {HOUSE, name, "--store", store, id, property[0], property[1]};
+        arguments.insert(arguments.end(), values.begin(), values.end());
+        return run(arguments);
+    };
+    EXPECT_EQ(command("set", single, {"F60"}).status, 0);
+    EXPECT_EQ(command("set", single, {"F90"}).status, 0);
+    EXPECT_EQ(command("set-list", list, {"a", "b c"}).status, 0);
+    EXPECT_EQ(command("set-table", table, {"1", "2.5", "3", "4"}).status, 0);
+    const std::string content = contentOf(store);
+    const struct {
+        std::string name;
+        std::vector<std::string> property;
+        std::vector<std::string> values;
+        int status;
+        std::string error;
+    } refused[] = {
+        {"set",
+         {"Pset_WallCommon", "FireRate"},
+         {"F90"},
+         1,
+         "Pset_WallCommon has no FireRate; did you mean FireRating?"},
+        {"get",
+         {"Pset_WalCommon", "FireRating"},
+         {},
+         1,
+         "no property set Pset_WalCommon; did you mean Pset_WallCommon?"},
+        {"set", {"Pset_WallCommon", "ThermalTransmittance"}, {"warm"}, 1, "IfcThermalTransmittanceMeasure and refused"},
+        {"set", {"Pset_AirTerminalBoxTypeCommon", "AirPressureRange"}, {"1;x"}, 1, "refused what was given"},
+        {"set", list, {"a"}, 1, "Use the command set-list"},
+        {"set-list", list, {"c"}, 1, "lists and tables are set once"},
+        {"set-table", table, {"1"}, 2, "A table takes pairs"},
+        {"set", {"Pset_ActionRequest", "RequestSourceName"}, {"a"}, 1, "is a reference property"},
+        {"get", {"Pset_WallCommon", "IsExternal"}, {}, 1, "isn't set on " + id},
+    };
+    for (const auto& [name, property, values, status, error] : refused) {
+        const Outcome outcome = command(name, property, values);
+        EXPECT_EQ(outcome.status, status) << outcome.error;
+        EXPECT_NE(outcome.error.find(error), std::string::npos) << outcome.error << "doesn't tell: " << error;
+    }
+    EXPECT_EQ(contentOf(store), content);
+    EXPECT_EQ(command("get", single, {}).output, "F90\n");
+    EXPECT_EQ(command("get", list, {}).output, "a\nb c\n");
+    EXPECT_EQ(command("get", table, {}).output, "1\t2.5\n3\t4\n");
+}
+
+TEST_F(AnnotateTest, listsTheDefinitionsWithoutAModel) {
+    EXPECT_EQ(lineCount(run({"definitions"}).output), 4501U);
+    const std::string walls = run({"definitions", "Pset_WallCommon"}).output;
+    EXPECT_NE(walls.find("Pset_WallCommon\tFireRating\tsingle\tIfcLabel\t"), std::string::npos) << walls;
+}
+
 TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
     const std::string id = firstId(HOUSE);
     const std::string garbage = directory / "garbage";
@@ -139,7 +197,8 @@ TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
         int status;
         std::string error;
     } cases[] = {
-        {{}, 2, "MODEL"},
+        {{}, 2, "subcommand"},
+        {{"objects"}, 2, "MODEL"},
         {{HOUSE}, 2, "subcommand"},
         {{HOUSE, "note", id}, 2, "TEXT"},
         {{HOUSE, "note", id, "text", "--priority", "much"}, 2, "--priority"},
@@ -156,7 +215,7 @@ TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
         {{garbage, "objects"}, 1, garbage},
         {{cut, "objects"}, 1, cut},
         {{directory / "missing.ifc", "objects"}, 1, "missing.ifc"},
-        {{HOUSE, "note", id, "text", "--store", garbage}, 1, "isn't a file of notes (garbage, line 1"},
+        {{HOUSE, "note", id, "text", "--store", garbage}, 1, "isn't a file of users' additions (garbage, line 1"},
         {{HOUSE, "notes", "--store", other}, 1, "its root element is Other"},
         {{HOUSE, "note", id, "text", "--store", directory / "."}, 1, "isn't a file"},
         {{HOUSE, "note", id, "text", "--store", garbage + "/store.xml"}, 1, "store.xml can't be"},
@@ -195,14 +254,14 @@ TEST_F(AnnotateTest, tellsThatANoteDidNotGetIntoTheFile) {
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
     const Outcome outcome = run({HOUSE, "note", id, "second", "--store", store});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("The note didn't get into " + store), std::string::npos) << outcome.error;
+    EXPECT_NE(outcome.error.find("It didn't get into " + store), std::string::npos) << outcome.error;
     EXPECT_EQ(outcome.output, "");
 }
 
 TEST_F(AnnotateTest, ofManyProcessesTakesTurnsAndLosesNoNote) {
     const std::string id = firstId(HOUSE);
     std::vector<pid_t> processes;
-    for (int number = 0; number < 40; ++number) {
+    for (int number = 0; number < 24; ++number) {
         const std::string text = "note " + std::to_string(number);
         processes.push_back(start({HOUSE, "note", id, text, "--store", store}, text));
         if (processes.size() % 8 == 0) {

@@ -10,6 +10,19 @@ set(expected
     "${namespace}::EnhancementsFile::setFilePath"
     "${namespace}::Factory::createEntityFromName"
     "${namespace}::Factory::registerClass"
+    "${namespace}::PsetData::PsetData"
+    "${namespace}::PsetData::getDb"
+    "${namespace}::PsetData::getListValues"
+    "${namespace}::PsetData::getObjectFromGuidCallbackSet"
+    "${namespace}::PsetData::getPsetShadowDbReadOnlyCallbackSet"
+    "${namespace}::PsetData::getPsetShadowDbReadWriteCallbackSet"
+    "${namespace}::PsetData::getTableValues"
+    "${namespace}::PsetData::getValue"
+    "${namespace}::PsetData::getValueAsBool"
+    "${namespace}::PsetData::getValueAsDouble"
+    "${namespace}::PsetData::getValueAsString"
+    "${namespace}::PsetData::setValue"
+    "orv::math::_3d::Extent::uniteWith"
     "typeinfo for ${namespace}::EnhancementBase"
     "typeinfo name for ${namespace}::EnhancementBase"
     "vtable for ${namespace}::EnhancementBase"
@@ -20,6 +33,7 @@ execute_process(COMMAND ${NM} --dynamic --defined-only --demangle --format=just-
 string(REGEX REPLACE "\\([^\n]*" "" symbols "${symbols}")
 string(STRIP "${symbols}" symbols)
 string(REPLACE "\n" ";" symbols "${symbols}")
+list(REMOVE_DUPLICATES symbols) # forms of one operation
 list(SORT symbols)
 list(SORT expected)
 if(NOT symbols STREQUAL expected)

@@ -1,0 +1,69 @@
+#include "FoundationClasses/Data.h"
+
+#include "FoundationClasses/FcObjectDefinition.h"
+#include "FoundationClasses/FcPropertyBoundedValue.h"
+#include "FoundationClasses/FcPropertyEnumeratedValue.h"
+#include "FoundationClasses/FcPropertyListValue.h"
+#include "FoundationClasses/FcPropertySet.h"
+#include "FoundationClasses/FcPropertySingleValue.h"
+#include "FoundationClasses/FcPropertyTableValue.h"
+
+namespace orv::fc {
+
+namespace {
+
+std::shared_ptr<FcBase> makeEntity(const IfcClass& row, const std::weak_ptr<Data>& owner) {
+    switch (row.kindNumber) {
+    case FcPropertyBoundedValue::classNumber:
+        return std::make_shared<FcPropertyBoundedValue>();
+    case FcPropertyEnumeratedValue::classNumber:
+        return std::make_shared<FcPropertyEnumeratedValue>();
+    case FcPropertyListValue::classNumber:
+        return std::make_shared<FcPropertyListValue>();
+    case FcPropertySingleValue::classNumber:
+        return std::make_shared<FcPropertySingleValue>();
+    case FcPropertyTableValue::classNumber:
+        return std::make_shared<FcPropertyTableValue>();
+    case core::kernel::FcPropertySet::classNumber:
+        return std::make_shared<core::kernel::FcPropertySet>();
+    default:
+        break;
+    }
+    if (row.kindNumber >= FcProperty::firstClassNumber && row.kindNumber <= FcProperty::lastClassNumber) {
+        return std::make_shared<FcProperty>(row);
+    }
+    // The neighbours of the object definitions in the table have the same form.
+    auto object = std::make_shared<core::kernel::FcObjectDefinition>(row);
+    object->data = owner;
+    return object;
+}
+
+} // namespace
+
+std::shared_ptr<FcBase> Data::entityCreate(const std::string& name) {
+    const IfcClass* const row = IfcClass::find(name);
+    if (row == nullptr || row->name != name) {
+        return nullptr;
+    }
+    auto entity = makeEntity(row->present(), weak_from_this());
+    entities.push_back(entity);
+    unindexedEntities.push_back(entity);
+    return entity;
+}
+
+std::shared_ptr<FcBase> Data::findByGuid(const Guid& guid) const {
+    if (!unindexedEntities.empty()) {
+        guidUpdate();
+    }
+    const auto found = guidIndex.find(guid);
+    return found == guidIndex.end() ? nullptr : found->second;
+}
+
+void Data::guidUpdate() const {
+    for (const auto& entity : unindexedEntities) {
+        guidIndex.insert_or_assign(entity->guid, entity);
+    }
+    unindexedEntities.clear();
+}
+
+} // namespace orv::fc

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Export.h"
+#include "FoundationClasses/IfcClass.h"
+#include "Id/Guid.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace orv::fc {
+
+/// An instance of a class of the class table. A class and its descendants hold one closed range of kind numbers.
+class ORV_EXPORT FcBase {
+public:
+    /// The IFC name of the class, as in "IfcWall", nul-terminated. It lives as long as the process.
+    virtual const char* className() const { return ifcClass->name.data(); }
+
+    /// The number of the class.
+    virtual std::uint32_t kindNumber() const { return ifcClass->kindNumber; }
+
+    /// The text of the attribute of that name of the class, or nothing if it is unset or not known here.
+    virtual std::optional<std::string> getAttributeAsString(const std::string& attribute) const;
+
+    virtual ~FcBase() = default;
+
+    /// Zero until the creator of the object sets it.
+    Guid guid;
+
+protected:
+    /// The class must be a row of the table.
+    explicit FcBase(const IfcClass& rowOfTable) : ifcClass(&rowOfTable) {}
+    FcBase(const FcBase&) = default;
+    FcBase& operator=(const FcBase&) = default;
+
+private:
+    const IfcClass* ifcClass;
+};
+
+} // namespace orv::fc

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "FoundationClasses/FcBase.h"
+#include "FoundationClasses/FcPropertySetDefinition.h"
+
+#include <memory>
+#include <vector>
+
+namespace orv::fc {
+
+class Data;
+
+namespace core::kernel {
+
+/// An object of a model: an instance of IfcObjectDefinition or of a class below it. All these classes are told apart by
+/// their rows of the class table alone.
+class ORV_EXPORT FcObjectDefinition : public FcBase {
+public:
+    explicit FcObjectDefinition(const IfcClass& rowOfTable) : FcBase(rowOfTable) {}
+
+    /// "GlobalId" gives the id in 22 characters.
+    std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
+
+    /// The object's first set of that name and class, null if there is none.
+    template <typename Set>
+    std::shared_ptr<Set> getPropertySetDefinitionNonConst(const std::string& setName) const {
+        for (const auto& definition : propertySetDefinitions) {
+            if (definition->name == setName && definition->kindNumber() == Set::classNumber) {
+                return std::static_pointer_cast<Set>(definition);
+            }
+        }
+        return nullptr;
+    }
+
+    /// The same, made and appended if there is none. owner, the Data of the object, belongs to models whose sets are
+    /// entities of it; these are not.
+    template <typename Set>
+    std::shared_ptr<Set> getOrCreatePropertySetDefinition([[maybe_unused]] Data& owner, const std::string& setName) {
+        auto definition = getPropertySetDefinitionNonConst<Set>(setName);
+        if (!definition) {
+            definition = std::make_shared<Set>();
+            definition->name = setName;
+            propertySetDefinitions.push_back(definition);
+        }
+        return definition;
+    }
+
+    std::weak_ptr<Data> data; ///< That which made the object.
+    std::vector<std::shared_ptr<FcPropertySetDefinition>> propertySetDefinitions;
+};
+
+} // namespace core::kernel
+
+} // namespace orv::fc

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "FoundationClasses/FcBase.h"
+
+#include <memory>
+
+namespace orv::fc {
+
+class Data;
+
+namespace core::kernel {
+class FcPropertySet;
+}
+
+/// A property of any class. Those with fields of their own derive from it; the others, complex and reference
+/// properties, are of this very class and take no value.
+class ORV_EXPORT FcProperty : public FcBase {
+public:
+    static constexpr std::uint32_t firstClassNumber = 166;
+    static constexpr std::uint32_t lastClassNumber = 174;
+
+    /// A property of that class, which must be one of the range.
+    explicit FcProperty(const IfcClass& rowOfTable) : FcBase(rowOfTable) {}
+
+    /// "Name" gives the name.
+    std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
+
+    /// Takes the property out of the set that FcPropertySet::addProperty put it into; does nothing if it is in none.
+    /// The object lives on for as long as somebody holds it. data and keepEntity belong to models whose properties are
+    /// entities of their Data; these aren't.
+    void deleteProperty(Data& data, bool keepEntity);
+
+    std::string name;
+
+private:
+    friend class core::kernel::FcPropertySet;
+
+    std::weak_ptr<core::kernel::FcPropertySet> set;
+};
+
+} // namespace orv::fc

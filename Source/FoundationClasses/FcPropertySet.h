@@ -1,0 +1,27 @@
+#pragma once
+
+#include "FoundationClasses/FcProperty.h"
+#include "FoundationClasses/FcPropertySetDefinition.h"
+
+#include <memory>
+#include <vector>
+
+namespace orv::fc::core::kernel {
+
+/// A property set: properties in the order in which they were added.
+class ORV_EXPORT FcPropertySet : public FcPropertySetDefinition, public std::enable_shared_from_this<FcPropertySet> {
+public:
+    static constexpr std::uint32_t classNumber = 779;
+
+    FcPropertySet();
+
+    /// The first property of exactly that name, null if there is none.
+    std::shared_ptr<FcProperty> findProperty(const std::string& wanted) const;
+
+    /// Appends the property and makes this the set that deleteProperty takes it out of.
+    void addProperty(const std::shared_ptr<FcProperty>& property);
+
+    std::vector<std::shared_ptr<FcProperty>> properties;
+};
+
+} // namespace orv::fc::core::kernel

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "FoundationClasses/FcBase.h"
+
+namespace orv::fc::core::kernel {
+
+/// A named set of an object's properties, of whatever form.
+class ORV_EXPORT FcPropertySetDefinition : public FcBase {
+public:
+    std::string name;
+
+protected:
+    using FcBase::FcBase;
+};
+
+} // namespace orv::fc::core::kernel

@@ -1,0 +1,37 @@
+#include "FoundationClasses/FcShadowDb.h"
+
+#include "Assert/Assert.h"
+
+namespace orv::fc {
+
+using core::kernel::FcObjectDefinition;
+
+namespace {
+
+void reportOtherType() {
+    if (assert::Assert::isEnabled()) {
+        assert::Assert::addAssert({0,
+                                   "FcShadowDb already contains a shadow object with this Guid, but of another type... "
+                                   "Does the master file contain duplicate guids or something?",
+                                   "orv::fc::FcShadowDb::getShadowObject", "Source/FoundationClasses/FcShadowDb", 61});
+    }
+}
+
+} // namespace
+
+std::shared_ptr<FcObjectDefinition> FcShadowDb::getShadowObject(const FcObjectDefinition& master) {
+    if (const auto found = model->findByGuid(master.guid)) {
+        if (IfcClass::isObjectDefinition(found->kindNumber())) {
+            return std::static_pointer_cast<FcObjectDefinition>(found);
+        }
+        reportOtherType();
+    }
+    const auto shadow = std::dynamic_pointer_cast<FcObjectDefinition>(model->entityCreate(master.className()));
+    if (shadow) {
+        shadow->guid = master.guid;
+        shadowObjects.push_back(shadow);
+    }
+    return shadow;
+}
+
+} // namespace orv::fc

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "FoundationClasses/Data.h"
+#include "FoundationClasses/FcObjectDefinition.h"
+
+#include <memory>
+#include <vector>
+
+namespace orv::fc {
+
+/// The shadow objects of a reference model: for a master object one of the same class and Guid, which carries what was
+/// written and nothing of the master's own.
+class ORV_EXPORT FcShadowDb {
+public:
+    /// The model of the shadow objects, the same for the life of the database.
+    Data& data() { return *model; }
+
+    /// The shadow object of the master, made on first use; null if the master's class has no objects. An object with
+    /// the master's Guid that is no object definition is reported and left as it is, and one is made beside it.
+    std::shared_ptr<core::kernel::FcObjectDefinition> getShadowObject(const core::kernel::FcObjectDefinition& master);
+
+    /// All shadow objects in the order in which they were made.
+    std::vector<std::shared_ptr<core::kernel::FcObjectDefinition>> shadowObjects;
+
+private:
+    std::shared_ptr<Data> model = std::make_shared<Data>();
+};
+
+} // namespace orv::fc

@@ -1,0 +1,214 @@
+#include "FoundationClasses/FcValue.h"
+
+#include <array>
+#include <charconv>
+#include <clocale>
+#include <cmath>
+#include <limits>
+#include <string_view>
+#include <system_error>
+
+namespace orv::fc {
+
+using object::Logical;
+using object::PropertyValue;
+
+namespace {
+
+using Content = std::variant<std::monostate, std::string, double, int, bool, Logical>;
+
+/// A finite number that the whole text spells with a decimal point.
+std::optional<double> pointedReal(std::string_view text) {
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isWhole = error == std::errc{} && end == text.data() + text.size();
+    return isWhole && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+/// A finite number that the whole text spells with a point or in the process's locale.
+std::optional<double> parseReal(const std::string& text) {
+    if (const auto number = pointedReal(text)) {
+        return number;
+    }
+    const std::string_view decimalPoint = std::localeconv()->decimal_point;
+    const std::size_t position = text.find(decimalPoint);
+    if (position == std::string::npos) {
+        return std::nullopt;
+    }
+    return pointedReal(std::string(text).replace(position, decimalPoint.size(), "."));
+}
+
+std::string shortestText(double number) {
+    std::array<char, 32> buffer{};
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+    return {buffer.data(), end};
+}
+
+std::string logicalText(Logical value) {
+    switch (value) {
+    case Logical::False:
+        return "false";
+    case Logical::True:
+        return "true";
+    case Logical::Unknown:
+        break;
+    }
+    return "unknown";
+}
+
+std::optional<std::string> textOf(const Content& content) {
+    struct Visitor {
+        std::optional<std::string> operator()(std::monostate) const { return std::nullopt; }
+        std::optional<std::string> operator()(const std::string& text) const { return text; }
+        std::optional<std::string> operator()(double number) const { return shortestText(number); }
+        std::optional<std::string> operator()(int number) const { return std::to_string(number); }
+        std::optional<std::string> operator()(bool value) const { return value ? "true" : "false"; }
+        std::optional<std::string> operator()(Logical value) const { return logicalText(value); }
+    };
+    return std::visit(Visitor{}, content);
+}
+
+std::optional<double> realOf(const Content& content) {
+    if (const auto* number = std::get_if<double>(&content)) {
+        return std::isfinite(*number) ? std::optional(*number) : std::nullopt;
+    }
+    if (const auto* number = std::get_if<int>(&content)) {
+        return *number;
+    }
+    const auto* text = std::get_if<std::string>(&content);
+    return text != nullptr ? parseReal(*text) : std::nullopt;
+}
+
+std::optional<int> integerOf(const Content& content) {
+    using Limits = std::numeric_limits<int>;
+    const auto number = realOf(content);
+    const bool isInteger =
+        number && *number >= Limits::min() && *number <= Limits::max() && std::trunc(*number) == *number;
+    return isInteger ? std::optional(static_cast<int>(*number)) : std::nullopt;
+}
+
+std::optional<Logical> logicalOf(const Content& content) {
+    if (const auto* value = std::get_if<Logical>(&content)) {
+        return *value;
+    }
+    if (const auto* value = std::get_if<bool>(&content)) {
+        return *value ? Logical::True : Logical::False;
+    }
+    const auto* text = std::get_if<std::string>(&content);
+    for (const Logical value : {Logical::False, Logical::True, Logical::Unknown}) {
+        if (text != nullptr && *text == logicalText(value)) {
+            return value;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<bool> booleanOf(const Content& content) {
+    const auto value = logicalOf(content);
+    return value && *value != Logical::Unknown ? std::optional(*value == Logical::True) : std::nullopt;
+}
+
+template <typename T>
+Content contentOrNone(const std::optional<T>& value) {
+    return value ? Content(*value) : Content();
+}
+
+/// What a value without a type makes of the content.
+Content untyped(const Content& given) {
+    const auto number = realOf(given);
+    return number ? Content(*number) : given;
+}
+
+Content converted(const Content& given, FcContent wanted) {
+    switch (wanted) {
+    case FcContent::Text:
+        return contentOrNone(textOf(given));
+    case FcContent::Real:
+        return contentOrNone(realOf(given));
+    case FcContent::Integer:
+        return contentOrNone(integerOf(given));
+    case FcContent::Boolean:
+        return contentOrNone(booleanOf(given));
+    case FcContent::Logical:
+        return contentOrNone(logicalOf(given));
+    }
+    return {};
+}
+
+template <typename T>
+bool holds(const PropertyValue& value) {
+    return value.getType() == typeid(T);
+}
+
+Content contentOf(const PropertyValue& value) {
+    if (holds<std::string>(value)) {
+        return value.get<std::string>();
+    }
+    if (holds<double>(value)) {
+        return value.get<double>();
+    }
+    if (holds<int>(value)) {
+        return value.get<int>();
+    }
+    if (holds<bool>(value)) {
+        return value.get<bool>();
+    }
+    if (holds<Logical>(value)) {
+        return value.get<Logical>();
+    }
+    if (holds<std::optional<std::string>>(value)) {
+        return contentOrNone(value.get<std::optional<std::string>>());
+    }
+    if (holds<std::optional<double>>(value)) {
+        return contentOrNone(value.get<std::optional<double>>());
+    }
+    if (holds<std::optional<int>>(value)) {
+        return contentOrNone(value.get<std::optional<int>>());
+    }
+    if (holds<std::optional<bool>>(value)) {
+        return contentOrNone(value.get<std::optional<bool>>());
+    }
+    if (holds<std::optional<Logical>>(value)) {
+        return contentOrNone(value.get<std::optional<Logical>>());
+    }
+    return {};
+}
+
+} // namespace
+
+FcValue::FcValue(FcSimpleValue value) : type(FcValueType::find("IfcLabel")), content(std::move(value.label.text)) {}
+
+bool FcValue::setValueOnTypeFromString(const std::string& text) {
+    return take(text);
+}
+
+bool FcValue::updateValueFromPropertyValue(const PropertyValue& value) {
+    return take(contentOf(value));
+}
+
+bool FcValue::take(const Content& given) {
+    content = type == nullptr ? untyped(given) : converted(given, type->content);
+    return content.index() != 0;
+}
+
+PropertyValue FcValue::getAsPropertyValue() const {
+    return std::visit(
+        [](const auto& held) -> PropertyValue {
+            if constexpr (std::is_same_v<decltype(held), const std::monostate&>) {
+                return {};
+            } else {
+                return held;
+            }
+        },
+        content);
+}
+
+std::optional<std::string> FcValue::getAsString(bool withType) const {
+    auto text = textOf(content);
+    if (text && withType && type != nullptr) {
+        text = std::string(type->name) + '(' + *text + ')';
+    }
+    return text;
+}
+
+} // namespace orv::fc

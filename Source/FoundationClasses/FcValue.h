@@ -1,0 +1,73 @@
+#pragma once
+
+#include "Export.h"
+#include "FoundationClasses/FcValueType.h"
+#include "Object/PropertyValue.h"
+
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace orv::fc {
+
+/// A text of the type IfcLabel.
+class FcLabel {
+public:
+    explicit FcLabel(std::string label) : text(std::move(label)) {}
+
+    std::string text;
+};
+
+/// One of the simple types; those that are built from outside are labels.
+class FcSimpleValue {
+public:
+    explicit FcSimpleValue(FcLabel content) : label(std::move(content)) {}
+
+    FcLabel label;
+};
+
+/// A value of a property: a content, or none, under a type, or none.
+///
+/// The type decides what the value takes. It takes what converts without loss of meaning: any number into a real, a
+/// number without a fraction into an integer, every value into a text, the words true and false into a boolean, unknown
+/// as well into a logical. Numbers in texts are decimal, with a point or with the decimal point of the process's locale
+/// (LC_NUMERIC); infinities and NaN are none. A value without a type takes what it is given, a number in whatever form
+/// as a real. What isn't taken leaves the value without content, and its type as it was.
+class ORV_EXPORT FcValue {
+public:
+    /// A value without content and type.
+    FcValue() = default;
+
+    /// A value of that type without content; type is a row of the table, or null for no type.
+    explicit FcValue(const FcValueType* valueType) : type(valueType) {}
+
+    /// A label.
+    explicit FcValue(FcSimpleValue value);
+
+    /// Takes the text and gives true, or gives false.
+    bool setValueOnTypeFromString(const std::string& text);
+
+    /// Takes the value, that of an optional which holds one included, and gives true, or gives false.
+    bool updateValueFromPropertyValue(const object::PropertyValue& value);
+
+    /// The content as an int, Logical, bool, double or text; the empty value if there is none.
+    object::PropertyValue getAsPropertyValue() const;
+
+    /// The text of the content, nothing if there is none. The text of a real is the shortest that reads back as the
+    /// same number, that of the others "true", "false", "unknown" or decimal digits. If withType is true, the type's
+    /// name stands before it and brackets around it, as in "IfcLabel(text)".
+    std::optional<std::string> getAsString(bool withType) const;
+
+    /// Null if the value has no type.
+    const FcValueType* getType() const { return type; }
+
+private:
+    using Content = std::variant<std::monostate, std::string, double, int, bool, object::Logical>;
+
+    bool take(const Content& given);
+
+    const FcValueType* type = nullptr;
+    Content content;
+};
+
+} // namespace orv::fc

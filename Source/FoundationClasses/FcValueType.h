@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Export.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace orv::fc {
+
+/// What a value of a type holds.
+enum class FcContent : std::uint8_t { Text, Real, Integer, Boolean, Logical };
+
+/// A row of the table of value types: one of the defined types of IFC4X3_ADD2 that property values can have.
+struct ORV_EXPORT FcValueType {
+    std::string_view name; ///< As the schema spells it, as in "IfcThermalTransmittanceMeasure".
+    FcContent content;     ///< IfcNumericMeasure, any number, holds a real.
+
+    /// The row of exactly that name, null if the table has none. The table lives as long as the process.
+    static const FcValueType* find(std::string_view name);
+};
+
+} // namespace orv::fc

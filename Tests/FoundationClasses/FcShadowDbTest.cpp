@@ -1,0 +1,94 @@
+#include "FoundationClasses/FcShadowDb.h"
+
+#include "FoundationClasses/FcProperty.h"
+#include "Support/ReportTest.h"
+
+#include <gtest/gtest.h>
+
+namespace orv::fc {
+namespace {
+
+using FcShadowDbTest = tests::ReportTest;
+using core::kernel::FcObjectDefinition;
+
+const Guid id{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+
+TEST_F(FcShadowDbTest, makesEveryClassOfTheTableAndNoOther) {
+    const auto data = std::make_shared<Data>();
+    int made = 0;
+    for (std::uint32_t number = 0; number < 1000; ++number) {
+        if (const IfcClass* row = IfcClass::ofNumber(number)) {
+            const auto entity = data->entityCreate(std::string(row->name));
+            ASSERT_NE(entity, nullptr) << row->name;
+            EXPECT_EQ(entity->kindNumber(), number);
+            EXPECT_EQ(entity->className(), row->name);
+            EXPECT_EQ(std::dynamic_pointer_cast<FcProperty>(entity) != nullptr, number >= 166 && number <= 174);
+            ++made;
+        }
+    }
+    EXPECT_EQ(made, 493);
+    EXPECT_STREQ(data->entityCreate("IfcDoorStyle")->className(), "IfcTypeProduct");
+    for (const char* name : {"", "IfcWal", "IFCWALL", "ifcWall", "IfcCartesianPoint"}) {
+        EXPECT_EQ(data->entityCreate(name), nullptr) << name;
+    }
+}
+
+TEST_F(FcShadowDbTest, indexesObjectsUnderTheGuidThatTheyHaveAtTheNextSearchAndFindsTheNewest) {
+    const auto data = std::make_shared<Data>();
+    const auto first = data->entityCreate("IfcWall");
+    EXPECT_EQ(data->findByGuid(id), nullptr);
+    EXPECT_EQ(data->findByGuid(Guid()), first);
+    const auto second = data->entityCreate("IfcWall");
+    second->guid = id;
+    EXPECT_EQ(data->findByGuid(id), second);
+    const auto third = data->entityCreate("IfcDoor");
+    third->guid = id;
+    EXPECT_EQ(data->findByGuid(id), third);
+}
+
+TEST_F(FcShadowDbTest, givesOneShadowObjectForAMasterOfTheSameClassAndGuid) {
+    FcShadowDb database;
+    FcObjectDefinition master(*IfcClass::find("IfcWall"));
+    master.guid = id;
+    const auto shadow = database.getShadowObject(master);
+    ASSERT_NE(shadow, nullptr);
+    EXPECT_STREQ(shadow->className(), "IfcWall");
+    EXPECT_EQ(shadow->guid, id);
+    EXPECT_EQ(shadow->data.lock().get(), &database.data());
+    EXPECT_EQ(database.getShadowObject(master), shadow);
+    EXPECT_EQ(database.getShadowObject(*shadow), shadow);
+    EXPECT_EQ(database.shadowObjects.size(), 1U);
+
+    class Unknown : public FcObjectDefinition {
+        using FcObjectDefinition::FcObjectDefinition;
+        const char* className() const override { return "IfcUnknown"; }
+    };
+    EXPECT_EQ(database.getShadowObject(Unknown(*IfcClass::find("IfcWall"))), nullptr);
+    EXPECT_EQ(database.shadowObjects.size(), 1U);
+}
+
+TEST_F(FcShadowDbTest, reportsAnObjectUnderTheMastersGuidThatIsNoObjectDefinition) {
+    const std::pair<const char*, bool> neighbours[] = {{"IfcRoot", false},
+                                                       {"IfcObjectDefinition", true},
+                                                       {"IfcSubContractResourceType", true},
+                                                       {"IfcPropertyDefinition", false}};
+    for (const auto& [name, isObject] : neighbours) {
+        FcShadowDb database;
+        const auto present = database.data().entityCreate(name);
+        present->guid = id;
+        FcObjectDefinition master(*IfcClass::find("IfcWall"));
+        master.guid = id;
+        const auto shadow = database.getShadowObject(master);
+        EXPECT_EQ(shadow == present, isObject) << name;
+        EXPECT_EQ(database.shadowObjects.size(), isObject ? 0U : 1U) << name;
+        EXPECT_EQ(database.getShadowObject(master), shadow) << name;
+        const tests::Report expected{
+            "FcShadowDb already contains a shadow object with this Guid, but of another type... "
+            "Does the master file contain duplicate guids or something?",
+            "orv::fc::FcShadowDb::getShadowObject", "Source/FoundationClasses/FcShadowDb", 61};
+        EXPECT_EQ(takeReports(), std::vector<tests::Report>(isObject ? 0 : 1, expected)) << name;
+    }
+}
+
+} // namespace
+} // namespace orv::fc

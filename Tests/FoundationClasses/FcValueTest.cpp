@@ -1,0 +1,93 @@
+#include "FoundationClasses/FcValue.h"
+
+#include "Support/ReportTest.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+
+namespace orv::fc {
+namespace {
+
+using FcValueTest = tests::ReportTest;
+using object::Logical;
+using object::PropertyValue;
+
+struct Taken {
+    const char* type; ///< Empty for none.
+    PropertyValue given;
+    std::optional<std::string> text; ///< Nothing if it is refused.
+    int index;                       ///< The alternative that it reads back in.
+};
+
+TEST_F(FcValueTest, takesWhatConvertsWithoutLossOfMeaning) {
+    const Taken cases[] = {
+        {"IfcReal", 5, "5", 4},
+        {"IfcReal", 0.1, "0.1", 4},
+        {"IfcReal", "2.5", "2.5", 4},
+        {"IfcReal", "-1e-7", "-1e-07", 4},
+        {"IfcReal", std::optional(1.5), "1.5", 4},
+        {"IfcReal", "2.5 ", {}, 0},
+        {"IfcReal", "", {}, 0},
+        {"IfcReal", "much", {}, 0},
+        {"IfcReal", "nan", {}, 0},
+        {"IfcReal", "1e999", {}, 0},
+        {"IfcReal", true, {}, 0},
+        {"IfcReal", std::numeric_limits<double>::infinity(), {}, 0},
+        {"IfcNumericMeasure", 3, "3", 4},
+        {"IfcInteger", -7, "-7", 1},
+        {"IfcInteger", 3.0, "3", 1},
+        {"IfcInteger", "2147483647", "2147483647", 1},
+        {"IfcInteger", "2147483648", {}, 0},
+        {"IfcInteger", 2.5, {}, 0},
+        {"IfcLabel", 5, "5", 5},
+        {"IfcLabel", 2.5, "2.5", 5},
+        {"IfcLabel", true, "true", 5},
+        {"IfcLabel", std::optional<std::string>("a"), "a", 5},
+        {"IfcLabel", std::optional<std::string>(), {}, 0},
+        {"IfcLabel", PropertyValue(), {}, 0},
+        {"IfcBoolean", true, "true", 3},
+        {"IfcBoolean", "false", "false", 3},
+        {"IfcBoolean", Logical::True, "true", 3},
+        {"IfcBoolean", Logical::Unknown, {}, 0},
+        {"IfcBoolean", 1, {}, 0},
+        {"IfcBoolean", "1", {}, 0},
+        {"IfcLogical", false, "false", 2},
+        {"IfcLogical", "unknown", "unknown", 2},
+        {"", 7, "7", 4},
+        {"", "7", "7", 4},
+        {"", "a", "a", 5},
+        {"", "", "", 5},
+        {"", false, "false", 3},
+    };
+    for (const auto& [type, given, text, index] : cases) {
+        FcValue value(FcValueType::find(type));
+        EXPECT_EQ(value.updateValueFromPropertyValue(given), text.has_value()) << type << ' ' << text.value_or("-");
+        EXPECT_EQ(value.getAsString(false), text) << type;
+        EXPECT_EQ(value.getAsPropertyValue().getIndex(), index) << type << ' ' << text.value_or("-");
+        EXPECT_EQ(value.getType(), FcValueType::find(type));
+    }
+}
+
+TEST_F(FcValueTest, losesItsContentAndKeepsItsTypeWhenItRefuses) {
+    FcValue value(FcValueType::find("IfcReal"));
+    EXPECT_TRUE(value.setValueOnTypeFromString("1.5"));
+    EXPECT_EQ(value.getAsString(true), "IfcReal(1.5)");
+    EXPECT_FALSE(value.setValueOnTypeFromString("x"));
+    EXPECT_EQ(value.getAsString(false), std::nullopt);
+    EXPECT_TRUE(value.setValueOnTypeFromString("2"));
+    EXPECT_EQ(value.getAsPropertyValue().get<double>(), 2.0);
+}
+
+TEST_F(FcValueTest, understandsNumbersInTheLocaleOfTheProcess) {
+    ASSERT_NE(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"), nullptr);
+    FcValue value(FcValueType::find("IfcReal"));
+    for (const char* text : {"1,5", "1.5", "1,500000"}) {
+        EXPECT_TRUE(value.setValueOnTypeFromString(text)) << text;
+        EXPECT_EQ(value.getAsString(false), "1.5");
+    }
+    EXPECT_FALSE(value.setValueOnTypeFromString("1,5,0"));
+}
+
+} // namespace
+} // namespace orv::fc
