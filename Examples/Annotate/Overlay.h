@@ -17,7 +17,8 @@ public:
     /// Makes the masters, and sets the edits again in their order.
     Overlay(const Model& model, const std::vector<const PropertyEdit*>& edits);
 
-    /// Sets the value of the edit in the shadow database. Tells nothing of the outcome; read the property for that.
+    /// Sets the value of the edit in the shadow database of the Overlay that there is. Tells nothing of the outcome;
+    /// read the property for that.
     static void apply(const PropertyEdit& edit);
 
     /// What the property holds: a value; the values of a list; or those of a table, defining and defined in turn. Empty

@@ -89,8 +89,8 @@ PropertyEdit::Form formOf(const Def& definition) {
         return PropertyEdit::Form::Table;
     case PropertyKind::Reference:
     case PropertyKind::Complex:
-        throw RequestError(fullName(definition) + " is a " + std::string(kindName(definition)) +
-                           " property; those take no value.");
+        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+                           ", which takes no value.");
     default:
         return PropertyEdit::Form::Single;
     }
@@ -99,9 +99,8 @@ PropertyEdit::Form formOf(const Def& definition) {
 void requireForm(const Def& definition, PropertyEdit::Form form) {
     constexpr std::array<std::string_view, 3> commands{"set", "set-list", "set-table"};
     if (const PropertyEdit::Form needed = formOf(definition); needed != form) {
-        throw RequestError(fullName(definition) + " is a " + std::string(kindName(definition)) +
-                           " property. Use the command " + std::string(commands[static_cast<std::size_t>(needed)]) +
-                           '.');
+        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+                           ". Use the command " + std::string(commands[static_cast<std::size_t>(needed)]) + '.');
     }
 }
 

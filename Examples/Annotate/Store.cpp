@@ -63,7 +63,7 @@ std::unique_ptr<FileLock> lock(const std::filesystem::path& path, bool exclusive
     return held;
 }
 
-/// The load writes, so a file that can't be written would look like one without notes.
+/// The load writes, so a file that can't be written would look like one without records.
 void requireWritable(const std::filesystem::path& path) {
     const auto released = lock(path, true, FileLock::Access::ReadWrite);
 }

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <clocale>
+#include <functional>
 #include <iostream>
 
 namespace annotate {
@@ -19,24 +20,22 @@ std::string refuseEmpty(const std::string& value) {
     return value.empty() ? "An empty value was given" : "";
 }
 
-CLI::App* addCommand(CLI::App& app, const std::string& name, const std::string& description, const Arguments& arguments,
-                     Command command) {
+CLI::App* addCommand(CLI::App& app, const std::string& name, const std::string& description,
+                     const std::function<void()>& command) {
     CLI::App* added = app.add_subcommand(name, description);
-    added->callback([&arguments, command] { command(arguments); });
+    added->callback(command);
     return added;
 }
 
 /// A command on a model.
 CLI::App* addModelCommand(CLI::App& app, const std::string& name, const std::string& description,
                           const Arguments& arguments, Command command) {
-    CLI::App* added = app.add_subcommand(name, description);
-    added->callback([&arguments, command] {
+    return addCommand(app, name, description, [&arguments, command] {
         if (arguments.model.empty()) {
             throw CLI::RequiredError("MODEL");
         }
         command(arguments);
     });
-    return added;
 }
 
 /// A command on a model and the additions to it.
@@ -96,9 +95,10 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* setTable = addPropertyCommand(app, "set-table", "Set a table property", arguments, setTableProperty);
     setTable->add_option("VALUE", arguments.values, "DEFINING DEFINED for each row")->required()->check(refuseEmpty);
 
-    CLI::App* definitions = addCommand(
-        app, "definitions", "List what can be set, with kinds, value types and enumeration values; needs no model",
-        arguments, listDefinitions);
+    CLI::App* definitions = addCommand(app, "definitions",
+                                       "List what can be set, with kinds, value types and enumeration values; needs "
+                                       "no model",
+                                       [&arguments] { listDefinitions(arguments); });
     definitions->add_option("PSET", arguments.propertySet, "Only the properties of this set")->check(refuseEmpty);
 }
 

@@ -12,6 +12,10 @@ namespace orv::fc {
 /// Called from one thread at a time.
 class ORV_EXPORT Data : public std::enable_shared_from_this<Data> {
 public:
+    Data() = default;
+    Data(const Data&) = delete;
+    Data& operator=(const Data&) = delete;
+
     /// A new object of the class of exactly that IFC name, or of the present class in its place if it is one of an
     /// older version; null for any other name. The Data keeps the object. Its Guid is for the caller to set, before the
     /// next search.

@@ -13,7 +13,7 @@ class Data;
 namespace core::kernel {
 
 /// An object of a model: an instance of IfcObjectDefinition or of a class below it. All these classes are told apart by
-/// their rows of the class table alone.
+/// their rows of the class table alone. Data makes instances of the other classes below IfcRoot in this form as well.
 class ORV_EXPORT FcObjectDefinition : public FcBase {
 public:
     explicit FcObjectDefinition(const IfcClass& rowOfTable) : FcBase(rowOfTable) {}

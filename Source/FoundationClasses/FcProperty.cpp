@@ -1,5 +1,5 @@
-#include "FoundationClasses/FcBase.h"
-#include "FoundationClasses/FcObjectDefinition.h"
+#include "FoundationClasses/FcProperty.h"
+
 #include "FoundationClasses/FcPropertyBoundedValue.h"
 #include "FoundationClasses/FcPropertyEnumeratedValue.h"
 #include "FoundationClasses/FcPropertyListValue.h"
@@ -7,40 +7,28 @@
 #include "FoundationClasses/FcPropertySingleValue.h"
 #include "FoundationClasses/FcPropertyTableValue.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace orv::fc {
-
-namespace {
-
-const IfcClass& presentClass(std::uint32_t kindNumber) {
-    return *IfcClass::ofNumber(kindNumber);
-}
-
-} // namespace
-
-std::optional<std::string> FcBase::getAttributeAsString(const std::string& /*attribute*/) const {
-    return std::nullopt;
-}
 
 std::optional<std::string> FcProperty::getAttributeAsString(const std::string& attribute) const {
     return attribute == "Name" ? std::optional(name) : std::nullopt;
 }
 
 void FcProperty::deleteProperty(Data& /*data*/, bool /*keepEntity*/) {
-    if (const auto owner = set.lock()) {
+    // The set may hold the last reference to this object.
+    if (const auto owner = std::exchange(set, {}).lock()) {
         std::erase_if(owner->properties, [this](const auto& property) { return property.get() == this; });
-        set.reset();
     }
 }
 
-FcPropertySingleValue::FcPropertySingleValue() : FcProperty(presentClass(classNumber)) {}
+FcPropertySingleValue::FcPropertySingleValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
 bool FcPropertySingleValue::setFromPropertyValue(const object::PropertyValue& value) {
     return nominalValue.updateValueFromPropertyValue(value);
 }
 
-FcPropertyEnumeratedValue::FcPropertyEnumeratedValue() : FcProperty(presentClass(classNumber)) {}
+FcPropertyEnumeratedValue::FcPropertyEnumeratedValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
 std::optional<std::string> FcPropertyEnumeratedValue::getAttributeAsString(const std::string& attribute) const {
     if (attribute != "EnumerationValues") {
@@ -59,31 +47,10 @@ std::optional<std::string> FcPropertyEnumeratedValue::getAttributeAsString(const
     return text + ')';
 }
 
-FcPropertyBoundedValue::FcPropertyBoundedValue() : FcProperty(presentClass(classNumber)) {}
+FcPropertyBoundedValue::FcPropertyBoundedValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
-FcPropertyListValue::FcPropertyListValue() : FcProperty(presentClass(classNumber)) {}
+FcPropertyListValue::FcPropertyListValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
-FcPropertyTableValue::FcPropertyTableValue() : FcProperty(presentClass(classNumber)) {}
-
-namespace core::kernel {
-
-std::optional<std::string> FcObjectDefinition::getAttributeAsString(const std::string& attribute) const {
-    return attribute == "GlobalId" ? std::optional(guid.toString(false)) : std::nullopt;
-}
-
-FcPropertySet::FcPropertySet() : FcPropertySetDefinition(presentClass(classNumber)) {}
-
-std::shared_ptr<FcProperty> FcPropertySet::findProperty(const std::string& wanted) const {
-    const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [&wanted](const auto& property) { return property->name == wanted; });
-    return found == properties.end() ? nullptr : *found;
-}
-
-void FcPropertySet::addProperty(const std::shared_ptr<FcProperty>& property) {
-    properties.push_back(property);
-    property->set = weak_from_this();
-}
-
-} // namespace core::kernel
+FcPropertyTableValue::FcPropertyTableValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
 } // namespace orv::fc

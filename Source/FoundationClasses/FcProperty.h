@@ -19,7 +19,7 @@ public:
     static constexpr std::uint32_t firstClassNumber = 166;
     static constexpr std::uint32_t lastClassNumber = 174;
 
-    /// A property of that class, which must be one of the range.
+    /// A property of that class, which must be one without a C++ class of its own: 166 to 168 or 172.
     explicit FcProperty(const IfcClass& rowOfTable) : FcBase(rowOfTable) {}
 
     /// "Name" gives the name.

@@ -14,6 +14,8 @@ public:
     static constexpr std::uint32_t classNumber = 779;
 
     FcPropertySet();
+    FcPropertySet(const FcPropertySet&) = delete;
+    FcPropertySet& operator=(const FcPropertySet&) = delete;
 
     /// The first property of exactly that name, null if there is none.
     std::shared_ptr<FcProperty> findProperty(const std::string& wanted) const;

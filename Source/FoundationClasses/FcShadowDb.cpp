@@ -26,7 +26,7 @@ std::shared_ptr<FcObjectDefinition> FcShadowDb::getShadowObject(const FcObjectDe
         }
         reportOtherType();
     }
-    const auto shadow = std::dynamic_pointer_cast<FcObjectDefinition>(model->entityCreate(master.className()));
+    auto shadow = std::dynamic_pointer_cast<FcObjectDefinition>(model->entityCreate(master.className()));
     if (shadow) {
         shadow->guid = master.guid;
         shadowObjects.push_back(shadow);

@@ -12,6 +12,10 @@ namespace orv::fc {
 /// written and nothing of the master's own.
 class ORV_EXPORT FcShadowDb {
 public:
+    FcShadowDb() = default;
+    FcShadowDb(const FcShadowDb&) = delete;
+    FcShadowDb& operator=(const FcShadowDb&) = delete;
+
     /// The model of the shadow objects, the same for the life of the database.
     Data& data() { return *model; }
 

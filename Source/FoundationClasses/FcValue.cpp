@@ -35,7 +35,7 @@ std::optional<double> parseReal(const std::string& text) {
     if (position == std::string::npos) {
         return std::nullopt;
     }
-    return pointedReal(std::string(text).replace(position, decimalPoint.size(), "."));
+    return pointedReal(std::string(text).replace(position, decimalPoint.size(), 1, '.'));
 }
 
 std::string shortestText(double number) {
@@ -58,7 +58,7 @@ std::string logicalText(Logical value) {
 
 std::optional<std::string> textOf(const Content& content) {
     struct Visitor {
-        std::optional<std::string> operator()(std::monostate) const { return std::nullopt; }
+        std::optional<std::string> operator()(std::monostate /*none*/) const { return std::nullopt; }
         std::optional<std::string> operator()(const std::string& text) const { return text; }
         std::optional<std::string> operator()(double number) const { return shortestText(number); }
         std::optional<std::string> operator()(int number) const { return std::to_string(number); }

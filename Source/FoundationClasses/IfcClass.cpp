@@ -105,11 +105,11 @@ const IfcClass* IfcClass::find(std::string_view name) {
     return classIndex.find(name);
 }
 
-const IfcClass* IfcClass::ofNumber(std::uint32_t wanted) {
+const IfcClass* IfcClass::ofNumber(std::uint32_t number) {
     const auto* const row =
-        std::lower_bound(std::begin(presentClasses), std::end(presentClasses), wanted,
-                         [](const IfcClass& candidate, std::uint32_t number) { return candidate.kindNumber < number; });
-    return row != std::end(presentClasses) && row->kindNumber == wanted ? row : nullptr;
+        std::lower_bound(std::begin(presentClasses), std::end(presentClasses), number,
+                         [](const IfcClass& candidate, std::uint32_t wanted) { return candidate.kindNumber < wanted; });
+    return row != std::end(presentClasses) && row->kindNumber == number ? row : nullptr;
 }
 
 } // namespace orv::fc

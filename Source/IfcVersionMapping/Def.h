@@ -21,7 +21,8 @@ struct Def {
     /// The type of a table's defined values, or of the values in what a reference refers to; empty if there is none.
     std::string_view definedValueType;
 
-    /// The values to choose from, with semicolons between them; empty unless the kind is Enumerated.
+    /// The values to choose from, with semicolons between them and without the line ends that some were published
+    /// with; empty unless the kind is Enumerated.
     std::string_view enumerationValues;
 
     /// The newest version of IFC that has the property, as in "IFC4X3_ADD2".

@@ -162,9 +162,10 @@ TEST_F(AnnotateTest, bringsPropertyValuesBackAfterARestart) {
         {"set", {"Pset_WallCommon", "ThermalTransmittance"}, {"warm"}, 1, "IfcThermalTransmittanceMeasure and refused"},
         {"set", {"Pset_AirTerminalBoxTypeCommon", "AirPressureRange"}, {"1;x"}, 1, "refused what was given"},
         {"set", list, {"a"}, 1, "Use the command set-list"},
+        {"set-list", {"Pset_WallCommon", "Status"}, {"NEW"}, 1, "is of the kind enumerated. Use the command set."},
         {"set-list", list, {"c"}, 1, "lists and tables are set once"},
         {"set-table", table, {"1"}, 2, "A table takes pairs"},
-        {"set", {"Pset_ActionRequest", "RequestSourceName"}, {"a"}, 1, "is a reference property"},
+        {"set", {"Pset_ActionRequest", "RequestSourceName"}, {"a"}, 1, "is of the kind reference"},
         {"get", {"Pset_WallCommon", "IsExternal"}, {}, 1, "isn't set on " + id},
     };
     for (const auto& [name, property, values, status, error] : refused) {

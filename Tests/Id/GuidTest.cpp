@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <set>
 
 namespace orv {
 namespace {
@@ -14,21 +13,15 @@ struct Spelling {
     Guid id;
 };
 
+// clang-format off
 const Spelling spellings[] = {
     {"0000000000000000000000", "00000000-0000-0000-0000-000000000000", {}},
-    {"000G8310K61mW92WiC3GuF",
-     "00010203-0405-0607-0809-0a0b0c0d0e0f",
-     {0x10203, 0x405, 0x607, {8, 9, 10, 11, 12, 13, 14, 15}}},
-    {"1xS3BCk291UvhgP2dvNMKI",
-     "7b7032cc-b822-417b-9aea-6429f95d6512",
-     {0x7b7032cc, 0xb822, 0x417b, {0x9a, 0xea, 0x64, 0x29, 0xf9, 0x5d, 0x65, 0x12}}},
-    {"2O2Fr$t4X7Zf8NOew3FNld",
-     "9808fd7f-dc48-478e-9217-628e833d7be7",
-     {0x9808fd7f, 0xdc48, 0x478e, {0x92, 0x17, 0x62, 0x8e, 0x83, 0x3d, 0x7b, 0xe7}}},
-    {"3$$$$$$$$$$$$$$$$$$$$$",
-     "ffffffff-ffff-ffff-ffff-ffffffffffff",
-     {0xffffffff, 0xffff, 0xffff, {255, 255, 255, 255, 255, 255, 255, 255}}},
+    {"000G8310K61mW92WiC3GuF", "00010203-0405-0607-0809-0a0b0c0d0e0f", {0x10203, 0x405, 0x607, {8, 9, 10, 11, 12, 13, 14, 15}}},
+    {"1xS3BCk291UvhgP2dvNMKI", "7b7032cc-b822-417b-9aea-6429f95d6512", {0x7b7032cc, 0xb822, 0x417b, {0x9a, 0xea, 0x64, 0x29, 0xf9, 0x5d, 0x65, 0x12}}},
+    {"2O2Fr$t4X7Zf8NOew3FNld", "9808fd7f-dc48-478e-9217-628e833d7be7", {0x9808fd7f, 0xdc48, 0x478e, {0x92, 0x17, 0x62, 0x8e, 0x83, 0x3d, 0x7b, 0xe7}}},
+    {"3$$$$$$$$$$$$$$$$$$$$$", "ffffffff-ffff-ffff-ffff-ffffffffffff", {0xffffffff, 0xffff, 0xffff, {255, 255, 255, 255, 255, 255, 255, 255}}},
 };
+// clang-format on
 
 TEST(Guid, readsAndWritesBothSpellings) {
     for (const auto& [globalId, uuid, id] : spellings) {
@@ -73,21 +66,14 @@ TEST(Guid, staysAsItWasWhenATextIsRefused) {
 }
 
 TEST(Guid, hashesIdsThatDifferInOneBitFarApart) {
-    std::set<std::uint64_t> hashes;
-    for (unsigned bit = 0; bit < 128; ++bit) {
-        std::string uuid = spellings[2].uuid;
-        std::size_t position = bit / 4;
-        for (const std::size_t dash : {8U, 13U, 18U, 23U}) {
-            position += position >= dash ? 1U : 0U;
-        }
-        const auto digit = static_cast<unsigned>(std::stoi(uuid.substr(position, 1), nullptr, 16)) ^ (1U << bit % 4);
-        uuid[position] = "0123456789abcdef"[digit];
-        Guid id;
-        ASSERT_TRUE(id.boSet(uuid)) << uuid;
-        EXPECT_GT(std::popcount(id.hash() ^ spellings[2].id.hash()), 8) << uuid;
-        hashes.insert(id.hash() % 1024);
+    for (unsigned bit = 0; bit < 64; ++bit) {
+        Guid high = spellings[2].id;
+        Guid low = high;
+        high.data1 ^= 1U << bit % 32;
+        low.data4[bit / 8] ^= static_cast<std::uint8_t>(1U << bit % 8);
+        EXPECT_GT(std::popcount(high.hash() ^ spellings[2].id.hash()), 8) << bit;
+        EXPECT_GT(std::popcount(low.hash() ^ spellings[2].id.hash()), 8) << bit;
     }
-    EXPECT_GT(hashes.size(), 100U);
 }
 
 } // namespace

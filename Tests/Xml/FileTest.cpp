@@ -36,49 +36,16 @@ std::pair<std::string, std::optional<std::string>> throughParser(const std::stri
 }
 
 TEST(XmlFile, bringsBackEveryTextAndNameByteForByte) {
-    std::vector<std::string> samples = {"",
-                                        " ",
-                                        "\t \n",
-                                        "\r",
-                                        "\r\n",
-                                        "a\rb\nc\r\n",
-                                        "a]]>b <&>\"'",
-                                        "<!--",
-                                        "_",
-                                        "_x",
-                                        "_x_",
-                                        "__x_",
-                                        "_x005F_",
-                                        "_x0041_",
-                                        "_x0041",
-                                        "_x0041\x01",
-                                        "_x004\x01_",
-                                        "_x005F_x0041_",
-                                        "_X0041_",
-                                        "_xdc80_",
-                                        "_xD83D_",
-                                        "_xD83D__xDE00_",
-                                        "\xF0\x9F\x98\x80",
-                                        "\x80",
-                                        "\xC3",
-                                        "\xC3(",
-                                        "\xED\xA0\x80",
-                                        "\xF5\x80\x80\x80",
-                                        "\xF0\x8F\xBF\xBF",
-                                        "\xC0\x80",
-                                        "\xE0\x9F\xBF",
-                                        "\xEF\xBF\xBE",
-                                        "\xEF\xBF\xBF",
-                                        "\xEF\xBB\xBFx",
-                                        "\x7f\xC2\x85",
-                                        "1st",
-                                        "-a",
-                                        "a b",
-                                        "a:b",
-                                        "xmlns",
-                                        "L\xC3\xA4nge",
-                                        "\xD0\x94\xD0\xBB\xD0\xB8\xD0\xBD\xD0\xB0",
-                                        std::string("a\0b", 3)};
+    std::vector<std::string> samples = {
+        // clang-format off
+        "", " ", "\t \n", "\r", "\r\n", "a\rb\nc\r\n", "a]]>b <&>\"'", "<!--", "_", "_x", "_x_", "__x_", "_x005F_",
+        "_x0041_", "_x0041", "_x0041\x01", "_x004\x01_", "_x005F_x0041_", "_X0041_", "_xdc80_", "_xD83D_",
+        "_xD83D__xDE00_", "\xF0\x9F\x98\x80", "\x80", "\xC3", "\xC3(", "\xED\xA0\x80", "\xF5\x80\x80\x80",
+        "\xF0\x8F\xBF\xBF", "\xC0\x80", "\xE0\x9F\xBF", "\xEF\xBF\xBE", "\xEF\xBF\xBF", "\xEF\xBB\xBFx",
+        "\x7f\xC2\x85", "1st", "-a", "a b", "a:b", "xmlns", "L\xC3\xA4nge",
+        "\xD0\x94\xD0\xBB\xD0\xB8\xD0\xBD\xD0\xB0", std::string("a\0b", 3),
+        // clang-format on
+    };
     for (unsigned byte = 0; byte < 256; ++byte) {
         samples.emplace_back(1, static_cast<char>(byte));
         samples.push_back("\xE2\x82" + std::string(1, static_cast<char>(byte)));
@@ -175,27 +142,14 @@ std::string nestedEntities(int count, const std::string& reference) {
 }
 
 TEST(XmlFile, givesNoValueForWhatIsNoWellFormedDocument) {
-    const std::string refused[] = {"",
-                                   " \n",
-                                   "x",
-                                   "<r>",
-                                   "<r></r",
-                                   "<r></s>",
-                                   "<r/><r/>",
-                                   "<r/>x",
-                                   "<r>&nbsp;</r>",
-                                   "<r>\x01</r>",
-                                   "<r>\xff</r>",
-                                   "<r a=1/>",
-                                   "<r a='1' a='2'/>",
-                                   "<r><!-- -- --></r>",
-                                   "<r>]]></r>",
-                                   " <?xml version='1.0'?><r/>",
-                                   std::string("<r>\0</r>", 8),
-                                   std::string("\xff\xfe<\0r", 5),
-                                   nestedEntities(20, ".........."),
-                                   nestedEntities(100'000, "."),
-                                   "<!DOCTYPE r SYSTEM 'x'><r>&undeclared;</r>"};
+    const std::string refused[] = {
+        // clang-format off
+        "", " \n", "x", "<r>", "<r></r", "<r></s>", "<r/><r/>", "<r/>x", "<r>&nbsp;</r>", "<r>\x01</r>",
+        "<r>\xff</r>", "<r a=1/>", "<r a='1' a='2'/>", "<r><!-- -- --></r>", "<r>]]></r>",
+        " <?xml version='1.0'?><r/>", std::string("<r>\0</r>", 8), std::string("\xff\xfe<\0r", 5),
+        nestedEntities(20, ".........."), nestedEntities(100'000, "."), "<!DOCTYPE r SYSTEM 'x'><r>&undeclared;</r>",
+        // clang-format on
+    };
     for (const std::string& text : refused) {
         File file;
         ReasonKeeper keeper;

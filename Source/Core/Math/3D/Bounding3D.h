@@ -13,8 +13,8 @@ struct Point {
     double z = 0;
 };
 
-/// A pair of corners of which a box can be made: on no axis lies lowerLeft beyond upperRight, unless it is the largest
-/// finite double there, by which an unset axis is known. Equal coordinates are in order.
+/// Two corners of a box. They should be in order: on no axis lies lowerLeft beyond upperRight, unless it is the largest
+/// finite double there, by which an unset axis is known. For this library alone; it isn't exported.
 class Bounding {
 public:
     /// Takes the corners as they are, and reports each axis on which they are out of order.

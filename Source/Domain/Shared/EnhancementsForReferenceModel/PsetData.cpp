@@ -9,6 +9,7 @@
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
 #include <cstdio>
+#include <iterator>
 #include <stdexcept>
 #include <string_view>
 #include <tuple>
@@ -82,7 +83,7 @@ std::vector<std::string> splitOnSemicolon(std::string_view text) {
 std::string decimalText(double number) {
     const int length = std::snprintf(nullptr, 0, "%f", number);
     std::string text(static_cast<std::size_t>(length), '\0');
-    std::snprintf(text.data(), text.size() + 1, "%f", number);
+    static_cast<void>(std::snprintf(text.data(), text.size() + 1, "%f", number));
     return text;
 }
 
@@ -232,14 +233,6 @@ std::vector<PropertyValue> valuesOf(const std::optional<std::vector<FcValue>>& l
 
 } // namespace
 
-/// Where a write goes, kept alive for as long as it takes. The set is null if the way there ended.
-struct PsetData::Target {
-    std::shared_ptr<const FcObjectDefinition> object;
-    std::shared_ptr<FcObjectDefinition> shadow;
-    std::shared_ptr<fc::Data> data;
-    std::shared_ptr<FcPropertySet> set;
-};
-
 void PsetData::getPsetShadowDbReadOnlyCallbackSet(ReadOnlyCallback callback) {
     readOnlyCallback() = std::move(callback);
 }
@@ -274,30 +267,30 @@ std::shared_ptr<fc::FcShadowDb> PsetData::getDb() {
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const PropertyValue& value) {
-    const Target target = targetOf(std::move(object), pset);
-    if (!target.set || holdsNothing(value)) {
+    const auto set = setFor(*object, pset);
+    if (!set || holdsNothing(value)) {
         return;
     }
-    auto present = target.set->findProperty(property);
+    auto present = set->findProperty(property);
     if (!present) {
-        present = makeProperty(target.set, property);
+        present = makeProperty(set, property);
     }
     if (present) {
-        setPresent(*present, *target.data, value);
+        setPresent(*present, db->data(), value);
     }
 }
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const std::vector<PropertyValue>& values) {
-    if (const Target target = targetOf(std::move(object), pset); target.set) {
-        setNew<FcPropertyListValue>(target.set, property, values);
+    if (const auto set = setFor(*object, pset)) {
+        setNew<FcPropertyListValue>(set, property, values);
     }
 }
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const std::vector<PropertyValuePair>& values) {
-    if (const Target target = targetOf(std::move(object), pset); target.set) {
-        setNew<FcPropertyTableValue>(target.set, property, values);
+    if (const auto set = setFor(*object, pset)) {
+        setNew<FcPropertyTableValue>(set, property, values);
     }
 }
 
@@ -389,15 +382,9 @@ std::shared_ptr<const FcObjectDefinition> PsetData::resolveObject(const Guid& gu
     return objectCallback() ? objectCallback()(guid) : nullptr;
 }
 
-PsetData::Target PsetData::targetOf(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset) const {
-    Target target;
-    target.shadow = db ? db->getShadowObject(*object) : nullptr;
-    target.data = target.shadow ? target.shadow->data.lock() : nullptr;
-    if (target.data) {
-        target.set = target.shadow->getOrCreatePropertySetDefinition<FcPropertySet>(*target.data, pset);
-    }
-    target.object = std::move(object);
-    return target;
+std::shared_ptr<FcPropertySet> PsetData::setFor(const FcObjectDefinition& object, const std::string& pset) const {
+    const auto shadow = db ? db->getShadowObject(object) : nullptr;
+    return shadow ? shadow->getOrCreatePropertySetDefinition<FcPropertySet>(db->data(), pset) : nullptr;
 }
 
 std::shared_ptr<FcProperty> PsetData::findProperty(const Guid& guid, const std::string& pset,

@@ -55,25 +55,31 @@ public:
     /// The database, shared with the handle, or null.
     ORV_EXPORT std::shared_ptr<fc::FcShadowDb> getDb();
 
-    /// Writes a value to a single, enumerated or bounded property. An empty value, or an empty text, changes nothing.
-    /// The object, not null, is one of the reference model or its shadow object.
+    /// Writes a value to a single, enumerated or bounded property. The object, not null, is one of the reference model
+    /// or its shadow object. Every write makes the shadow object and the set, also one that changes no property. The
+    /// empty value, an empty text and an optional text that holds none change no property; any other optional that
+    /// holds nothing is a value that no type takes.
     ///
-    /// - Single: a value that the property's type doesn't take deletes the property.
-    /// - Enumerated: a text's parts between semicolons become the values; any value but a std::string deletes the
-    ///   property.
-    /// - Bounded: the parts of a text are the upper bound, the lower bound and the set point; a number is the upper
-    /// bound.
-    ///   Bounds without a part are reset. Any other value is reported and resets all three.
+    /// Single: a value that the property's type doesn't take deletes the property.
+    ///
+    /// Enumerated: a text's parts between semicolons become the values; any value but a std::string deletes the
+    /// property.
+    ///
+    /// Bounded: the parts of a text are the upper bound, the lower bound and the set point; a number, rounded to six
+    /// decimals, is the upper bound. A part that the bound's type doesn't take leaves that bound empty. Bounds without
+    /// a part lose value and type. Any other value is reported and does that to all three.
+    ///
+    /// A list or table property that is defined but not there yet is made without values, and stays so.
     ORV_EXPORT void setValue(std::shared_ptr<const fc::core::kernel::FcObjectDefinition> object,
                              const std::string& pset, const std::string& property, const object::PropertyValue& value);
 
-    /// Makes a list property of the values. A property that is there already, of whatever kind, stays as it is.
+    /// Makes a list property of the values; none for no values. A property that is there already, of whatever kind,
+    /// stays as it is. One that is defined to be of another kind is made without a value.
     ORV_EXPORT void setValue(std::shared_ptr<const fc::core::kernel::FcObjectDefinition> object,
                              const std::string& pset, const std::string& property,
                              const std::vector<object::PropertyValue>& values);
 
-    /// Makes a table property of pairs of a defining and a defined value. A property that is there already stays as it
-    /// is.
+    /// The same for a table property of pairs of a defining and a defined value.
     ORV_EXPORT void setValue(std::shared_ptr<const fc::core::kernel::FcObjectDefinition> object,
                              const std::string& pset, const std::string& property,
                              const std::vector<std::pair<object::PropertyValue, object::PropertyValue>>& values);
@@ -93,7 +99,8 @@ public:
     /// std::out_of_range, "invalid string position", for an enumerated property whose attribute text is empty.
     ORV_EXPORT object::PropertyValue getValue(const Guid& guid, const std::string& pset, const std::string& property);
 
-    /// getValue if it is a text. Nothing if it is empty; any other value is reported and gives an empty text.
+    /// getValue if it is a text. Nothing if it is empty; any other value is reported and gives an empty text. This and
+    /// the next two throw as getValue does.
     ORV_EXPORT std::optional<std::string> getValueAsString(const Guid& guid, const std::string& pset,
                                                            const std::string& property);
 
@@ -116,10 +123,9 @@ public:
     getTableValues(const Guid& guid, const std::string& pset, const std::string& property);
 
 private:
-    struct Target;
-
     std::shared_ptr<const fc::core::kernel::FcObjectDefinition> resolveObject(const Guid& guid) const;
-    Target targetOf(std::shared_ptr<const fc::core::kernel::FcObjectDefinition> object, const std::string& pset) const;
+    std::shared_ptr<fc::core::kernel::FcPropertySet> setFor(const fc::core::kernel::FcObjectDefinition& object,
+                                                            const std::string& pset) const;
     std::shared_ptr<fc::FcProperty> findProperty(const Guid& guid, const std::string& pset,
                                                  const std::string& property) const;
     template <typename Value>

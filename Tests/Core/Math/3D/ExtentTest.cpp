@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace orv::math::_3d {
@@ -57,7 +58,7 @@ TEST_F(ExtentTest, growsToHoldTheOtherAndReportsAxesOutOfOrder) {
     for (const auto& [box, other, united, expected] : unions) {
         Extent actual = box;
         actual.uniteWith(other);
-        EXPECT_TRUE(areEqual(actual, united)) << actual.lowerLeft.x << actual.upperRight.y;
+        EXPECT_TRUE(areEqual(actual, united)) << box.lowerLeft.x << ' ' << other.lowerLeft.x;
         EXPECT_EQ(takeReports(), expected);
     }
     Extent itself = small;

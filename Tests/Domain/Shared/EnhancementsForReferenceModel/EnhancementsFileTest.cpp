@@ -155,20 +155,15 @@ TEST_F(EnhancementsFileTest, readsTheRecordsOfRegisteredKindsAndNothingElse) {
         {"<Enhancements/>", true, {}, {}},
         {"<Enhancements> <!-- c --> text <Unknown><A>1</A></Unknown><Sealed/> </Enhancements>", true, {}, {}},
         {"<Enhancements><SampleNote/></Enhancements>", true, {{}}, {}},
-        {"<Enhancements><SampleNote><A>1</A></SampleNote>\n<SampleNote><A>1</A></SampleNote></Enhancements>",
-         true,
-         {{{"A", "1"}}, {{"A", "1"}}},
-         {}},
+        // clang-format off
+        {"<Enhancements><SampleNote><A>1</A></SampleNote>\n<SampleNote><A>1</A></SampleNote></Enhancements>", true,
+         {{{"A", "1"}}, {{"A", "1"}}}, {}},
         {"<Enhancements><SampleNote> x <A> 1 </A><!-- c --><Empty/><OwnerId>o</OwnerId><OwnerId>p</OwnerId>"
-         "<B>1<C/>2</B><D><E>3</E></D><F><!--c-->4</F></SampleNote></Enhancements>",
-         true,
-         {{{"A", " 1 "}, {"OwnerId", "o"}, {"OwnerId", "p"}, {"B", "1"}, {"D", ""}, {"F", "c"}}},
-         {}},
-        {"\xEF\xBB\xBF<!DOCTYPE Enhancements [<!ENTITY e "
-         "'x'>]><Enhancements><SampleNote><A>&e;</A></SampleNote></Enhancements>",
-         true,
-         {{{"A", "x"}}},
-         {}},
+         "<B>1<C/>2</B><D><E>3</E></D><F><!--c-->4</F></SampleNote></Enhancements>", true,
+         {{{"A", " 1 "}, {"OwnerId", "o"}, {"OwnerId", "p"}, {"B", "1"}, {"D", ""}, {"F", "c"}}}, {}},
+        {"\xEF\xBB\xBF<!DOCTYPE Enhancements [<!ENTITY e 'x'>]>"
+         "<Enhancements><SampleNote><A>&e;</A></SampleNote></Enhancements>", true, {{{"A", "x"}}}, {}},
+        // clang-format on
     };
     const auto database = Enhancements::getOrCreateEnhancementsDb();
     for (const auto& [content, result, received, expectedReports] : cases) {

@@ -1,0 +1,20 @@
+#include "FoundationClasses/FcPropertySet.h"
+
+#include <algorithm>
+
+namespace orv::fc::core::kernel {
+
+FcPropertySet::FcPropertySet() : FcPropertySetDefinition(*IfcClass::ofNumber(classNumber)) {}
+
+std::shared_ptr<FcProperty> FcPropertySet::findProperty(const std::string& wanted) const {
+    const auto found = std::find_if(properties.begin(), properties.end(),
+                                    [&wanted](const auto& property) { return property->name == wanted; });
+    return found == properties.end() ? nullptr : *found;
+}
+
+void FcPropertySet::addProperty(const std::shared_ptr<FcProperty>& property) {
+    properties.push_back(property);
+    property->set = weak_from_this();
+}
+
+} // namespace orv::fc::core::kernel
