@@ -75,7 +75,7 @@ std::string shownType(const Def& definition) {
 }
 
 std::string shownValue(const PropertyValue& value) {
-    orv::fc::FcValue text;
+    orv::fc::FcValue text(orv::fc::FcValueType::find("IfcLabel"));
     text.updateValueFromPropertyValue(value);
     return printable(text.getAsString(false).value_or(""));
 }
@@ -104,21 +104,23 @@ void requireForm(const Def& definition, PropertyEdit::Form form) {
     }
 }
 
-/// The bounded text has the lower bound first, an edit the upper one: only the number of bounds can be compared.
-std::size_t boundCount(std::string_view text) {
-    std::size_t count = 0;
-    bool isEmpty = true;
-    for (const char character : text) {
-        count += isEmpty && character != ';' ? 1U : 0U;
-        isEmpty = character == ';';
+/// A bound that was reset has lost its type and takes anything, so the parts are held against the definition.
+bool areBoundsOfType(const Def& definition, std::string_view text) {
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find(';', begin), text.size());
+        orv::fc::FcValue bound(orv::fc::FcValueType::find(definition.valueType));
+        if (end > begin && !bound.setValueOnTypeFromString(std::string(text.substr(begin, end - begin)))) {
+            return false;
+        }
+        begin = end + 1;
     }
-    return count;
+    return true;
 }
 
-/// Whether the property holds what the edit gave: a property lacks what its types refuse.
+/// Whether the property took what the edit gave: it lacks what its types refuse.
 bool tookAll(const Def& definition, const PropertyEdit& edit, const std::vector<PropertyValue>& held) {
     if (definition.kind == PropertyKind::Bounded) {
-        return boundCount(edit.values.front()) == boundCount(held.front().get<std::string>());
+        return areBoundsOfType(definition, edit.values.front());
     }
     return held.size() == edit.values.size() &&
            std::none_of(held.begin(), held.end(), [](const PropertyValue& value) { return value.isEmpty(); });
@@ -127,6 +129,10 @@ bool tookAll(const Def& definition, const PropertyEdit& edit, const std::vector<
 void edit(const Arguments& arguments, PropertyEdit::Form form) {
     const Def& definition = findDefinition(arguments);
     requireForm(definition, form);
+    if (definition.kind == PropertyKind::Bounded &&
+        std::count(arguments.values.front().begin(), arguments.values.front().end(), ';') > 2) {
+        throw RequestError(fullName(definition) + " takes three parts at most: UPPER;LOWER;SET POINT.");
+    }
     auto edited = std::make_unique<PropertyEdit>();
     edited->ownerId = objectId(arguments);
     edited->propertySet = arguments.propertySet;

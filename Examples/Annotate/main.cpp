@@ -5,9 +5,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <clocale>
 #include <functional>
 #include <iostream>
+#include <string>
+#include <vector>
 
 namespace annotate {
 
@@ -83,10 +86,10 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
 
     CLI::App* set =
         addPropertyCommand(app, "set", "Set a single, enumerated or bounded property", arguments, setProperty);
-    set->add_option("VALUE", arguments.values,
-                    "The value; of an enumerated property 'A;B'; of a bounded one 'UPPER;LOWER;SET POINT'")
+    set->add_option_function<std::string>(
+           "VALUE", [&arguments](const std::string& value) { arguments.values = {value}; },
+           "The value; of an enumerated property 'A;B'; of a bounded one 'UPPER;LOWER;SET POINT'")
         ->required()
-        ->expected(1)
         ->check(refuseEmpty);
 
     CLI::App* setList = addPropertyCommand(app, "set-list", "Set a list property", arguments, setListProperty);
@@ -102,6 +105,29 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
     definitions->add_option("PSET", arguments.propertySet, "Only the properties of this set")->check(refuseEmpty);
 }
 
+/// CLI11 takes a text in square brackets for a list of its own. A NUL, which no argument holds, keeps it off.
+std::vector<std::string> markedArguments(int argc, char** argv) {
+    std::vector<std::string> marked(argv + 1, argv + argc);
+    for (std::string& argument : marked) {
+        if (argument.ends_with(']')) {
+            argument += '\0';
+        }
+    }
+    std::reverse(marked.begin(), marked.end()); // the order that CLI11 takes them in
+    return marked;
+}
+
+void removeMarks(CLI::App& app) {
+    for (CLI::App* command : app.get_subcommands(nullptr)) {
+        removeMarks(*command);
+    }
+    for (CLI::Option* option : app.get_options()) {
+        if (option->get_items_expected_max() > 0) {
+            option->transform([](const std::string& value) { return value.substr(0, value.find('\0')); }, "");
+        }
+    }
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Keeps notes and property values on the objects of a building model, apart from it.", "annotate");
     Arguments arguments;
@@ -109,8 +135,10 @@ int run(int argc, char** argv) {
     app.add_option("MODEL", arguments.model, "An IFC file; it is never written")->check(refuseEmpty);
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);
+    removeMarks(app);
     try {
-        app.parse(argc, argv);
+        std::vector<std::string> marked = markedArguments(argc, argv);
+        app.parse(marked);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : 2;
     }

@@ -39,7 +39,7 @@ std::optional<std::string> FcPropertyEnumeratedValue::getAttributeAsString(const
     }
     std::string text = "(";
     for (const FcValue& value : *enumerationValues) {
-        if (text.size() > 1) {
+        if (&value != &enumerationValues->front()) {
             text += ';';
         }
         text += value.getAsString(false).value_or("");

@@ -25,7 +25,7 @@ public:
     /// "Name" gives the name.
     std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
 
-    /// Takes the property out of the set that FcPropertySet::addProperty put it into; does nothing if it is in none.
+    /// Takes the property out of the set that adopted it; does nothing if none has.
     /// The object lives on for as long as somebody holds it. data and keepEntity belong to models whose properties are
     /// entities of their Data; these aren't.
     void deleteProperty(Data& data, bool keepEntity);

@@ -14,7 +14,11 @@ std::shared_ptr<FcProperty> FcPropertySet::findProperty(const std::string& wante
 
 void FcPropertySet::addProperty(const std::shared_ptr<FcProperty>& property) {
     properties.push_back(property);
-    property->set = weak_from_this();
+    adopt(*property);
+}
+
+void FcPropertySet::adopt(FcProperty& property) {
+    property.set = weak_from_this();
 }
 
 } // namespace orv::fc::core::kernel

@@ -20,8 +20,12 @@ public:
     /// The first property of exactly that name, null if there is none.
     std::shared_ptr<FcProperty> findProperty(const std::string& wanted) const;
 
-    /// Appends the property and makes this the set that deleteProperty takes it out of.
+    /// Appends the property, and adopts it.
     void addProperty(const std::shared_ptr<FcProperty>& property);
+
+    /// Makes this the set that FcProperty::deleteProperty takes the property out of. A set that isn't held by a shared
+    /// pointer adopts nothing.
+    void adopt(FcProperty& property);
 
     std::vector<std::shared_ptr<FcProperty>> properties;
 };

@@ -115,6 +115,9 @@ Content contentOrNone(const std::optional<T>& value) {
 
 /// What a value without a type makes of the content.
 Content untyped(const Content& given) {
+    if (std::holds_alternative<double>(given)) {
+        return contentOrNone(realOf(given));
+    }
     const auto number = realOf(given);
     return number ? Content(*number) : given;
 }

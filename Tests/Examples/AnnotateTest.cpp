@@ -138,8 +138,8 @@ TEST_F(AnnotateTest, bringsPropertyValuesBackAfterARestart) {
         return run(arguments);
     };
     EXPECT_EQ(command("set", single, {"F60"}).status, 0);
-    EXPECT_EQ(command("set", single, {"F90"}).status, 0);
-    EXPECT_EQ(command("set-list", list, {"a", "b c"}).status, 0);
+    EXPECT_EQ(command("set", single, {"[010]"}).status, 0);
+    EXPECT_EQ(command("set-list", list, {"007", "[a,b]", "[]", "b c"}).status, 0);
     EXPECT_EQ(command("set-table", table, {"1", "2.5", "3", "4"}).status, 0);
     const std::string content = contentOf(store);
     const struct {
@@ -161,6 +161,7 @@ TEST_F(AnnotateTest, bringsPropertyValuesBackAfterARestart) {
          "no property set Pset_WalCommon; did you mean Pset_WallCommon?"},
         {"set", {"Pset_WallCommon", "ThermalTransmittance"}, {"warm"}, 1, "IfcThermalTransmittanceMeasure and refused"},
         {"set", {"Pset_AirTerminalBoxTypeCommon", "AirPressureRange"}, {"1;x"}, 1, "refused what was given"},
+        {"set", {"Pset_AirTerminalBoxTypeCommon", "AirPressureRange"}, {"1;2;3;4"}, 1, "three parts at most"},
         {"set", list, {"a"}, 1, "Use the command set-list"},
         {"set-list", {"Pset_WallCommon", "Status"}, {"NEW"}, 1, "is of the kind enumerated. Use the command set."},
         {"set-list", list, {"c"}, 1, "lists and tables are set once"},
@@ -174,8 +175,8 @@ TEST_F(AnnotateTest, bringsPropertyValuesBackAfterARestart) {
         EXPECT_NE(outcome.error.find(error), std::string::npos) << outcome.error << "doesn't tell: " << error;
     }
     EXPECT_EQ(contentOf(store), content);
-    EXPECT_EQ(command("get", single, {}).output, "F90\n");
-    EXPECT_EQ(command("get", list, {}).output, "a\nb c\n");
+    EXPECT_EQ(command("get", single, {}).output, "[010]\n");
+    EXPECT_EQ(command("get", list, {}).output, "007\n[a,b]\n[]\nb c\n");
     EXPECT_EQ(command("get", table, {}).output, "1\t2.5\n3\t4\n");
 }
 

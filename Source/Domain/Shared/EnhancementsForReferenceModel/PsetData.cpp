@@ -276,6 +276,7 @@ void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const 
         present = makeProperty(set, property);
     }
     if (present) {
+        set->adopt(*present); // a host may have put it there
         setPresent(*present, db->data(), value);
     }
 }

@@ -173,7 +173,7 @@ TEST_F(PsetDataTest, changesASingleEnumeratedOrBoundedPropertyWithEachWrite) {
         {{wallSet, "FireRating"}, {{"a;b", "5:a;b"}, {5, "5:5"}}},
         {{wallSet, "IsExternal"}, {{true, "3:true"}, {"false", "3:false"}, {1, "0:"}}},
         {{wallSet, "Status"},
-         {{"a;b", "5:a;b"}, {"c", "5:c"}, {";", "5:"}, {"a;;b;", "5:a;;b"}, {5.0, "0:"}, {"5", "5:5"},
+         {{"a;b", "5:a;b"}, {"c", "5:c"}, {";", "5:"}, {"a;;b;", "5:a;;b"}, {";b", "5:;b"}, {5.0, "0:"}, {"5", "5:5"},
           {std::optional<std::string>("a"), "0:"}}},
         {bounded,
          {{"1;2;3", "5:2;1;3"}, {7, "5:;7;"}, {"4;5;6", "5:5;4;6"}, {1.5, "5:;1.5;"}, {";2", "5:2;;"},
@@ -266,7 +266,7 @@ TEST_F(PsetDataTest, takesOneBracketAtMostOffEachEndOfAnEnumerationText) {
         database->getShadowObject(*wall)->getOrCreatePropertySetDefinition<FcPropertySet>(database->data(), "Set");
     const auto property = std::make_shared<Texts>();
     property->name = "A";
-    set->addProperty(property);
+    set->properties.push_back(property);
     const std::pair<std::optional<std::string>, std::string> texts[] = {
         {std::nullopt, "0:"}, {"()", "5:"}, {"((a))", "5:(a)"}, {"(a", "5:a"}, {"a)", "5:a"}, {"(", "5:"}};
     for (const auto& [text, read] : texts) {
@@ -280,6 +280,8 @@ TEST_F(PsetDataTest, takesOneBracketAtMostOffEachEndOfAnEnumerationText) {
     } catch (const std::out_of_range& error) {
         EXPECT_STREQ(error.what(), "invalid string position");
     }
+    this->set({"Set", "A"}, PropertyValue(5.0));
+    EXPECT_TRUE(set->properties.empty());
 }
 
 TEST_F(PsetDataTest, convertsNothingInTheTypedGetters) {
