@@ -118,9 +118,6 @@ std::vector<std::string> markedArguments(int argc, char** argv) {
 }
 
 void removeMarks(CLI::App& app) {
-    for (CLI::App* command : app.get_subcommands(nullptr)) {
-        removeMarks(*command);
-    }
     for (CLI::Option* option : app.get_options()) {
         if (option->get_items_expected_max() > 0) {
             option->transform([](const std::string& value) { return value.substr(0, value.find('\0')); }, "");
@@ -136,6 +133,9 @@ int run(int argc, char** argv) {
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);
     removeMarks(app);
+    for (CLI::App* command : app.get_subcommands(nullptr)) {
+        removeMarks(*command);
+    }
     try {
         std::vector<std::string> marked = markedArguments(argc, argv);
         app.parse(marked);

@@ -199,17 +199,14 @@ TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
         int status;
         std::string error;
     } cases[] = {
-        {{}, 2, "subcommand"},
-        {{"objects"}, 2, "MODEL"},
-        {{HOUSE}, 2, "subcommand"},
-        {{HOUSE, "note", id}, 2, "TEXT"},
-        {{HOUSE, "note", id, "text", "--priority", "much"}, 2, "--priority"},
-        {{HOUSE, "notes", "--store", HOUSE}, 2, "the model itself"},
-        {{HOUSE, "notes", "--store", ""}, 2, "--store"},
-        {{HOUSE, "notes", ""}, 2, "GLOBALID"},
-        {{HOUSE, "notes", "--store", directory / "none/"}, 1, "isn't a file"},
+        // clang-format off
+        {{}, 2, "subcommand"}, {{"objects"}, 2, "MODEL"}, {{HOUSE}, 2, "subcommand"},
+        {{HOUSE, "note", id}, 2, "TEXT"}, {{HOUSE, "note", id, "text", "--priority", "much"}, 2, "--priority"},
+        {{HOUSE, "notes", "--store", HOUSE}, 2, "the model itself"}, {{HOUSE, "notes", "--store", ""}, 2, "--store"},
+        {{HOUSE, "notes", ""}, 2, "GLOBALID"}, {{HOUSE, "notes", "--store", directory / "none/"}, 1, "isn't a file"},
         {{HOUSE, "note", "wall", "text"}, 1, "wall isn't a GlobalId"},
         {{HOUSE, "note", "0000000000000000000000", "text", "--store", store},
+         // clang-format on
          1,
          "There is no object 0000000000000000000000"},
         {{HOUSE, "notes", "0000000000000000000000", "--store", store}, 1, "There is no object"},

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 namespace annotate {
 
 namespace {
@@ -106,13 +104,6 @@ TEST_F(ModelTest, tellsWhatIsWrongWithAFile) {
         const std::string message = shown(content);
         EXPECT_NE(message.find(part), std::string::npos) << message;
         EXPECT_NE(message.find("a.ifc"), std::string::npos) << message;
-    }
-}
-
-TEST_F(ModelTest, refusesWhatIsNotARegularFile) {
-    ASSERT_EQ(::mkfifo((directory / "fifo").c_str(), 0600), 0);
-    for (const char* name : {"fifo", "missing", "."}) {
-        EXPECT_THROW(Model::read(directory / name), ModelError) << name;
     }
 }
 

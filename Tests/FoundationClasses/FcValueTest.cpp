@@ -22,18 +22,12 @@ struct Taken {
 
 TEST_F(FcValueTest, takesWhatConvertsWithoutLossOfMeaning) {
     const Taken cases[] = {
-        {"IfcReal", 5, "5", 4},
-        {"IfcReal", 0.1, "0.1", 4},
-        {"IfcReal", "2.5", "2.5", 4},
-        {"IfcReal", "-1e-7", "-1e-07", 4},
-        {"IfcReal", std::optional(1.5), "1.5", 4},
-        {"IfcReal", "2.5 ", {}, 0},
-        {"IfcReal", "", {}, 0},
-        {"IfcReal", "much", {}, 0},
-        {"IfcReal", "nan", {}, 0},
-        {"IfcReal", "1e999", {}, 0},
-        {"IfcReal", true, {}, 0},
-        {"IfcReal", std::numeric_limits<double>::infinity(), {}, 0},
+        // clang-format off
+        {"IfcReal", 5, "5", 4}, {"IfcReal", 0.1, "0.1", 4}, {"IfcReal", "2.5", "2.5", 4},
+        {"IfcReal", "-1e-7", "-1e-07", 4}, {"IfcReal", std::optional(1.5), "1.5", 4}, {"IfcReal", "2.5 ", {}, 0},
+        {"IfcReal", "", {}, 0}, {"IfcReal", "much", {}, 0}, {"IfcReal", "nan", {}, 0}, {"IfcReal", "1e999", {}, 0},
+        {"IfcReal", true, {}, 0}, {"IfcReal", std::numeric_limits<double>::infinity(), {}, 0},
+        // clang-format on
         // clang-format off
         {"IfcNumericMeasure", 3, "3", 4}, {"IfcInteger", -7, "-7", 1}, {"IfcInteger", 3.0, "3", 1},
         {"IfcInteger", "2147483647", "2147483647", 1}, {"IfcInteger", "2147483648", {}, 0},
