@@ -24,8 +24,7 @@ struct ModelObject {
     std::string name;                            ///< The Name in UTF-8; empty if it has none.
 };
 
-/// A model that cannot be read. what() tells the user why and what to do, in whole sentences that name the
-/// file.
+/// A model that cannot be read. what() tells the user why and what to do, in whole sentences that name the file.
 class ModelError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -41,8 +40,7 @@ public:
     /// All objects in the order of the file.
     const std::vector<ModelObject>& getObjects() const { return objects; }
 
-    /// The first object that has the id, null if there is none. An object whose GlobalId isn't valid has no
-    /// id.
+    /// The first object that has the id, null if there is none. An object whose GlobalId isn't valid has no id.
     const ModelObject* find(const orv::Guid& id) const;
 
 private:

@@ -7,16 +7,14 @@
 
 namespace annotate {
 
-/// What is wrong with a STEP file and in which line, as the end of a sentence that begins with the file's
-/// name.
+/// What is wrong with a STEP file and in which line, as the end of a sentence that begins with the file's name.
 class StepError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Walks through the text of a STEP file (ISO 10303-21), one token after the other. Each operation first
-/// passes over the blanks and comments ahead. Every operation throws StepError where the text isn't as it
-/// says, or ends.
+/// Walks through the text of a STEP file (ISO 10303-21), one token after the other. Each operation first passes over
+/// the blanks and comments ahead. Every operation throws StepError where the text isn't as it says, or ends.
 class StepScanner {
 public:
     /// Begins at the start of text, which outlives the scanner.

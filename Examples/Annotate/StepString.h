@@ -5,8 +5,7 @@
 
 namespace annotate {
 
-/// The characters between the quotes of a string literal of a STEP file, less the line ends, which do not
-/// count there.
+/// The characters between the quotes of a string literal of a STEP file, less the line ends, which do not count there.
 std::string withoutLineEnds(std::string_view literal);
 
 /// The text, in UTF-8, that a string literal of a STEP file (ISO 10303-21) stands for; literal is what is

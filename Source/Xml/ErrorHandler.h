@@ -4,9 +4,8 @@
 
 #include <string_view>
 
-/// What a host derives to be told in words why an operation of orv::xml::File gave no value or false. Handlers are
-/// not owned and may be null. A message is a phrase without a full stop, in English, that lives for the length of the
-/// call.
+/// What a host derives to be told in words why an operation of orv::xml::File gave no value or false. Handlers are not
+/// owned and may be null. A message is a phrase without a full stop, in English, that lives for the length of the call.
 namespace orv::xml::errorhandler {
 
 /// Is told why create or parse refused to begin.

@@ -20,8 +20,7 @@ enum class VerboseLevel {
     Full = 4      ///< The name of the document, and the line and column, from 1, ahead of the reason.
 };
 
-/// What a document is held against. Neither value asks for more than well-formedness, which is always
-/// checked.
+/// What a document is held against. Neither value asks for more than well-formedness, which is always checked.
 enum class ValidateLevel { Default = -1, WellFormed = 1 };
 
 /// The character encoding of a saved document.
@@ -68,13 +67,12 @@ public:
     /// used after that. UTF-8, UTF-16, ISO-8859-1 and US-ASCII are understood, by byte order mark or
     /// declaration. documentName is what messages call the document. Gives no value, and leaves the object
     /// empty, for what isn't one well-formed document, declares more than 256 entities, expands them to a multiple of
-    /// its size, is too long, or can't be read; and also,changing nothing, if there is a document already.
+    /// its size, is too long, or can't be read; and also, changing nothing, if there is a document already.
     std::optional<Element> parse(std::istream& stream, const std::string& documentName,
                                  errorhandler::ParseInterface* handler);
 
-    /// Writes the whole document to the stream, from its present position and in one call, and neither seeks
-    /// nor flushes. Gives true if the stream is good afterwards; false if it isn't, or if there is no
-    /// document.
+    /// Writes the whole document to the stream, from its present position and in one call, and neither seeks nor
+    /// flushes. Gives true if the stream is good afterwards; false if it isn't, or if there is no document.
     bool save(std::ostream& stream, errorhandler::WriteInterface* handler, Encoding encoding,
               LineEnding lineEnding) const;
 

@@ -11,8 +11,7 @@ namespace orv::xml {
 /// Makes the text of a document.
 class Writer {
 public:
-    /// lineEnd stands between the elements of an element that has no text; an empty one means no indentation
-    /// either.
+    /// lineEnd stands between the elements of an element that has no text; an empty one means no indentation either.
     Writer(const Document& source, std::string_view lineEnd) : document(source), lineBreak(lineEnd) {}
 
     /// The whole document. Called once.

@@ -31,10 +31,9 @@ public:
     /// element and doesn't come back.
     virtual std::vector<std::pair<std::string, object::PropertyValue>> getAttributes() const = 0;
 
-    /// Takes what the file holds of a record: name and text of each child element that has content, in file
-    /// order, "OwnerId" among them. A kind with attributes overrides this, takes the names that it knows,
-    /// ignores the others, and passes the list on to this base, which sets ownerId from every "OwnerId" whose
-    /// text is one.
+    /// Takes what the file holds of a record: name and text of each child element that has content, in file order,
+    /// "OwnerId" among them. A kind with attributes overrides this, takes the names that it knows, ignores the others,
+    /// and passes the list on to this base, which sets ownerId from every "OwnerId" whose text is one.
     virtual void setAttributes(const std::vector<std::pair<std::string, std::string>>& attributes);
 
     /// A new object of the kind, owned by the caller, that setAttributes fills straight afterwards. The base

@@ -10,10 +10,9 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 
 /// The process's database of records, stored in the file that EnhancementsFile::setFilePath names.
 ///
-/// The first call of getOrCreateEnhancementsDb or addEnhancement loads the file, once in the life of the
-/// process. A host therefore registers its kinds with Factory and sets the path before. Records are added to
-/// the database and, with it, to the file; a change to a record in memory, and resetDb, reach the file with
-/// the next addition.
+/// The first call of getOrCreateEnhancementsDb or addEnhancement loads the file, once in the life of the process. A
+/// host therefore registers its kinds with Factory and sets the path before. Records are added to the database and,
+/// with it, to the file; a change to a record in memory, and resetDb, reach the file with the next addition.
 ///
 /// What the load doesn't turn into a record (an element of a kind that isn't registered, a record for which the lock
 /// can't be had), and what another process has added since, is gone with the next write of the file.
@@ -26,11 +25,10 @@ public:
     /// of the file are added to it one by one, each with a rewrite of the file, on the first call.
     ORV_EXPORT static std::shared_ptr<Enhancements> getOrCreateEnhancementsDb();
 
-    /// Takes the record, which must not be null, into the database and rewrites the file with all records
-    /// under its lock. If the lock can't be had (another program holds it, or the file can't be made or
-    /// opened for writing) nothing happens and the record stays in the caller's pointer; otherwise that is
-    /// null afterwards. A write that fails under the lock isn't told: the record is in memory and is written
-    /// with the next one.
+    /// Takes the record, which must not be null, into the database and rewrites the file with all records under its
+    /// lock. If the lock can't be had (another program holds it, or the file can't be made or opened for writing)
+    /// nothing happens and the record stays in the caller's pointer; otherwise that is null afterwards. A write that
+    /// fails under the lock isn't told: the record is in memory and is written with the next one.
     ORV_EXPORT static void addEnhancement(std::unique_ptr<EnhancementBase>&& record);
 
     /// Destroys all records. The file stays as it is until the next addition, and isn't read again.

@@ -14,10 +14,9 @@ class Enhancements;
 /// The file that the records are stored in, and a guard on it for one load or one addition. Hosts call setFilePath; all
 /// else is the library's own and isn't exported.
 ///
-/// The file is an XML document with the root element Enhancements and in it an element for each record, named
-/// by its kind, with the element OwnerId and one element an attribute. It is written only under its lock and
-/// always as a whole. A guard holds the lock from a successful lockFile to its own end, and its end is what
-/// writes.
+/// The file is an XML document with the root element Enhancements and in it an element for each record, named by its
+/// kind, with the element OwnerId and one element an attribute. It is written only under its lock and always as a
+/// whole. A guard holds the lock from a successful lockFile to its own end, and its end is what writes.
 class EnhancementsFile {
 public:
     /// Sets the path for all that follows; there is none at start. A relative path is relative to the current

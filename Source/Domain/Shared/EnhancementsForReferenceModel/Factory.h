@@ -9,9 +9,8 @@
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
-/// The process-wide registry of record kinds: a prototype of each, asked for a new record when one is read
-/// from the file. Kinds are registered before the first use of Enhancements; a kind that comes later misses
-/// the load.
+/// The process-wide registry of record kinds: a prototype of each, asked for a new record when one is read from the
+/// file. Kinds are registered before the first use of Enhancements; a kind that comes later misses the load.
 ///
 /// Called from one thread at a time.
 class Factory {
