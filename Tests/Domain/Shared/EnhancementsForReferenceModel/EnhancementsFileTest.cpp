@@ -117,15 +117,6 @@ TEST_F(EnhancementsFileTest, reportsThatItCannotWriteWithoutTheLock) {
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
-TEST_F(EnhancementsFileTest, cannotLockWhatIsNoFile) {
-    setContent(directory / "file", "content");
-    for (const auto& name : {std::filesystem::path(), directory / ".", directory / "file/store.xml"}) {
-        EnhancementsFile::setFilePath(name);
-        EXPECT_FALSE(EnhancementsFile(enhancements).lockFile()) << name;
-    }
-    EXPECT_EQ(contentOf(directory / "file"), "content");
-}
-
 TEST_F(EnhancementsFileTest, takesABareNameRelativeToTheCurrentDirectory) {
     std::filesystem::current_path(directory / ".");
     EnhancementsFile::setFilePath("store.xml");
