@@ -46,7 +46,8 @@ public:
         return all;
     }
 
-    /// Adds a record and writes the file. Throws StoreError if the file doesn't hold it afterwards.
+    /// Adds a record and writes the file. Throws StoreError if the file doesn't hold it afterwards; a file that the
+    /// write has torn is brought back as it was.
     void add(std::unique_ptr<orv::domain::shared::enhancementsforreferencemodel::EnhancementBase> record);
 
 private:

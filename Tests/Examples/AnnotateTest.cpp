@@ -248,12 +248,14 @@ TEST_F(AnnotateTest, tellsThatAnotherProgramHasTheStoreLocked) {
 TEST_F(AnnotateTest, tellsThatANoteDidNotGetIntoTheFile) {
     const std::string id = firstId(HOUSE);
     EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
+    const std::string content = contentOf(store);
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     const rlimit limit{std::filesystem::file_size(store) + 50, RLIM_INFINITY};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
     const Outcome outcome = run({HOUSE, "note", id, "second", "--store", store});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.error.find("It didn't get into " + store), std::string::npos) << outcome.error;
+    EXPECT_EQ(contentOf(store), content);
     EXPECT_EQ(outcome.output, "");
 }
 
