@@ -1,93 +1,38 @@
 #include "Utilities/FileLock.h"
 
-#include <cerrno>
+#include "Utilities/KeptCopy.h"
+#include "Utilities/OpenFile.h"
+
+#include <chrono>
 #include <ext/stdio_filebuf.h>
 #include <fcntl.h>
-#include <optional>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <string>
 #include <utility>
 
 namespace orv::utilities {
 
-namespace {
-
-/// Repeats a system call for as long as signals interrupt it.
-template <typename Call>
-int uninterrupted(Call call) {
-    int result = 0;
-    do {
-        result = call();
-    } while (result == -1 && errno == EINTR);
-    return result;
-}
-
-} // namespace
-
-/// An open file that is closed again unless it is released.
-class FileLock::Descriptor {
-public:
-    explicit Descriptor(int opened) : number(opened) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number != -1) {
-            ::close(number);
-        }
-    }
-
-    int get() const { return number; }
-    void release() { number = -1; }
-
-    /// The size of the file, or nothing if none is open or it is no regular file.
-    std::optional<off_t> sizeOfRegularFile() const {
-        struct stat status {};
-        if (number == -1 || ::fstat(number, &status) != 0 || !S_ISREG(status.st_mode)) {
-            return std::nullopt;
-        }
-        return status.st_size;
-    }
-
-    bool lock(bool exclusive) const {
-        const int operation = (exclusive ? LOCK_EX : LOCK_SH) | LOCK_NB;
-        return uninterrupted([&] { return ::flock(number, operation); }) == 0;
-    }
-
-private:
-    int number;
-};
-
-namespace {
-
-int openFile(const std::filesystem::path& path, int flags) {
-    // Without O_NONBLOCK the opening of a pipe would wait for its other end.
-    constexpr mode_t permissions = 0666;
-    return uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, permissions); });
-}
-
-} // namespace
-
 std::unique_ptr<FileLock> FileLock::tryLock(const std::filesystem::path& path, bool exclusive, Access access) {
-    Descriptor file(openFile(path, access == Access::ReadWrite ? O_RDWR : O_RDONLY));
-    if (!file.sizeOfRegularFile() || !file.lock(exclusive)) {
+    OwnedFile file(path, access == Access::ReadWrite ? O_RDWR : O_RDONLY);
+    if (!file.isOpen() || !file.lock(exclusive)) {
         return nullptr;
     }
-    return hold(file, access);
+    // The state counts only once nobody else can write.
+    const auto found = file.getState();
+    return found ? hold(file, *found, access) : nullptr;
 }
 
 std::unique_ptr<FileLock> FileLock::tryLockNew(const std::filesystem::path& path) {
-    Descriptor file(openFile(path, O_RDWR | O_CREAT));
-    // The size counts only once nobody else can write.
-    if (!file.sizeOfRegularFile() || !file.lock(true) || file.sizeOfRegularFile() != 0) {
+    OwnedFile file(path, O_RDWR | O_CREAT);
+    if (!file.isOpen() || !file.lock(true)) {
         return nullptr;
     }
-    return hold(file, Access::ReadWrite);
+    const auto found = file.getState();
+    return found && found->size == 0 ? hold(file, *found, Access::ReadWrite) : nullptr;
 }
 
-std::unique_ptr<FileLock> FileLock::hold(Descriptor& file, Access access) {
+std::unique_ptr<FileLock> FileLock::hold(OwnedFile& file, const FileState& found, Access access) {
     const auto direction = access == Access::ReadWrite ? std::ios_base::out : std::ios_base::in;
-    std::unique_ptr<FileLock> lock(new FileLock(file.get(), access));
+    std::unique_ptr<FileLock> lock(new FileLock(file.get(), found, access));
     // The standard has no way from a descriptor to a stream. A buffer that fails to open leaves the
     // descriptor to its caller.
     __gnu_cxx::stdio_filebuf<char> buffer(file.get(), direction | std::ios_base::binary);
@@ -99,7 +44,8 @@ std::unique_ptr<FileLock> FileLock::hold(Descriptor& file, Access access) {
     return lock;
 }
 
-FileLock::FileLock(int opened, Access openedFor) : descriptor(opened), access(openedFor) {}
+FileLock::FileLock(int opened, const FileState& found, Access openedFor)
+    : descriptor(opened), state(found), access(openedFor) {}
 
 FileLock::~FileLock() {
     if (access != Access::ReadWrite) {
@@ -109,8 +55,48 @@ FileLock::~FileLock() {
     stream.flush();
     const std::streamoff written = stream.tellp();
     if (stream.good() && written > 0) {
-        uninterrupted([&] { return ::ftruncate(descriptor, written); });
+        OpenFile(descriptor).cut(static_cast<std::uint64_t>(written));
     }
+}
+
+bool FileLock::holds(std::string_view content) const {
+    if (state.size != content.size()) {
+        return false;
+    }
+    std::string present(content.size(), '\0');
+    return OpenFile(descriptor).read(present.data(), present.size(), 0) == content.size() && present == content;
+}
+
+bool FileLock::keepCopy(const std::filesystem::path& path) const {
+    return utilities::keepCopy(OpenFile(descriptor), path);
+}
+
+bool FileLock::replaceContent(std::string_view content) {
+    const OpenFile file(descriptor);
+    bool isWritten = false;
+    if (content.size() < state.size) {
+        // With the rest of the old content overwritten as well, a process killed before the cut has torn nothing.
+        std::string padded(content);
+        padded.resize(state.size, '\n');
+        isWritten = file.write(padded, 0);
+    } else {
+        // An empty file has nothing to lose.
+        const std::string reserve(state.size == 0 ? 0 : content.size() - state.size, '\n');
+        isWritten = file.write(reserve, state.size) && file.write(content, 0);
+    }
+    // Cut in any case: others don't always keep to the lock.
+    return file.cut(isWritten ? content.size() : state.size) && isWritten;
+}
+
+std::optional<FileState> FileLock::seal() const {
+    // File systems' own clocks go in steps of milliseconds, and none keeps the time in steps that microseconds don't
+    // fit.
+    using std::chrono::microseconds;
+    const auto now = std::chrono::floor<microseconds>(std::chrono::system_clock::now().time_since_epoch());
+    const std::int64_t time = std::chrono::nanoseconds(now).count();
+    const OpenFile file(descriptor);
+    const auto sealed = file.setModificationTime(time) ? file.getState() : std::nullopt;
+    return sealed && sealed->modificationTime == time ? sealed : std::nullopt;
 }
 
 } // namespace orv::utilities

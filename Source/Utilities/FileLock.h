@@ -1,23 +1,30 @@
 #pragma once
 
 #include "Export.h"
+#include "Utilities/FileState.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
+#include <string_view>
 
 namespace orv::utilities {
+
+class OwnedFile;
 
 /// A hold on a file against other processes, with a stream on that file. It lasts as long as the object.
 ///
 /// The lock is an advisory flock(2) on the file itself, so flock(1) and other programs can take part. It falls when the
 /// object or the process ends, however it ends, and isn't passed on to programs that the process starts.
 ///
-/// What is written goes over the old content from its start, and at the end of the hold the file is cut to
-/// what was written. If nothing was written, or not all of it could be, the file isn't cut.
+/// What is written to the stream goes over the old content from its start, and at the end of the hold the file is cut
+/// to what was written. If nothing was written, or not all of it could be, the file isn't cut. A document that must not
+/// be lost is better given to replaceContent.
 class ORV_EXPORT FileLock {
 public:
-    /// What the stream is for. That of ReadWrite takes output only: the file is cut at its position, which reading
+    /// What the hold is for. The stream of ReadWrite takes output only: the file is cut at its position, which reading
     /// would move. Don't seek in it either.
     enum class Access { Read = 0, ReadWrite = 1 };
 
@@ -40,14 +47,37 @@ public:
     /// The stream on the file, binary, good and at its start when the lock was taken.
     std::fstream& getStream() { return stream; }
 
+    /// The state of the file when it was locked.
+    const FileState& getState() const { return state; }
+
+    /// Whether the file holds that content now, byte for byte. False as well if it can't be read.
+    bool holds(std::string_view content) const;
+
+    /// Makes sure that a copy of the present content is kept, in a file NAME.kept-UTCTIME beside the path by which the
+    /// file was locked. The time is to the microsecond, as in notes.xml.kept-20261122T184501.250000Z, and no file has
+    /// such a name before it is whole and synced. The same content isn't kept twice. Gives false if the copy can't be
+    /// made or the directory can't be read.
+    bool keepCopy(const std::filesystem::path& path) const;
+
+    /// Writes content, of XML or another format in which line feeds at the end don't count, in place of the whole file;
+    /// for ReadWrite, once in a hold, and with nothing written to the stream. The space is reserved first and the
+    /// content written in one call, so that a process that is killed in between leaves either content whole, and a full
+    /// disk the old one. Gives false if the file doesn't hold all of it; then the old content stands as far as it
+    /// wasn't written over.
+    bool replaceContent(std::string_view content);
+
+    /// Sets the file's modification time to the present microsecond and gives the state of the file: whoever writes to
+    /// it from now on makes another state of it. Nothing if that can't be had for sure, since the file belongs to
+    /// another user or the file system keeps the time less exactly.
+    std::optional<FileState> seal() const;
+
 private:
-    class Descriptor;
+    FileLock(int opened, const FileState& found, Access openedFor);
 
-    static std::unique_ptr<FileLock> hold(Descriptor& file, Access access);
-
-    FileLock(int opened, Access openedFor);
+    static std::unique_ptr<FileLock> hold(OwnedFile& file, const FileState& found, Access access);
 
     int descriptor; // the stream's own
+    FileState state;
     Access access;
     std::fstream stream;
 };
