@@ -2,6 +2,7 @@
 
 #include "Xml/Escape.h"
 
+#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -40,12 +41,34 @@ NodeIndex Document::appendText(NodeIndex parent, std::string_view text) {
     return last;
 }
 
-void Document::appendComment(NodeIndex parent, std::string_view text) {
-    appendWithText(parent, NodeKind::Comment, 0, text);
+NodeIndex Document::appendComment(NodeIndex parent, std::string_view text) {
+    return appendWithText(parent, NodeKind::Comment, 0, text);
 }
 
-void Document::appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data) {
-    appendWithText(parent, NodeKind::ProcessingInstruction, nameNumber(target), data);
+NodeIndex Document::appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data) {
+    return appendWithText(parent, NodeKind::ProcessingInstruction, nameNumber(target), data);
+}
+
+void Document::appendMarkup(NodeIndex parent, std::string_view markup) {
+    appendWithText(parent, NodeKind::Markup, 0, markup);
+}
+
+void Document::beginSource(NodeIndex node) {
+    if (beginnings.empty() || beginnings.back().node != node) {
+        beginnings.push_back({node, source.size()});
+    }
+}
+
+std::string_view Document::getSourceFrom(NodeIndex node) const {
+    const auto beginning = std::lower_bound(beginnings.begin(), beginnings.end(), node,
+                                            [](const Beginning& one, NodeIndex other) { return one.node < other; });
+    const bool isNoted = beginning != beginnings.end() && beginning->node == node;
+    return isNoted ? std::string_view(source).substr(beginning->position) : std::string_view();
+}
+
+std::string_view Document::getSourceAfter(NodeIndex node) const {
+    const NodeIndex next = getNextSibling(node);
+    return next == noNode ? std::string_view() : getSourceFrom(next);
 }
 
 void Document::unescapeLastText(NodeIndex text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Xml/Surroundings.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -15,10 +17,11 @@ using NodeIndex = std::uint32_t;
 /// Where a node has no sibling, child or parent.
 constexpr NodeIndex noNode = 0xffffffff;
 
-enum class NodeKind : std::uint8_t { Element, Text, Comment, ProcessingInstruction };
+/// Markup is what stands in the document as it was given.
+enum class NodeKind : std::uint8_t { Element, Text, Comment, ProcessingInstruction, Markup };
 
 /// The nodes of a document: sixteen bytes a node in one buffer, all texts in another, each name once. A
-/// node's index never changes; the root is node 0.
+/// node's index never changes; the root is node 0. Of a parsed document the markup between the root's tags as well.
 class Document {
 public:
     /// An element's name or a processing instruction's target.
@@ -38,8 +41,18 @@ public:
     /// Appends a text, or goes on with the one that the parent's children end with, and gives the text node.
     NodeIndex appendText(NodeIndex parent, std::string_view text);
 
-    void appendComment(NodeIndex parent, std::string_view text);
-    void appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data);
+    NodeIndex appendComment(NodeIndex parent, std::string_view text);
+    NodeIndex appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data);
+
+    /// Appends well-formed content that stands in the saved document as it is.
+    void appendMarkup(NodeIndex parent, std::string_view markup);
+
+    /// Notes that the markup of the node, a child of the root, begins where the source ends now. Noted in order; a node
+    /// that was noted last is passed over.
+    void beginSource(NodeIndex node);
+
+    /// Goes on with the markup between the root's tags.
+    void appendSource(std::string_view markup) { source += markup; }
 
     /// Replaces the escapes in the text that was appended last by what they stand for.
     void unescapeLastText(NodeIndex text);
@@ -63,15 +76,27 @@ public:
         return std::string_view(texts).substr(nodes[node].first, nodes[node].last);
     }
 
+    /// The markup of the root's content.
+    std::string_view getSource() const { return source; }
+
+    /// The markup of the root's content from the node on, or nothing if its beginning wasn't noted.
+    std::string_view getSourceFrom(NodeIndex node) const;
+
+    /// The same from the node's next sibling on.
+    std::string_view getSourceAfter(NodeIndex node) const;
+
     bool hasDeclaration() const { return declaration; }
 
     /// The bytes of all texts: a measure of what the document takes when it is saved.
     std::size_t getTextSize() const { return texts.size(); }
     std::size_t getNodeCount() const { return nodes.size(); }
 
+    /// What stands around the root's content.
+    Surroundings surroundings;
+
 private:
-    static constexpr unsigned kindBits = 2;
-    static constexpr unsigned nameBits = 29;
+    static constexpr unsigned kindBits = 3;
+    static constexpr unsigned nameBits = 28;
 
     struct NodeData {
         std::uint32_t kind : kindBits;
@@ -82,6 +107,11 @@ private:
         std::uint32_t last;  // an element's last child, otherwise the length of the text
     };
 
+    struct Beginning {
+        NodeIndex node;
+        std::size_t position;
+    };
+
     NodeIndex append(NodeIndex parent, NodeKind kind, std::uint32_t name, std::uint32_t first, std::uint32_t last);
     NodeIndex appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name, std::string_view text);
     std::uint32_t storeText(std::string_view text);
@@ -90,6 +120,8 @@ private:
     bool declaration;
     std::vector<NodeData> nodes;
     std::string texts;
+    std::string source;
+    std::vector<Beginning> beginnings; // in the source, by node
     std::deque<Name> names;
     std::unordered_map<std::string_view, std::uint32_t> nameNumbers; // the keys lie in names
 };

@@ -68,6 +68,17 @@ std::optional<Element> File::parse(std::istream& stream, const std::string& docu
     return std::nullopt;
 }
 
+const Surroundings& File::SurroundingsGet() const {
+    static const Surroundings none;
+    return document ? document->surroundings : none;
+}
+
+void File::SurroundingsSet(const Surroundings& surroundings) {
+    if (document) {
+        document->surroundings = surroundings;
+    }
+}
+
 bool File::save(std::ostream& stream, errorhandler::WriteInterface* handler, Encoding /*encoding*/,
                 LineEnding lineEnding) const {
     if (!document) {

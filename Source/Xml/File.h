@@ -3,6 +3,7 @@
 #include "Export.h"
 #include "Xml/Element.h"
 #include "Xml/ErrorHandler.h"
+#include "Xml/Surroundings.h"
 
 #include <iosfwd>
 #include <memory>
@@ -42,9 +43,10 @@ enum class LineEnding {
 /// characters is _x_. An empty text is an empty CDATA section.
 ///
 /// Text next to text is one text node. Of a parsed document elements, texts, comments and processing instructions below
-/// the root are kept; CDATA sections are text, entities are expanded, attributes and all that stands outside the root
-/// are passed over. So a document of another origin that is parsed and saved may lose something, and a name with a
-/// colon comes out escaped.
+/// the root are nodes; CDATA sections are text, entities are expanded. What stands around the root's content, its
+/// attributes included, is kept as it is, but for a document type declaration. Other attributes are passed over, and a
+/// name with a colon comes out escaped: markup that must not change is taken into another document with MarkupGet and
+/// boMarkupAppend.
 ///
 /// A document has up to 4 GiB of text and up to 4 billion nodes; appending more raises std::length_error. The depth of
 /// a document is bounded by memory alone.
@@ -70,6 +72,13 @@ public:
     /// its size, is too long, or can't be read; and also, changing nothing, if there is a document already.
     std::optional<Element> parse(std::istream& stream, const std::string& documentName,
                                  errorhandler::ParseInterface* handler);
+
+    /// What stands around the content of the root of the parsed or created document; all empty if there is none.
+    const Surroundings& SurroundingsGet() const;
+
+    /// Sets what save writes around the content of the root. It must be well-formed there, as SurroundingsGet gives it.
+    /// Does nothing if there is no document.
+    void SurroundingsSet(const Surroundings& surroundings);
 
     /// Writes the whole document to the stream, from its present position and in one call, and neither seeks nor
     /// flushes. Gives true if the stream is good afterwards; false if it isn't, or if there is no document.

@@ -2,6 +2,7 @@
 
 #include "Xml/Document.h"
 #include "Xml/Element.h"
+#include "Xml/Escape.h"
 #include "Xml/NodeList.h"
 
 #include <stdexcept>
@@ -14,6 +15,8 @@ std::string const_Node::getNodeName() const {
         return "#text";
     case NodeKind::Comment:
         return "#comment";
+    case NodeKind::Markup:
+        return "#markup";
     default:
         return document->getName(index).text;
     }
@@ -40,6 +43,18 @@ std::optional<const_Node> const_Node::FirstChildGet() const {
 
 std::optional<const_Node> const_Node::NextSiblingGet() const {
     return at(document->getNextSibling(index));
+}
+
+std::string_view const_Node::MarkupGet() const {
+    if (index == 0) {
+        return trimmed(document->getSource());
+    }
+    const std::string_view fromHere = document->getSourceFrom(index);
+    return trimmed(fromHere.substr(0, fromHere.size() - document->getSourceAfter(index).size()));
+}
+
+std::string_view const_Node::FollowingMarkupGet() const {
+    return trimmed(document->getSourceAfter(index));
 }
 
 std::string const_Node::to_string(long long value) {
@@ -74,6 +89,14 @@ bool Node::boTextNodeAppend(std::string_view text) {
         return false;
     }
     document->appendText(index, text);
+    return true;
+}
+
+bool Node::boMarkupAppend(std::string_view markup) {
+    if (document->getKind(index) != NodeKind::Element) {
+        return false;
+    }
+    document->appendMarkup(index, markup);
     return true;
 }
 

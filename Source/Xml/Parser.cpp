@@ -20,6 +20,40 @@ constexpr int maximumEntities = 256;
 constexpr int firstBufferSize = 1 << 16;
 constexpr int lastBufferSize = 1 << 29;
 
+void appendAttributeValue(std::string& out, std::string_view value) {
+    for (const char character : value) {
+        switch (character) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        case '\t':
+        case '\n':
+        case '\r':
+            out += "&#" + std::to_string(character) + ";";
+            break;
+        default:
+            out += character;
+        }
+    }
+}
+
+/// The attributes of a tag, each with a blank ahead of it, from names and values that alternate up to a null.
+std::string markupOf(const XML_Char** attributes) {
+    std::string markup;
+    for (; attributes[0] != nullptr; attributes += 2) {
+        markup.append(" ").append(attributes[0]).append("=\"");
+        appendAttributeValue(markup, attributes[1]);
+        markup += '"';
+    }
+    return markup;
+}
+
 } // namespace
 
 void Parser::Release::operator()(XML_ParserStruct* parser) const {
@@ -41,6 +75,11 @@ std::unique_ptr<Document> Parser::parse(std::istream& stream) {
     }
     if (exception) {
         std::rethrow_exception(exception);
+    }
+    if (document) {
+        for (std::string* const outside : {&document->surroundings.before, &document->surroundings.after}) {
+            *outside = std::string(trimmed(*outside));
+        }
     }
     return std::move(document);
 }
@@ -87,45 +126,46 @@ void Parser::handle(void* self, Action action) {
 void Parser::setHandlers() {
     XML_SetElementHandler(
         expat.get(),
-        [](void* self, const XML_Char* name, const XML_Char**) {
-            handle(self, [name](Parser& parser) {
-                parser.endText();
-                const NodeIndex parent = parser.openElements.empty() ? noNode : parser.openElements.back();
-                parser.openElements.push_back(parser.document->appendElement(parent, unescapedName(name)));
-            });
+        [](void* self, const XML_Char* name, const XML_Char** attributes) {
+            handle(self, [=](Parser& parser) { parser.beginElement(name, attributes); });
         },
-        [](void* self, const XML_Char*) {
-            handle(self, [](Parser& parser) {
-                parser.endText();
-                parser.openElements.pop_back();
-            });
-        });
+        [](void* self, const XML_Char* name) { handle(self, [=](Parser& parser) { parser.endElement(name); }); });
     XML_SetCharacterDataHandler(expat.get(), [](void* self, const XML_Char* data, int length) {
-        handle(self, [=](Parser& parser) {
-            const std::string_view text(data, static_cast<std::size_t>(length));
-            parser.openText = parser.document->appendText(parser.openElements.back(), text);
-        });
+        handle(self, [=](Parser& parser) { parser.appendText({data, static_cast<std::size_t>(length)}); });
     });
-    XML_SetStartCdataSectionHandler(expat.get(), [](void* self) {
-        handle(self,
-               [](Parser& parser) { parser.openText = parser.document->appendText(parser.openElements.back(), {}); });
-    });
+    XML_SetStartCdataSectionHandler(expat.get(),
+                                    [](void* self) { handle(self, [](Parser& parser) { parser.appendText({}); }); });
     XML_SetCommentHandler(expat.get(), [](void* self, const XML_Char* text) {
         handle(self, [text](Parser& parser) {
             if (!parser.openElements.empty()) {
                 parser.endText();
-                parser.document->appendComment(parser.openElements.back(), text);
+                parser.beginNode(parser.document->appendComment(parser.openElements.back(), text));
             }
+            XML_DefaultCurrent(parser.expat.get());
         });
     });
     XML_SetProcessingInstructionHandler(expat.get(), [](void* self, const XML_Char* target, const XML_Char* data) {
         handle(self, [=](Parser& parser) {
             if (!parser.openElements.empty()) {
                 parser.endText();
-                parser.document->appendProcessingInstruction(parser.openElements.back(), target, data);
+                parser.beginNode(
+                    parser.document->appendProcessingInstruction(parser.openElements.back(), target, data));
             }
+            XML_DefaultCurrent(parser.expat.get());
         });
     });
+    // What the others don't handle or hand on: markup as it stands, but in UTF-8.
+    XML_SetDefaultHandlerExpand(expat.get(), [](void* self, const XML_Char* markup, int length) {
+        handle(self, [=](Parser& parser) { parser.keepMarkup({markup, static_cast<std::size_t>(length)}); });
+    });
+    // A document that is saved gets an XML declaration of its own.
+    XML_SetXmlDeclHandler(expat.get(), [](void*, const XML_Char*, const XML_Char*, int) {});
+    XML_SetDoctypeDeclHandler(
+        expat.get(),
+        [](void* self, const XML_Char*, const XML_Char*, const XML_Char*, int) {
+            handle(self, [](Parser& parser) { parser.hasDoctype = parser.isInDoctype = true; });
+        },
+        [](void* self) { handle(self, [](Parser& parser) { parser.isInDoctype = false; }); });
     XML_SetEntityDeclHandler(expat.get(), [](void* self, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
                                              const XML_Char*, const XML_Char*, const XML_Char*) {
         handle(self, [](Parser& parser) {
@@ -137,6 +177,59 @@ void Parser::setHandlers() {
     XML_SetSkippedEntityHandler(expat.get(), [](void* self, const XML_Char*, int) {
         handle(self, [](Parser& parser) { parser.stop("an entity isn't declared"); });
     });
+}
+
+void Parser::beginElement(const char* name, const char** attributes) {
+    endText();
+    if (openElements.empty()) {
+        openElements.push_back(document->appendElement(noNode, unescapedName(name)));
+        document->surroundings.rootAttributes = markupOf(attributes);
+        return;
+    }
+    const NodeIndex element = document->appendElement(openElements.back(), unescapedName(name));
+    beginNode(element);
+    openElements.push_back(element);
+    if (hasDoctype) {
+        // The tag may name entities, and lack attributes, that are declared there.
+        document->appendSource("<" + std::string(name) + markupOf(attributes) + ">");
+    } else {
+        XML_DefaultCurrent(expat.get());
+    }
+}
+
+void Parser::endElement(const char* name) {
+    endText();
+    openElements.pop_back();
+    if (openElements.empty()) {
+        return;
+    }
+    if (hasDoctype) {
+        document->appendSource("</" + std::string(name) + ">");
+    } else {
+        XML_DefaultCurrent(expat.get());
+    }
+}
+
+void Parser::appendText(std::string_view text) {
+    openText = document->appendText(openElements.back(), text);
+    beginNode(openText);
+    XML_DefaultCurrent(expat.get());
+}
+
+/// Notes where the markup of a child of the root begins.
+void Parser::beginNode(NodeIndex node) {
+    if (openElements.size() == 1) {
+        document->beginSource(node);
+    }
+}
+
+void Parser::keepMarkup(std::string_view markup) {
+    if (!openElements.empty()) {
+        document->appendSource(markup);
+    } else if (!isInDoctype) {
+        const bool isBehind = document->getNodeCount() != 0;
+        (isBehind ? document->surroundings.after : document->surroundings.before) += markup;
+    }
 }
 
 void Parser::stop(const char* reason) {

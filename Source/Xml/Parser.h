@@ -6,6 +6,7 @@
 #include <exception>
 #include <iosfwd>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 struct XML_ParserStruct;
@@ -40,6 +41,11 @@ private:
     static void handle(void* self, Action action);
 
     void setHandlers();
+    void beginElement(const char* name, const char** attributes);
+    void endElement(const char* name);
+    void appendText(std::string_view text);
+    void beginNode(NodeIndex node);
+    void keepMarkup(std::string_view markup);
     bool readAll(std::istream& stream);
     void stop(const char* reason);
     void noteFailure(const char* reason);
@@ -50,6 +56,8 @@ private:
     std::vector<NodeIndex> openElements;
     NodeIndex openText = noNode;
     int declaredEntities = 0;
+    bool hasDoctype = false;
+    bool isInDoctype = false;
     bool isStopped = false;
     Failure failure;
     std::exception_ptr exception;

@@ -21,9 +21,9 @@ constexpr std::size_t typicalMarkup = 16;
 std::string Writer::write() {
     out.reserve(document.getTextSize() + typicalMarkup * document.getNodeCount());
     if (document.hasDeclaration()) {
-        out += R"(<?xml version="1.0" encoding="UTF-8"?>)";
-        out += lineBreak;
+        appendLine(R"(<?xml version="1.0" encoding="UTF-8"?>)");
     }
+    appendLine(document.surroundings.before);
     NodeIndex node = 0;
     while (node != noNode) {
         if (begin(node)) {
@@ -39,6 +39,7 @@ std::string Writer::write() {
         node = document.getNextSibling(node);
     }
     out += lineBreak;
+    appendLine(document.surroundings.after);
     return std::move(out);
 }
 
@@ -49,11 +50,15 @@ bool Writer::begin(NodeIndex node) {
     }
     switch (document.getKind(node)) {
     case NodeKind::Element:
+        out.append("<").append(document.getName(node).escaped);
+        if (node == 0) {
+            out += document.surroundings.rootAttributes;
+        }
         if (document.getFirstChild(node) == noNode) {
-            appendTag("<", node, "/>");
+            out += "/>";
             return false;
         }
-        appendTag("<", node, ">");
+        out += '>';
         return true;
     case NodeKind::Text:
         if (document.getText(node).empty()) {
@@ -69,13 +74,16 @@ bool Writer::begin(NodeIndex node) {
         out.append("<?").append(document.getName(node).text);
         out.append(" ").append(document.getText(node)).append("?>");
         return false;
+    case NodeKind::Markup:
+        out += document.getText(node);
+        return false;
     }
     return false;
 }
 
 void Writer::end(NodeIndex element) {
     breakLine(element);
-    appendTag("</", element, ">");
+    out.append("</").append(document.getName(element).escaped).append(">");
 }
 
 /// Begins a line in the parent, indented by the number of open elements, unless that would change its text.
@@ -87,8 +95,10 @@ void Writer::breakLine(NodeIndex parent) {
     out.append(indentationWidth * std::min(openElements.size(), maximumIndentedDepth), ' ');
 }
 
-void Writer::appendTag(std::string_view opening, NodeIndex element, std::string_view closing) {
-    out.append(opening).append(document.getName(element).escaped).append(closing);
+void Writer::appendLine(std::string_view text) {
+    if (!text.empty()) {
+        out.append(text).append(lineBreak);
+    }
 }
 
 } // namespace orv::xml

@@ -21,7 +21,7 @@ private:
     bool begin(NodeIndex node);
     void end(NodeIndex element);
     void breakLine(NodeIndex parent);
-    void appendTag(std::string_view opening, NodeIndex element, std::string_view closing);
+    void appendLine(std::string_view text);
 
     const Document& document;
     std::string_view lineBreak;

@@ -104,7 +104,8 @@ TEST(XmlFile, isSavedIndentedExceptAroundText) {
 
 TEST(XmlFile, givesTheNodesOfAllKindsInDocumentOrder) {
     File file;
-    const auto root = parsed(file, "<!-- before --><r a='1'>x<![CDATA[<y>]]>&amp;z<e/><!-- c --><?pi data?> </r>\n");
+    const auto root = parsed(
+        file, "<!-- before --><r a='1' b='&lt;&#10;&quot;'>x<![CDATA[<y>]]>&amp;z<e/><!-- c --><?pi data?> </r>\n");
     ASSERT_TRUE(root);
     EXPECT_TRUE(root->boNodeNameIs("r"));
     EXPECT_EQ(root->getNodeValue(), "");
@@ -118,7 +119,46 @@ TEST(XmlFile, givesTheNodesOfAllKindsInDocumentOrder) {
     const decltype(nodes) expected = {
         {"#text", "x<y>&z"}, {"e", ""}, {"#comment", " c "}, {"pi", "data"}, {"#text", " "}};
     EXPECT_EQ(nodes, expected);
-    EXPECT_EQ(saved(file, LineEnding::None).substr(38), "<r>x&lt;y&gt;&amp;z<e/><!-- c --><?pi data?> </r>");
+    EXPECT_EQ(saved(file, LineEnding::None).substr(38),
+              R"(<!-- before --><r a="1" b="&lt;&#10;&quot;">x&lt;y&gt;&amp;z<e/><!-- c --><?pi data?> </r>)");
+}
+
+TEST(XmlFile, givesTheMarkupOfTheRootsChildrenAsItStood) {
+    const std::string children[] = {"t &amp;<![CDATA[<]]> &#x41;",
+                                    "<x:e a = '1'\tb=\"&#10;>\" ><f/> \r\n<!-- c --></x:e >",
+                                    "<?pi d?>",
+                                    "<!--c-->",
+                                    "<e/>",
+                                    "L\xC3\xA4nge"};
+    std::string content;
+    for (const std::string& child : children) {
+        content += "\n " + child + "\t";
+    }
+    File file;
+    const auto root = parsed(file, "<!-- 1 -->\n<?pi?> <r xmlns:x='u'>" + content + "</r> <!-- 2 -->\n");
+    ASSERT_TRUE(root);
+    EXPECT_EQ(root->MarkupGet(), content.substr(2, content.size() - 3));
+    std::vector<std::string> markups;
+    for (auto node = root->FirstChildGet(); node; node = node->NextSiblingGet()) {
+        if (!node->MarkupGet().empty()) {
+            markups.emplace_back(node->MarkupGet());
+            EXPECT_TRUE(root->MarkupGet().ends_with(node->FollowingMarkupGet()));
+        }
+    }
+    EXPECT_EQ(markups, std::vector<std::string>(std::begin(children), std::end(children)));
+    EXPECT_EQ(file.SurroundingsGet().before, "<!-- 1 -->\n<?pi?>");
+    EXPECT_EQ(file.SurroundingsGet().rootAttributes, " xmlns:x=\"u\"");
+    EXPECT_EQ(file.SurroundingsGet().after, "<!-- 2 -->");
+}
+
+TEST(XmlFile, givesMarkupThatNeedsNoDeclarations) {
+    File file;
+    const auto root = parsed(file, "<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE r [<!-- no --><?no no?>"
+                                   "<!ENTITY e 'x&#38;lt;<f b=\"&#38;amp;\"/>'><!ENTITY v '1&#34;2'>"
+                                   "<!ATTLIST g c CDATA 'd'>]><r><g a='&v;'>&e;<!--\xE4--></g></r>");
+    ASSERT_TRUE(root);
+    EXPECT_EQ(root->MarkupGet(), "<g a=\"1&quot;2\" c=\"d\">x&lt;<f b=\"&amp;\"></f><!--\xC3\xA4--></g>");
+    EXPECT_EQ(file.SurroundingsGet().before, "");
 }
 
 class ReasonKeeper : public errorhandler::ParseInterface,
