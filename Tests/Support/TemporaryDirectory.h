@@ -23,6 +23,12 @@ public:
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
     ~TemporaryDirectory() { std::filesystem::remove_all(path); }
 
+    void empty() const {
+        for (const auto& entry : std::filesystem::directory_iterator(path)) {
+            std::filesystem::remove_all(entry.path());
+        }
+    }
+
     std::filesystem::path operator/(const std::string& name) const { return path / name; }
 
 private:

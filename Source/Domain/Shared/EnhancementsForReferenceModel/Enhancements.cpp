@@ -25,6 +25,7 @@ void Enhancements::addEnhancement(std::unique_ptr<EnhancementBase>&& record) {
 
 void Enhancements::resetDb() {
     records.clear();
+    carried.moveToFront();
 }
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Domain/Shared/EnhancementsForReferenceModel/CarriedMarkup.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementBase.h"
 #include "Export.h"
 
@@ -39,9 +40,12 @@ public:
     const std::vector<std::unique_ptr<EnhancementBase>>& getRecords() const { return records; }
 
 private:
+    friend class EnhancementsFile;
+
     static std::shared_ptr<Enhancements> singleton;
 
     std::vector<std::unique_ptr<EnhancementBase>> records;
+    CarriedMarkup carried;
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

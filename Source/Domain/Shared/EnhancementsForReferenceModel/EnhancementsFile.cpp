@@ -7,7 +7,11 @@
 #include "Xml/NodeList.h"
 
 #include <fstream>
+#include <functional>
+#include <map>
 #include <optional>
+#include <ostream>
+#include <streambuf>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -70,11 +74,36 @@ std::vector<std::pair<std::string, std::string>> attributesOf(const xml::const_E
     return attributes;
 }
 
-void addRecord(const xml::const_Element& element) {
-    if (auto record = Factory::createEntityFromName(element.getNodeName())) {
-        record->setAttributes(attributesOf(element));
-        Enhancements::addEnhancement(std::move(record));
+/// The record that the node stands for; null if it isn't an element of a kind that Factory makes.
+std::unique_ptr<EnhancementBase> recordFrom(const xml::const_Node& node) {
+    const auto element = xml::const_Element::toWrapper(node);
+    auto record = element ? Factory::createEntityFromName(element->getNodeName()) : nullptr;
+    if (record) {
+        record->setAttributes(attributesOf(*element));
     }
+    return record;
+}
+
+/// Hands a document that is written in one call to a consumer.
+class DocumentBuffer : public std::streambuf {
+public:
+    explicit DocumentBuffer(const std::function<bool(std::string_view)>& taker) : consumer(taker) {}
+
+protected:
+    std::streamsize xsputn(const char* document, std::streamsize size) override {
+        return consumer({document, static_cast<std::size_t>(size)}) ? size : 0;
+    }
+
+private:
+    const std::function<bool(std::string_view)>& consumer;
+};
+
+/// The states in which this process has read or left files: what a file holds that is still in its state is in memory.
+std::map<utilities::FileState::Identity, utilities::FileState> knownStates;
+
+bool isKnown(const utilities::FileState& state) {
+    const auto known = knownStates.find(state.identity);
+    return known != knownStates.end() && known->second == state;
 }
 
 } // namespace
@@ -126,23 +155,53 @@ bool EnhancementsFile::write(std::ostream& stream) const {
     if (!root) {
         return false;
     }
-    for (const auto& record : enhancementsDb.getRecords()) {
-        appendRecord(*root, *record);
+    file.SurroundingsSet(enhancementsDb.carried.surroundings);
+    auto piece = enhancementsDb.carried.getPieces().begin();
+    const auto appendPieces = [&](std::size_t position) {
+        for (; piece != enhancementsDb.carried.getPieces().end() && piece->position <= position; ++piece) {
+            root->boMarkupAppend(piece->markup);
+        }
+    };
+    for (std::size_t position = 0; position < enhancementsDb.records.size(); ++position) {
+        appendPieces(position);
+        appendRecord(*root, *enhancementsDb.records[position]);
+    }
+    appendPieces(enhancementsDb.records.size());
+    if (const auto waiting = enhancementsDb.carried.getWaiting(); !waiting.empty()) {
+        root->boMarkupAppend(waiting);
     }
     return file.save(stream, nullptr, xml::Encoding::Utf8, xml::LineEnding::Lf);
 }
 
 bool EnhancementsFile::readFile() {
-    // The opening of a pipe would wait for its other end.
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(filePath, ignored)) {
+    // Told before the reading, so that a write during it makes another state. The opening of what is no regular file, a
+    // pipe, might wait for its other end.
+    const auto state = utilities::FileState::of(filePath);
+    if (!state) {
         return false;
     }
     std::ifstream stream(filePath, std::ios_base::in | std::ios_base::binary);
-    return stream.good() && read(stream);
+    xml::File file(nullptr, xml::VerboseLevel::Full, xml::ValidateLevel::WellFormed);
+    const auto root = stream.good() ? parse(stream, file) : std::nullopt;
+    if (!root) {
+        return false;
+    }
+    knownStates.insert_or_assign(state->identity, *state);
+    load(file, *root);
+    return true;
 }
 
 bool EnhancementsFile::read(std::istream& stream) {
+    xml::File file(nullptr, xml::VerboseLevel::Full, xml::ValidateLevel::WellFormed);
+    const auto root = parse(stream, file);
+    if (root) {
+        load(file, *root);
+    }
+    return root.has_value();
+}
+
+/// Parses the stream into the file and gives the root; nothing if the stream holds no document of records.
+std::optional<xml::Element> EnhancementsFile::parse(std::istream& stream, xml::File& file) {
     constexpr auto endOfFile = std::istream::traits_type::eof();
     if (!stream.good()) {
         report("Stream must be open", readName, 66);
@@ -151,23 +210,33 @@ bool EnhancementsFile::read(std::istream& stream) {
         report("You have got an empty file without header", readName, 67);
     }
     if (!stream.good() || stream.peek() == endOfFile) {
-        return false;
+        return std::nullopt;
     }
-    xml::File file(nullptr, xml::VerboseLevel::Full, xml::ValidateLevel::WellFormed);
     auto root = file.parse(stream, rootName, nullptr);
-    if (!root) {
-        return false;
-    }
-    if (!root->boNodeNameIs(rootName)) {
+    if (root && !root->boNodeNameIs(rootName)) {
         report("Error in Enhancements xml file.", readName, 76);
-        return false;
+        return std::nullopt;
     }
-    for (auto node = root->ChildNodesGet().getFirstItem(); node; node = node->NextSiblingGet()) {
-        if (const auto element = xml::const_Element::toWrapper(*node)) {
-            addRecord(*element);
+    return root;
+}
+
+/// Adds the records to the process's database, each with a rewrite of the file. What isn't one yet is carried.
+void EnhancementsFile::load(const xml::File& file, const xml::Element& root) {
+    const auto database = Enhancements::getOrCreateEnhancementsDb();
+    CarriedMarkup& carried = database->carried;
+    carried.surroundings = file.SurroundingsGet();
+    carried.startLoad(root.MarkupGet());
+    for (auto node = root.FirstChildGet(); node; node = node->NextSiblingGet()) {
+        auto record = recordFrom(*node);
+        const bool isRecord = record != nullptr;
+        carried.leaveWaiting(node->FollowingMarkupGet().size());
+        if (isRecord) {
+            Enhancements::addEnhancement(std::move(record));
+        }
+        if (!isRecord || record) {
+            carried.append(database->records.size(), node->MarkupGet());
         }
     }
-    return true;
 }
 
 /// Makes the directories and the file with its first document. That happens under the file's lock as well, so
@@ -180,18 +249,36 @@ void EnhancementsFile::createFile() const {
     }
 }
 
-/// Writes the database through the lock. An exception of a kind's operations goes no further: a guard's end has nobody
-/// to give it to. Nothing has reached the file then, since the document is complete before it is written.
-void EnhancementsFile::writeThrough(utilities::FileLock& lock) const {
-    try {
-        write(lock.getStream());
-    } catch (...) {
-        return;
-    }
+/// Takes the lock, unless the file holds something that this process doesn't know and that can't be kept.
+std::unique_ptr<utilities::FileLock> EnhancementsFile::tryLock() const {
+    auto lock = utilities::FileLock::tryLock(filePath, true, utilities::FileLock::Access::ReadWrite);
+    const bool isSafe =
+        lock && (lock->getState().size == 0 || isKnown(lock->getState()) ||
+                 offerDocument([&](auto document) { return lock->holds(document); }) || lock->keepCopy(filePath));
+    return isSafe ? std::move(lock) : nullptr;
 }
 
-std::unique_ptr<utilities::FileLock> EnhancementsFile::tryLock() {
-    return utilities::FileLock::tryLock(filePath, true, utilities::FileLock::Access::ReadWrite);
+void EnhancementsFile::writeThrough(utilities::FileLock& lock) const {
+    offerDocument([&](std::string_view document) {
+        const bool isWritten = lock.replaceContent(document);
+        // What a failed write leaves is in memory as well.
+        if (const auto state = lock.seal()) {
+            knownStates.insert_or_assign(state->identity, *state);
+        }
+        return isWritten;
+    });
+}
+
+/// Makes the document, hands it to the consumer and gives its result. An exception of a kind's operations goes no
+/// further, since a guard's end has nobody to give it to, and gives false; the consumer hasn't been called then.
+bool EnhancementsFile::offerDocument(const std::function<bool(std::string_view)>& consumer) const {
+    DocumentBuffer buffer(consumer);
+    std::ostream stream(&buffer);
+    try {
+        return write(stream);
+    } catch (...) {
+        return false;
+    }
 }
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

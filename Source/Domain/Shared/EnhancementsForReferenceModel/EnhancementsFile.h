@@ -4,8 +4,18 @@
 #include "Utilities/FileLock.h"
 
 #include <filesystem>
+#include <functional>
 #include <iosfwd>
 #include <memory>
+#include <optional>
+#include <string_view>
+
+namespace orv::xml {
+
+class Element;
+class File;
+
+} // namespace orv::xml
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
@@ -55,9 +65,12 @@ public:
     static bool read(std::istream& stream);
 
 private:
+    static std::optional<xml::Element> parse(std::istream& stream, xml::File& file);
+    static void load(const xml::File& file, const xml::Element& root);
     void createFile() const;
+    std::unique_ptr<utilities::FileLock> tryLock() const;
     void writeThrough(utilities::FileLock& lock) const;
-    static std::unique_ptr<utilities::FileLock> tryLock();
+    bool offerDocument(const std::function<bool(std::string_view)>& consumer) const;
 
     static std::filesystem::path filePath;
 

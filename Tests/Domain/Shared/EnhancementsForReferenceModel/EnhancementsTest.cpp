@@ -1,17 +1,9 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 
-#include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
-#include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
-#include "Support/ReportTest.h"
-#include "Support/SampleRecord.h"
-#include "Support/TemporaryDirectory.h"
+#include "Support/StoreTest.h"
 #include "Utilities/FileLock.h"
 
 #include <gtest/gtest.h>
-
-#include <csignal>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
@@ -21,32 +13,7 @@ using tests::SampleRecord;
 using tests::setContent;
 using utilities::FileLock;
 
-class EnhancementsTest : public tests::ReportTest {
-protected:
-    EnhancementsTest() {
-        Factory::registerClass(std::make_unique<SampleRecord>("Sample"));
-        EnhancementsFile::setFilePath(path);
-    }
-
-    static bool add(const std::string& text) {
-        std::unique_ptr<EnhancementBase> record =
-            std::make_unique<SampleRecord>("Sample", tests::TypedAttributes{{"Text", text}});
-        Enhancements::addEnhancement(std::move(record));
-        return record == nullptr;
-    }
-
-    static std::string document(const std::vector<std::string>& texts) {
-        std::string content = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Enhancements>\n";
-        for (const std::string& text : texts) {
-            content += "  <Sample>\n    <OwnerId>0000000000000000000000</OwnerId>\n    <Text>" + text +
-                       "</Text>\n  </Sample>\n";
-        }
-        return content + "</Enhancements>\n";
-    }
-
-    tests::TemporaryDirectory directory;
-    std::filesystem::path path = directory / "store.xml";
-};
+using EnhancementsTest = tests::StoreTest;
 
 TEST_F(EnhancementsTest, areEmptyWithoutAFileWhichIsNotMade) {
     const auto database = Enhancements::getOrCreateEnhancementsDb();
@@ -126,38 +93,6 @@ TEST_F(EnhancementsTest, leaveTheFileWholeWhenAKindThrowsWhileItIsWritten) {
     Enhancements::addEnhancement(std::make_unique<ThrowingRecord>("Sample"));
     EXPECT_EQ(contentOf(path), document({"a"}));
     EXPECT_TRUE(FileLock::tryLock(path, true, FileLock::Access::ReadWrite));
-}
-
-TEST_F(EnhancementsTest, outliveAProcessKilledAtAnyMomentOfItsAdditions) {
-    for (int run = 0; run < 20; ++run) {
-        std::filesystem::remove(path);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            for (int number = 0; number < 500; ++number) {
-                add("added " + std::to_string(number));
-            }
-            ::pause();
-        }
-        ::usleep(static_cast<useconds_t>(run) * 1500);
-        ASSERT_EQ(::kill(child, SIGKILL), 0);
-        ::waitpid(child, nullptr, 0);
-        const std::string left = contentOf(path);
-        // A process loads once, so the next addition is another process's.
-        const pid_t next = ::fork();
-        if (next == 0) {
-            ::_exit(add("next") ? 0 : 1);
-        }
-        int status = 0;
-        ::waitpid(next, &status, 0);
-        EXPECT_EQ(status, 0) << "the next addition, run " << run;
-        std::vector<std::string> texts;
-        while (left.find("<Text>added " + std::to_string(texts.size()) + "</Text>") != std::string::npos) {
-            texts.push_back("added " + std::to_string(texts.size()));
-        }
-        const bool isWhole = left == document(texts) || texts.empty();
-        texts.emplace_back("next");
-        EXPECT_EQ(contentOf(path), isWhole ? document(texts) : document({"next"})) << "run " << run << '\n' << left;
-    }
 }
 
 } // namespace

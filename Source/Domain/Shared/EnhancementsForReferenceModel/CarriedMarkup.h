@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Xml/Surroundings.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orv::domain::shared::enhancementsforreferencemodel {
+
+/// What the file holds beside the records of the database, as the load found it: elements of kinds that aren't
+/// registered, records that couldn't be taken, comments. Every rewrite writes it again, as it stood and where it stood.
+class CarriedMarkup {
+public:
+    struct Piece {
+        std::size_t position; // the number of records ahead of it
+        std::string markup;
+    };
+
+    /// Behind all that was found before, and in this order.
+    void append(std::size_t position, std::string_view markup) {
+        if (!markup.empty()) {
+            pieces.push_back({position, std::string(markup)});
+        }
+    }
+
+    /// For a database that has lost its records.
+    void moveToFront() {
+        for (Piece& piece : pieces) {
+            piece.position = 0;
+        }
+    }
+
+    const std::vector<Piece>& getPieces() const { return pieces; }
+
+    /// Takes what the load has before it: the content of the root.
+    void startLoad(std::string_view content) {
+        waiting = content;
+        turn = 0;
+    }
+
+    /// Lets go of what has had its turn in the load: of all but the last bytes of the content.
+    void leaveWaiting(std::size_t size) {
+        turn = waiting.size() - size;
+        if (size == 0) {
+            startLoad({});
+        }
+    }
+
+    /// What the load hasn't come to yet. It stands behind the records and the pieces.
+    std::string_view getWaiting() const { return std::string_view(waiting).substr(turn); }
+
+    /// What stands around the records and the pieces.
+    xml::Surroundings surroundings;
+
+private:
+    std::vector<Piece> pieces;
+    std::string waiting;
+    std::size_t turn = 0; // where the waiting rest begins
+};
+
+} // namespace orv::domain::shared::enhancementsforreferencemodel
