@@ -9,10 +9,7 @@
 
 #include <cerrno>
 #include <chrono>
-#include <fstream>
 #include <functional>
-#include <iterator>
-#include <optional>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -25,12 +22,6 @@ using namespace orv::domain::shared::enhancementsforreferencemodel;
 using orv::utilities::FileLock;
 
 namespace {
-
-/// The file holds something else than a document of records.
-class ContentError : public StoreError {
-public:
-    using StoreError::StoreError;
-};
 
 /// Keeps the parser's reason.
 class ReasonKeeper : public orv::xml::errorhandler::ParseInterface {
@@ -104,29 +95,14 @@ std::size_t countRecords(const std::filesystem::path& path) {
     const auto root = file.parse(reading->getStream(), path.filename().string(), &keeper);
     if (!root || !root->boNodeNameIs("Enhancements")) {
         const std::string reason = root ? "its root element is " + root->getNodeName() : keeper.reason;
-        throw ContentError(path.string() + " isn't a file of users' additions (" + reason +
-                           "). Move it away, or name another file with --store.");
+        throw StoreError(path.string() + " isn't a file of users' additions (" + reason +
+                         "). Move it away, or name another file with --store.");
     }
     std::size_t count = 0;
     for (auto node = root->FirstChildGet(); node; node = node->NextSiblingGet()) {
         count += Factory::createEntityFromName(node->getNodeName()) != nullptr ? 1U : 0U;
     }
     return count;
-}
-
-/// The bytes of the file, nothing if it is missing.
-std::optional<std::string> contentOf(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios_base::binary);
-    return stream ? std::optional(std::string(std::istreambuf_iterator<char>(stream), {})) : std::nullopt;
-}
-
-/// Brings back what a write that failed, as on a full disk, has torn. The old content takes no more space than it had.
-void restore(const std::filesystem::path& path, const std::optional<std::string>& content) {
-    if (content) {
-        lock(path, true, FileLock::Access::ReadWrite)->getStream() << *content;
-    } else {
-        std::filesystem::remove(path);
-    }
 }
 
 } // namespace
@@ -164,22 +140,14 @@ Store::Store(std::filesystem::path storePath) : path(std::move(storePath)) {
 }
 
 void Store::add(std::unique_ptr<EnhancementBase> record) {
-    const std::optional<std::string> before = contentOf(path);
     attempt(path, [&record] {
         Enhancements::addEnhancement(std::move(record));
         return record == nullptr;
     });
-    std::size_t written = 0;
-    try {
-        written = countRecords(path);
-    } catch (const ContentError&) {
-        restore(path, before);
-    }
-    if (written != enhancements->getRecords().size()) {
+    if (countRecords(path) != enhancements->getRecords().size()) {
         throw StoreError(
             "It didn't get into " + path.string() +
-            ": the disk may be full, or another program wrote the file at the same time. Look at it and try "
-            "again.");
+            ": the disk may be full, or another program wrote the file at the same time. Look at it and try again.");
     }
 }
 

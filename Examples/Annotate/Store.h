@@ -17,8 +17,8 @@ public:
 };
 
 /// Waits until no other annotate is at the additions to the model, and keeps others waiting for as long as the result
-/// lives. What another process adds between a load and an addition would be lost otherwise: the store's own lock covers
-/// single writes. Throws StoreError after a minute. Gives null, with no turn taken, on a file system that has no such
+/// lives. What another process adds between a load and an addition would leave the store for a kept copy otherwise: the
+/// store's own lock covers single writes. Throws StoreError after a minute. Gives null, with no turn taken, on a file system that has no such
 /// lock for a file that may only be read.
 std::unique_ptr<orv::utilities::FileLock> waitForTurn(const std::filesystem::path& model);
 
@@ -46,8 +46,7 @@ public:
         return all;
     }
 
-    /// Adds a record and writes the file. Throws StoreError if the file doesn't hold it afterwards; a file that the
-    /// write has torn is brought back as it was.
+    /// Adds a record and writes the file. Throws StoreError if the file doesn't hold it afterwards.
     void add(std::unique_ptr<orv::domain::shared::enhancementsforreferencemodel::EnhancementBase> record);
 
 private:

@@ -25,13 +25,15 @@ class Enhancements;
 /// else is the library's own and isn't exported.
 ///
 /// The file is an XML document with the root element Enhancements and in it an element for each record, named by its
-/// kind, with the element OwnerId and one element an attribute. It is written only under its lock and always as a
-/// whole. A guard holds the lock from a successful lockFile to its own end, and its end is what writes.
+/// kind, with the element OwnerId and one element an attribute. Among them stands what the load made no record of. It
+/// is written only under its lock and always as a whole, and content that this process doesn't know is kept in a copy
+/// first. A guard holds the lock from a successful lockFile to its own end, and its end is what writes.
 class EnhancementsFile {
 public:
     /// Sets the path for all that follows; there is none at start. A relative path is relative to the current
     /// directory at each access. Touches no file: the records in memory stay, and the next addition writes them all to
-    /// the new path, over what the file there holds, and makes the file and its directories if they are missing.
+    /// the new path, over what the file there holds, of which a copy is kept, and makes the file and its directories if
+    /// they are missing.
     ORV_EXPORT static void setFilePath(std::filesystem::path path);
 
     /// A guard without the lock. The database must outlive it.
@@ -43,9 +45,9 @@ public:
     EnhancementsFile(const EnhancementsFile&) = delete;
     EnhancementsFile& operator=(const EnhancementsFile&) = delete;
 
-    /// Makes the file with the records in memory if it is missing, then tries once to take its lock. Gives whether
-    /// the guard holds the lock now. While it holds the lock already, that is reported, the attempt fails, and the
-    /// lock is lost.
+    /// Makes the file with the records in memory if it is missing, then tries once to take its lock and to keep a copy
+    /// of what this process neither read nor wrote. Gives whether the guard holds the lock now. While it holds the lock
+    /// already, that is reported, the attempt fails, and the lock is lost.
     bool lockFile();
 
     /// Writes the database through the lock, which it tries to take if the guard hasn't got it. Called by the guard's
