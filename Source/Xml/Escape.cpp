@@ -76,16 +76,6 @@ void appendEscapedCharacter(std::string& out, char32_t codePoint) {
     }
 }
 
-/// Escapes an underscore that xHHHH follows, even without the underscore after that: the next character may itself be
-/// escaped, and its escape begins with one.
-void appendUnderscore(std::string& out, std::string_view text, std::size_t position) {
-    if (escapedUnit(text, position)) {
-        appendEscape(out, '_');
-    } else {
-        out += '_';
-    }
-}
-
 /// Whether a byte stands for itself in character data wherever it occurs.
 constexpr auto plainBytes = [] {
     std::array<bool, 256> plain{};
@@ -96,6 +86,21 @@ constexpr auto plainBytes = [] {
     plain['&'] = plain['<'] = plain['>'] = plain['_'] = false;
     return plain;
 }();
+
+/// Escapes an underscore that xHHHH follows, unless a character that stays as it is comes next: another underscore
+/// would make an escape of it, and so would the escape of the next character, which begins with one.
+void appendUnderscore(std::string& out, std::string_view text, std::size_t position, bool (*stays)(char)) {
+    const std::string_view next = text.substr(std::min(position + escapeLength - 1, text.size())).substr(0, 1);
+    if (escapedUnit(text, position) && !next.empty() && !stays(next.front())) {
+        appendEscape(out, '_');
+    } else {
+        out += '_';
+    }
+}
+
+bool isPlain(char byte) {
+    return plainBytes[static_cast<unsigned char>(byte)];
+}
 
 /// Appends the character, or byte, at the position, which is no plain one, and gives its length.
 std::size_t appendSpecialCharacter(std::string& out, std::string_view text, std::size_t position) {
@@ -114,7 +119,7 @@ std::size_t appendSpecialCharacter(std::string& out, std::string_view text, std:
         out += "&#13;";
         return 1;
     case '_':
-        appendUnderscore(out, text, position);
+        appendUnderscore(out, text, position, isPlain);
         return 1;
     default:
         break;
@@ -157,6 +162,11 @@ bool isNameLetter(char32_t codePoint) {
                        [codePoint](const Range& range) { return range.first <= codePoint && codePoint <= range.last; });
 }
 
+/// A byte that stands for itself in a name wherever it occurs.
+bool isNameByte(char byte) {
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+}
+
 bool isNameCharacterBehindFirst(char32_t codePoint) {
     return (codePoint >= '0' && codePoint <= '9') || codePoint == '-' || codePoint == '.';
 }
@@ -167,7 +177,7 @@ void appendEscapedText(std::string& out, std::string_view text) {
     std::size_t position = 0;
     while (position < text.size()) {
         const std::size_t begin = position;
-        while (position < text.size() && plainBytes[static_cast<unsigned char>(text[position])]) {
+        while (position < text.size() && isPlain(text[position])) {
             ++position;
         }
         out += text.substr(begin, position - begin);
@@ -194,7 +204,7 @@ std::string escapedName(std::string_view name) {
             continue;
         }
         if (codePoint == '_') {
-            appendUnderscore(escaped, name, position);
+            appendUnderscore(escaped, name, position, isNameByte);
         } else if (isNameLetter(codePoint) || (position > 0 && isNameCharacterBehindFirst(codePoint))) {
             escaped += name.substr(position, length);
         } else {
