@@ -99,18 +99,16 @@ std::string uuidText(const Bytes& bytes) {
 }
 
 std::string globalIdText(const Bytes& bytes) {
-    std::string text;
-    text.reserve(globalIdLength);
-    text += globalIdDigits[bytes[0] >> 6U];
-    text += globalIdDigits[bytes[0] & 0x3fU];
+    std::array<char, globalIdLength> text{globalIdDigits[bytes[0] >> 6U], globalIdDigits[bytes[0] & 0x3fU]};
+    std::size_t length = 2;
     for (std::size_t first = 1; first < bytes.size(); first += 3) {
         const std::uint32_t bits = (static_cast<std::uint32_t>(bytes[first]) << 16U) |
                                    (static_cast<std::uint32_t>(bytes[first + 1]) << 8U) | bytes[first + 2];
         for (const unsigned shift : {18U, 12U, 6U, 0U}) {
-            text += globalIdDigits[(bits >> shift) & 0x3fU];
+            text[length++] = globalIdDigits[(bits >> shift) & 0x3fU];
         }
     }
-    return text;
+    return {text.data(), length};
 }
 
 /// Ids of one authoring tool often differ in a few bits only. Multiplying by an odd constant (2^64 divided by

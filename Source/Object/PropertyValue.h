@@ -73,6 +73,12 @@ public:
         return T{};
     }
 
+    /// The alternative T itself, null if another one is held. Good until the value is changed.
+    template <typename T>
+    const T* getIf() const noexcept {
+        return std::get_if<T>(&content);
+    }
+
 private:
     static void reportOtherType();
 

@@ -21,7 +21,7 @@ std::uint32_t checkedSize(std::size_t size, std::size_t maximum) {
 } // namespace
 
 NodeIndex Document::appendElement(NodeIndex parent, std::string_view name) {
-    return append(parent, NodeKind::Element, nameNumber(name), noNode, noNode);
+    return append(parent, NodeKind::Element, names.numberOf(name), noNode, noNode);
 }
 
 NodeIndex Document::appendText(NodeIndex parent, std::string_view text) {
@@ -46,11 +46,7 @@ NodeIndex Document::appendComment(NodeIndex parent, std::string_view text) {
 }
 
 NodeIndex Document::appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data) {
-    return appendWithText(parent, NodeKind::ProcessingInstruction, nameNumber(target), data);
-}
-
-void Document::appendMarkup(NodeIndex parent, std::string_view markup) {
-    appendWithText(parent, NodeKind::Markup, 0, markup);
+    return appendWithText(parent, NodeKind::ProcessingInstruction, names.numberOf(target), data);
 }
 
 void Document::beginSource(NodeIndex node) {
@@ -109,16 +105,6 @@ std::uint32_t Document::storeText(std::string_view text) {
     checkedSize(first + text.size(), std::numeric_limits<std::uint32_t>::max());
     texts += text;
     return static_cast<std::uint32_t>(first);
-}
-
-std::uint32_t Document::nameNumber(std::string_view name) {
-    if (const auto known = nameNumbers.find(name); known != nameNumbers.end()) {
-        return known->second;
-    }
-    const std::uint32_t number = checkedSize(names.size(), std::size_t{1} << nameBits);
-    const Name& stored = names.emplace_back(Name{std::string(name), escapedName(name)});
-    nameNumbers.emplace(stored.text, number);
-    return number;
 }
 
 } // namespace orv::xml

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "Xml/Names.h"
 #include "Xml/Surroundings.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace orv::xml {
@@ -17,19 +16,12 @@ using NodeIndex = std::uint32_t;
 /// Where a node has no sibling, child or parent.
 constexpr NodeIndex noNode = 0xffffffff;
 
-/// Markup is what stands in the document as it was given.
-enum class NodeKind : std::uint8_t { Element, Text, Comment, ProcessingInstruction, Markup };
+enum class NodeKind : std::uint8_t { Element, Text, Comment, ProcessingInstruction };
 
 /// The nodes of a document: sixteen bytes a node in one buffer, all texts in another, each name once. A
 /// node's index never changes; the root is node 0. Of a parsed document the markup between the root's tags as well.
 class Document {
 public:
-    /// An element's name or a processing instruction's target.
-    struct Name {
-        std::string text;
-        std::string escaped; // as it stands in a saved document
-    };
-
     /// An empty document, to be saved with the XML declaration or without.
     explicit Document(bool withDeclaration) : declaration(withDeclaration) {}
     Document(const Document&) = delete;
@@ -43,9 +35,6 @@ public:
 
     NodeIndex appendComment(NodeIndex parent, std::string_view text);
     NodeIndex appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data);
-
-    /// Appends well-formed content that stands in the saved document as it is.
-    void appendMarkup(NodeIndex parent, std::string_view markup);
 
     /// Notes that the markup of the node, a child of the root, begins where the source ends now. Noted in order; a node
     /// that was noted last is passed over.
@@ -69,7 +58,7 @@ public:
     bool hasText(NodeIndex element) const { return nodes[element].hasText != 0; }
 
     /// The name of an element or a processing instruction.
-    const Name& getName(NodeIndex node) const { return names[nodes[node].name]; }
+    const Names::Name& getName(NodeIndex node) const { return names[nodes[node].name]; }
 
     /// The text of what isn't an element.
     std::string_view getText(NodeIndex node) const {
@@ -87,7 +76,7 @@ public:
 
     bool hasDeclaration() const { return declaration; }
 
-    /// The bytes of all texts: a measure of what the document takes when it is saved.
+    /// A measure of what the document takes when it is saved.
     std::size_t getTextSize() const { return texts.size(); }
     std::size_t getNodeCount() const { return nodes.size(); }
 
@@ -95,8 +84,8 @@ public:
     Surroundings surroundings;
 
 private:
-    static constexpr unsigned kindBits = 3;
-    static constexpr unsigned nameBits = 28;
+    static constexpr unsigned kindBits = 2;
+    static constexpr unsigned nameBits = 29;
 
     struct NodeData {
         std::uint32_t kind : kindBits;
@@ -115,15 +104,13 @@ private:
     NodeIndex append(NodeIndex parent, NodeKind kind, std::uint32_t name, std::uint32_t first, std::uint32_t last);
     NodeIndex appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name, std::string_view text);
     std::uint32_t storeText(std::string_view text);
-    std::uint32_t nameNumber(std::string_view name);
 
     bool declaration;
     std::vector<NodeData> nodes;
     std::string texts;
     std::string source;
     std::vector<Beginning> beginnings; // in the source, by node
-    std::deque<Name> names;
-    std::unordered_map<std::string_view, std::uint32_t> nameNumbers; // the keys lie in names
+    Names names;
 };
 
 } // namespace orv::xml

@@ -54,20 +54,22 @@ std::optional<std::uint32_t> completeEscape(std::string_view text, std::size_t p
     return isComplete ? unit : std::nullopt;
 }
 
-void appendEscape(std::string& out, std::uint32_t unit) {
+void appendEscape(Buffer& out, std::uint32_t unit) {
     constexpr std::string_view digits = "0123456789ABCDEF";
-    out += "_x";
+    std::array<char, escapeLength> escape = {'_', 'x'};
+    std::size_t length = 2;
     for (const unsigned shift : {12U, 8U, 4U, 0U}) {
-        out += digits[(unit >> shift) & 0xfU];
+        escape[length++] = digits[(unit >> shift) & 0xfU];
     }
-    out += '_';
+    escape[length++] = '_';
+    out.append({escape.data(), length});
 }
 
-void appendEscapedByte(std::string& out, char byte) {
+void appendEscapedByte(Buffer& out, char byte) {
     appendEscape(out, byteSurrogates + static_cast<unsigned char>(byte));
 }
 
-void appendEscapedCharacter(std::string& out, char32_t codePoint) {
+void appendEscapedCharacter(Buffer& out, char32_t codePoint) {
     if (codePoint < 0x10000) {
         appendEscape(out, codePoint);
     } else {
@@ -89,12 +91,12 @@ constexpr auto plainBytes = [] {
 
 /// Escapes an underscore that xHHHH follows, unless a character that stays as it is comes next: another underscore
 /// would make an escape of it, and so would the escape of the next character, which begins with one.
-void appendUnderscore(std::string& out, std::string_view text, std::size_t position, bool (*stays)(char)) {
+void appendUnderscore(Buffer& out, std::string_view text, std::size_t position, bool (*stays)(char)) {
     const std::string_view next = text.substr(std::min(position + escapeLength - 1, text.size())).substr(0, 1);
     if (escapedUnit(text, position) && !next.empty() && !stays(next.front())) {
         appendEscape(out, '_');
     } else {
-        out += '_';
+        out.append("_");
     }
 }
 
@@ -102,36 +104,36 @@ bool isPlain(char byte) {
     return plainBytes[static_cast<unsigned char>(byte)];
 }
 
-/// Appends the character, or byte, at the position, which is no plain one, and gives its length.
-std::size_t appendSpecialCharacter(std::string& out, std::string_view text, std::size_t position) {
-    switch (text[position]) {
+/// Appends the character, or byte, that the text begins with, which is no plain one, and gives its length.
+std::size_t appendSpecialCharacter(Buffer& out, std::string_view text) {
+    switch (text.front()) {
     case '&':
-        out += "&amp;";
+        out.append("&amp;");
         return 1;
     case '<':
-        out += "&lt;";
+        out.append("&lt;");
         return 1;
     case '>':
-        out += "&gt;";
+        out.append("&gt;");
         return 1;
     case '\r':
         // A parser would take a carriage return as it stands for a line end.
-        out += "&#13;";
+        out.append("&#13;");
         return 1;
     case '_':
-        appendUnderscore(out, text, position, isPlain);
+        appendUnderscore(out, text, 0, isPlain);
         return 1;
     default:
         break;
     }
-    const auto [codePoint, length] = decodeUtf8(text.substr(position));
+    const auto [codePoint, length] = decodeUtf8(text);
     if (length == 0) {
-        appendEscapedByte(out, text[position]);
+        appendEscapedByte(out, text.front());
         return 1;
     }
     const bool isXmlCharacter = codePoint >= 0x20 && codePoint != 0xfffe && codePoint != 0xffff;
     if (isXmlCharacter) {
-        out += text.substr(position, length);
+        out.append(text.substr(0, length));
     } else {
         appendEscapedCharacter(out, codePoint);
     }
@@ -173,17 +175,12 @@ bool isNameCharacterBehindFirst(char32_t codePoint) {
 
 } // namespace
 
-void appendEscapedText(std::string& out, std::string_view text) {
-    std::size_t position = 0;
-    while (position < text.size()) {
-        const std::size_t begin = position;
-        while (position < text.size() && isPlain(text[position])) {
-            ++position;
-        }
-        out += text.substr(begin, position - begin);
-        if (position < text.size()) {
-            position += appendSpecialCharacter(out, text, position);
-        }
+void appendEscapedText(Buffer& out, std::string_view text) {
+    const auto* const end = text.data() + text.size();
+    for (const auto* position = text.data(); position != end;) {
+        const auto* const special = std::find_if_not(position, end, isPlain);
+        out.append({position, special});
+        position = special == end ? end : special + appendSpecialCharacter(out, {special, end});
     }
 }
 
@@ -191,10 +188,11 @@ std::string escapedName(std::string_view name) {
     if (name.empty()) {
         return std::string(emptyName);
     }
-    std::string escaped;
+    Buffer escaped;
     if (name == emptyName) {
         appendEscape(escaped, '_');
-        return escaped.append(name.substr(1));
+        escaped.append(name.substr(1));
+        return std::string(escaped.getText());
     }
     for (std::size_t position = 0; position < name.size();) {
         const auto [codePoint, length] = decodeUtf8(name.substr(position));
@@ -206,13 +204,13 @@ std::string escapedName(std::string_view name) {
         if (codePoint == '_') {
             appendUnderscore(escaped, name, position, isNameByte);
         } else if (isNameLetter(codePoint) || (position > 0 && isNameCharacterBehindFirst(codePoint))) {
-            escaped += name.substr(position, length);
+            escaped.append(name.substr(position, length));
         } else {
             appendEscapedCharacter(escaped, codePoint);
         }
         position += length;
     }
-    return escaped;
+    return std::string(escaped.getText());
 }
 
 void unescape(std::string& text, std::size_t begin) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Xml/Buffer.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -7,7 +9,7 @@
 namespace orv::xml {
 
 /// Appends a text as the character data of an element, so that the parsed data, unescaped, is the text.
-void appendEscapedText(std::string& out, std::string_view text);
+void appendEscapedText(Buffer& out, std::string_view text);
 
 /// A name as the name of an element, so that the parsed name, unescaped, is the name. Letters of the widely
 /// used scripts stay; what some parsers don't take in names, the colon of namespaces included, is escaped.

@@ -11,17 +11,6 @@ namespace orv::xml {
 
 namespace {
 
-std::string_view lineBreakOf(LineEnding lineEnding) {
-    switch (lineEnding) {
-    case LineEnding::CrLf:
-        return "\r\n";
-    case LineEnding::Lf:
-        return "\n";
-    default:
-        return {};
-    }
-}
-
 template <typename Handler>
 void report(Handler* handler, std::string_view message) {
     if (handler != nullptr) {
@@ -73,19 +62,17 @@ const Surroundings& File::SurroundingsGet() const {
     return document ? document->surroundings : none;
 }
 
-void File::SurroundingsSet(const Surroundings& surroundings) {
-    if (document) {
-        document->surroundings = surroundings;
-    }
-}
-
 bool File::save(std::ostream& stream, errorhandler::WriteInterface* handler, Encoding /*encoding*/,
                 LineEnding lineEnding) const {
     if (!document) {
         report(handler, "there is no document to save");
         return false;
     }
-    const std::string text = Writer(*document, lineBreakOf(lineEnding)).write();
+    // What a node of a document with short names takes beside its text.
+    constexpr std::size_t typicalMarkup = 16;
+    MarkupWriter markup(lineEnding, document->getTextSize() + typicalMarkup * document->getNodeCount());
+    writeDocument(*document, markup);
+    const std::string_view text = markup.getText();
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
     if (!stream.good()) {
         report(handler, "the stream can't be written");

@@ -3,6 +3,7 @@
 #include "Export.h"
 #include "Xml/Element.h"
 #include "Xml/ErrorHandler.h"
+#include "Xml/LineEnding.h"
 #include "Xml/Surroundings.h"
 
 #include <iosfwd>
@@ -27,13 +28,6 @@ enum class ValidateLevel { Default = -1, WellFormed = 1 };
 /// The character encoding of a saved document.
 enum class Encoding { Utf8 = 0 };
 
-/// What stands between the elements of a saved document, except around text. Indentation ends at 32 levels.
-enum class LineEnding {
-    None = 0, ///< Nothing: the whole document is one line.
-    CrLf = 1, ///< Carriage return and line feed, and an indentation by two spaces a level.
-    Lf = 2    ///< Line feed, and the same indentation.
-};
-
 /// An XML document in memory: made once, by create or by parse, and thrown away as a whole.
 ///
 /// What is saved is well-formed XML 1.0 in UTF-8, whatever names and texts it was given, and parse brings
@@ -45,8 +39,7 @@ enum class LineEnding {
 /// Text next to text is one text node. Of a parsed document elements, texts, comments and processing instructions below
 /// the root are nodes; CDATA sections are text, entities are expanded. What stands around the root's content, its
 /// attributes included, is kept as it is, but for a document type declaration. Other attributes are passed over, and a
-/// name with a colon comes out escaped: markup that must not change is taken into another document with MarkupGet and
-/// boMarkupAppend.
+/// name with a colon comes out escaped: markup that must not change goes through MarkupGet and a MarkupWriter.
 ///
 /// A document has up to 4 GiB of text and up to 4 billion nodes; appending more raises std::length_error. The depth of
 /// a document is bounded by memory alone.
@@ -75,10 +68,6 @@ public:
 
     /// What stands around the content of the root of the parsed or created document; all empty if there is none.
     const Surroundings& SurroundingsGet() const;
-
-    /// Sets what save writes around the content of the root. It must be well-formed there, as SurroundingsGet gives it.
-    /// Does nothing if there is no document.
-    void SurroundingsSet(const Surroundings& surroundings);
 
     /// Writes the whole document to the stream, from its present position and in one call, and neither seeks nor
     /// flushes. Gives true if the stream is good afterwards; false if it isn't, or if there is no document.

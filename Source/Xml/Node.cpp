@@ -15,8 +15,6 @@ std::string const_Node::getNodeName() const {
         return "#text";
     case NodeKind::Comment:
         return "#comment";
-    case NodeKind::Markup:
-        return "#markup";
     default:
         return document->getName(index).text;
     }
@@ -89,14 +87,6 @@ bool Node::boTextNodeAppend(std::string_view text) {
         return false;
     }
     document->appendText(index, text);
-    return true;
-}
-
-bool Node::boMarkupAppend(std::string_view markup) {
-    if (document->getKind(index) != NodeKind::Element) {
-        return false;
-    }
-    document->appendMarkup(index, markup);
     return true;
 }
 

@@ -14,8 +14,8 @@ class Document;
 class Element;
 class NodeList;
 
-/// A node of a document for reading: an element, a text, a comment or a processing instruction; also
-/// markup that was appended, with the name #markup. A small handle to be passed by value; it stays valid for as long as
+/// A node of a document for reading: an element, a text, a comment or a processing instruction. A small
+/// handle to be passed by value; it stays valid for as long as
 /// the File that it came from.
 class ORV_EXPORT const_Node {
 public:
@@ -38,8 +38,8 @@ public:
     std::optional<const_Node> NextSiblingGet() const;
 
     /// The markup of a parsed document, in UTF-8 and otherwise as it stood there: of a child of the root that child's,
-    /// of the root that of its content, without the white space at its ends. Where the document declares entities they are expanded and tags are in a plain
-    /// form. Empty for other nodes. Valid for as long as the File.
+    /// of the root that of its content, without the white space at its ends. Where the document declares entities they
+    /// are expanded and tags are in a plain form. Empty for other nodes. Valid for as long as the File.
     std::string_view MarkupGet() const;
 
     /// The same for all that follows a child of the root under the root.
@@ -77,10 +77,6 @@ public:
     /// Appends a text, of any bytes, after the existing children; after a text it goes on with that one.
     /// Gives false, and does nothing, if this isn't an element.
     bool boTextNodeAppend(std::string_view text);
-
-    /// Appends markup after the existing children, on a line of its own and otherwise as it is. It must be well-formed
-    /// content of an element in UTF-8, as MarkupGet gives it. Gives false, and does nothing, if this isn't an element.
-    bool boMarkupAppend(std::string_view markup);
 
 protected:
     Node(Document& owner, std::uint32_t position) : const_Node(owner, position) {}

@@ -4,6 +4,7 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
 #include "Xml/File.h"
+#include "Xml/MarkupWriter.h"
 #include "Xml/NodeList.h"
 
 #include <fstream>
@@ -38,29 +39,27 @@ constexpr std::string_view writeFileName =
 constexpr std::string_view readName = "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::read";
 constexpr std::string_view writeName = "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::write";
 
-/// The text that stands for the value in the file: for an int, a bool and a text. The other alternatives have none.
-std::optional<std::string> storedText(const object::PropertyValue& value) {
-    switch (value.getIndex()) {
-    case 1:
-        return xml::const_Node::to_string(static_cast<long long>(value.get<int>()));
-    case 3:
-        return xml::const_Node::to_string(value.get<bool>());
-    case 5:
-        return value.get<std::string>();
-    default:
-        return std::nullopt;
+/// An attribute with the text that stands for its value, if one does: for an int, a bool and a text.
+void appendAttribute(xml::MarkupWriter& document, const std::string& name, const object::PropertyValue& value) {
+    if (const auto* const text = value.getIf<std::string>()) {
+        document.appendElement(name, *text);
+    } else if (const auto* const number = value.getIf<int>()) {
+        document.appendElement(name, xml::const_Node::to_string(static_cast<long long>(*number)));
+    } else if (const auto* const truth = value.getIf<bool>()) {
+        document.appendElement(name, xml::const_Node::to_string(*truth));
+    } else {
+        document.startElement(name);
+        document.endElement();
     }
 }
 
-void appendRecord(xml::Element& root, const EnhancementBase& record) {
-    xml::Element element = root.ElementNodeAppend(record.getEntityName());
-    element.ElementNodeAppend("OwnerId").boTextNodeAppend(record.ownerId.toString(false));
+void appendRecord(xml::MarkupWriter& document, const EnhancementBase& record) {
+    document.startElement(record.getEntityName());
+    document.appendElement("OwnerId", record.ownerId.toString(false));
     for (const auto& [name, value] : record.getAttributes()) {
-        xml::Element attribute = element.ElementNodeAppend(name);
-        if (const auto text = storedText(value)) {
-            attribute.boTextNodeAppend(*text);
-        }
+        appendAttribute(document, name, value);
     }
+    document.endElement();
 }
 
 /// Name and text of each child that has content. An attribute's text is its first child node and no other.
@@ -100,6 +99,9 @@ private:
 
 /// The states in which this process has read or left files: what a file holds that is still in its state is in memory.
 std::map<utilities::FileState::Identity, utilities::FileState> knownStates;
+
+/// Of the next document: somewhat more than the last one's.
+std::size_t expectedSize = 0;
 
 bool isKnown(const utilities::FileState& state) {
     const auto known = knownStates.find(state.identity);
@@ -150,27 +152,31 @@ bool EnhancementsFile::write(std::ostream& stream) const {
         report("Stream must be open", writeName, 108);
         return false;
     }
-    xml::File file(nullptr, xml::VerboseLevel::Default, xml::ValidateLevel::WellFormed);
-    auto root = file.create(rootName, {}, true);
-    if (!root) {
-        return false;
-    }
-    file.SurroundingsSet(enhancementsDb.carried.surroundings);
-    auto piece = enhancementsDb.carried.getPieces().begin();
+    const CarriedMarkup& carried = enhancementsDb.carried;
+    xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
+    document.appendDeclaration();
+    document.appendOutside(carried.surroundings.before);
+    document.startElement(rootName, carried.surroundings.rootAttributes);
+    auto piece = carried.getPieces().begin();
     const auto appendPieces = [&](std::size_t position) {
-        for (; piece != enhancementsDb.carried.getPieces().end() && piece->position <= position; ++piece) {
-            root->boMarkupAppend(piece->markup);
+        for (; piece != carried.getPieces().end() && piece->position <= position; ++piece) {
+            document.appendMarkup(piece->markup);
         }
     };
     for (std::size_t position = 0; position < enhancementsDb.records.size(); ++position) {
         appendPieces(position);
-        appendRecord(*root, *enhancementsDb.records[position]);
+        appendRecord(document, *enhancementsDb.records[position]);
     }
     appendPieces(enhancementsDb.records.size());
-    if (const auto waiting = enhancementsDb.carried.getWaiting(); !waiting.empty()) {
-        root->boMarkupAppend(waiting);
+    if (const auto waiting = carried.getWaiting(); !waiting.empty()) {
+        document.appendMarkup(waiting);
     }
-    return file.save(stream, nullptr, xml::Encoding::Utf8, xml::LineEnding::Lf);
+    document.endElement();
+    document.appendOutside(carried.surroundings.after);
+    const std::string_view text = document.getText();
+    expectedSize = text.size() + text.size() / 8;
+    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+    return stream.good();
 }
 
 bool EnhancementsFile::readFile() {
