@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,7 +19,7 @@ constexpr NodeIndex noNode = 0xffffffff;
 
 enum class NodeKind : std::uint8_t { Element, Text, Comment, ProcessingInstruction };
 
-/// The nodes of a document: sixteen bytes a node in one buffer, all texts in another, each name once. A
+/// The nodes of a document: sixteen bytes a node, all texts in one buffer, each name once. A
 /// node's index never changes; the root is node 0. Of a parsed document the markup between the root's tags as well.
 class Document {
 public:
@@ -106,7 +107,7 @@ private:
     std::uint32_t storeText(std::string_view text);
 
     bool declaration;
-    std::vector<NodeData> nodes;
+    std::deque<NodeData> nodes; // which has no room to spare
     std::string texts;
     std::string source;
     std::vector<Beginning> beginnings; // in the source, by node

@@ -16,7 +16,7 @@ namespace {
 // Expat expands entities within entities by recursion; this bounds its stack.
 constexpr int maximumEntities = 256;
 
-// Expat looks at an unfinished comment, tag or reference anew with every buffer, so buffers grow.
+// Expat looks at an unfinished comment, tag or reference anew with every buffer, so buffers grow with those.
 constexpr int firstBufferSize = 1 << 16;
 constexpr int lastBufferSize = 1 << 29;
 
@@ -86,13 +86,18 @@ std::unique_ptr<Document> Parser::parse(std::istream& stream) {
 
 bool Parser::readAll(std::istream& stream) {
     bool isLast = false;
-    for (int bufferSize = firstBufferSize; !isLast; bufferSize = std::min(2 * bufferSize, lastBufferSize)) {
+    int bufferSize = firstBufferSize;
+    for (XML_Index fed = 0; !isLast;) {
+        if (fed - XML_GetCurrentByteIndex(expat.get()) > bufferSize / 2) {
+            bufferSize = std::min(2 * bufferSize, lastBufferSize);
+        }
         void* const buffer = XML_GetBuffer(expat.get(), bufferSize);
         if (buffer == nullptr) {
             throw std::bad_alloc();
         }
         stream.read(static_cast<char*>(buffer), bufferSize);
         isLast = !stream;
+        fed += stream.gcount();
         if (stream.bad()) {
             noteFailure("the stream can't be read");
             return false;

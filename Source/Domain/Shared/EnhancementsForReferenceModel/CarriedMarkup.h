@@ -35,30 +35,28 @@ public:
 
     const std::vector<Piece>& getPieces() const { return pieces; }
 
-    /// Takes what the load has before it: the content of the root.
-    void startLoad(std::string_view content) {
-        waiting = content;
-        turn = 0;
-    }
+    /// Takes what the load has before it, the content of the root, which must last until endLoad.
+    void startLoad(std::string_view content) { waiting = content; }
 
     /// Lets go of what has had its turn in the load: of all but the last bytes of the content.
-    void leaveWaiting(std::size_t size) {
-        turn = waiting.size() - size;
-        if (size == 0) {
-            startLoad({});
-        }
+    void leaveWaiting(std::size_t size) { waiting.remove_prefix(waiting.size() - size); }
+
+    /// Keeps what is still waiting, since an exception ended the load.
+    void endLoad() {
+        left = waiting;
+        waiting = {};
     }
 
-    /// What the load hasn't come to yet. It stands behind the records and the pieces.
-    std::string_view getWaiting() const { return std::string_view(waiting).substr(turn); }
+    /// What the load hasn't come to. It stands behind the records and the pieces.
+    std::string_view getWaiting() const { return left.empty() ? waiting : left; }
 
     /// What stands around the records and the pieces.
     xml::Surroundings surroundings;
 
 private:
     std::vector<Piece> pieces;
-    std::string waiting;
-    std::size_t turn = 0; // where the waiting rest begins
+    std::string_view waiting;
+    std::string left; // by the load, when it has ended
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

@@ -3,6 +3,7 @@
 #include "Assert/Assert.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
+#include "Utilities/ScopeGuard.h"
 #include "Xml/File.h"
 #include "Xml/MarkupWriter.h"
 #include "Xml/NodeList.h"
@@ -232,6 +233,7 @@ void EnhancementsFile::load(const xml::File& file, const xml::Element& root) {
     CarriedMarkup& carried = database->carried;
     carried.surroundings = file.SurroundingsGet();
     carried.startLoad(root.MarkupGet());
+    const ScopeGuard end([&carried] { carried.endLoad(); });
     for (auto node = root.FirstChildGet(); node; node = node->NextSiblingGet()) {
         auto record = recordFrom(*node);
         const bool isRecord = record != nullptr;
