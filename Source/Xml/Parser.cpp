@@ -196,7 +196,7 @@ void Parser::beginElement(const char* name, const char** attributes) {
     openElements.push_back(element);
     if (hasDoctype) {
         // The tag may name entities, and lack attributes, that are declared there.
-        document->appendSource("<" + std::string(name) + markupOf(attributes) + ">");
+        document->appendSource('<' + std::string(name) + markupOf(attributes) + '>');
     } else {
         XML_DefaultCurrent(expat.get());
     }
