@@ -11,22 +11,31 @@
 
 namespace orv::utilities {
 
+namespace {
+
+/// Locks the file, that was opened by the path, and gives its state; nothing if that fails.
+std::optional<FileState> lock(const OwnedFile& file, const std::filesystem::path& path, bool exclusive) {
+    if (!file.isOpen() || !file.lock(exclusive)) {
+        return std::nullopt;
+    }
+    // The state counts only once nobody else can write. Whoever had the lock before may have removed the file, or put
+    // another one in its place: what is written to this one then is lost.
+    const auto found = file.getState();
+    const auto named = FileState::of(path);
+    return found && named && found->identity == named->identity ? found : std::nullopt;
+}
+
+} // namespace
+
 std::unique_ptr<FileLock> FileLock::tryLock(const std::filesystem::path& path, bool exclusive, Access access) {
     OwnedFile file(path, access == Access::ReadWrite ? O_RDWR : O_RDONLY);
-    if (!file.isOpen() || !file.lock(exclusive)) {
-        return nullptr;
-    }
-    // The state counts only once nobody else can write.
-    const auto found = file.getState();
+    const auto found = lock(file, path, exclusive);
     return found ? hold(file, *found, access) : nullptr;
 }
 
 std::unique_ptr<FileLock> FileLock::tryLockNew(const std::filesystem::path& path) {
     OwnedFile file(path, O_RDWR | O_CREAT);
-    if (!file.isOpen() || !file.lock(true)) {
-        return nullptr;
-    }
-    const auto found = file.getState();
+    const auto found = lock(file, path, true);
     return found && found->size == 0 ? hold(file, *found, Access::ReadWrite) : nullptr;
 }
 

@@ -30,7 +30,8 @@ public:
 
     /// Locks an existing file, against everyone if exclusive is true, otherwise beside other holders that ask
     /// for no more. Makes one attempt and doesn't wait. Gives null if the file is missing, can't be opened
-    /// for that access (a directory can't), or is locked by another holder, in this process or in another.
+    /// for that access (a directory can't), is locked by another holder, in this process or in another, or is
+    /// replaced by another one before the lock is had.
     static std::unique_ptr<FileLock> tryLock(const std::filesystem::path& path, bool exclusive, Access access);
 
     /// Makes the file if it is missing, in a directory that exists, and locks it exclusively for writing its

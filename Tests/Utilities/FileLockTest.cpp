@@ -1,9 +1,11 @@
 #include "Utilities/FileLock.h"
 
 #include "Support/TemporaryDirectory.h"
+#include "Utilities/SystemCalls.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/file.h>
 #include <sys/stat.h>
 
 namespace orv::utilities {
@@ -70,6 +72,25 @@ TEST_F(FileLockTest, makesANewFileButNeverTakesOneThatHasContent) {
     EXPECT_FALSE(FileLock::tryLockNew(path));
     EXPECT_EQ(contentOf(path), "first");
     EXPECT_FALSE(FileLock::tryLockNew(directory / "missing/file"));
+}
+
+TEST_F(FileLockTest, takesNoFileThatWasReplacedOrRemovedBeforeTheLockWasHad) {
+    setContent(path, "old");
+    static std::filesystem::path changed;
+    changed = path;
+    systemCalls.flock = [](int descriptor, int operation) {
+        std::filesystem::rename(changed, changed.native() + ".old");
+        setContent(changed, "new");
+        return ::flock(descriptor, operation);
+    };
+    EXPECT_FALSE(FileLock::tryLock(path, true, Access::ReadWrite));
+    systemCalls.flock = [](int descriptor, int operation) {
+        std::filesystem::remove(changed);
+        return ::flock(descriptor, operation);
+    };
+    EXPECT_FALSE(FileLock::tryLock(path, true, Access::ReadWrite));
+    EXPECT_FALSE(FileLock::tryLockNew(path));
+    systemCalls.flock = ::flock;
 }
 
 } // namespace

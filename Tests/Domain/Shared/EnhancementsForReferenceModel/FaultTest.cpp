@@ -142,11 +142,11 @@ TEST_F(FaultTest, makesFewCallsForAnOrdinaryAdditionAndSyncsACopyBeforeItWritesO
     add("a");
     installFaults({EIO, 0}, 0);
     add("b");
-    EXPECT_EQ(calls, "olswwcts");
+    EXPECT_EQ(calls, "olsSwwcts");
     setContent(path, "foreign");
     calls.clear();
     add("c");
-    EXPECT_EQ(calls, "olssoorrwynywwcts") << "lock; make the copy, sync it, name it, sync that; reserve and write";
+    EXPECT_EQ(calls, "olsSsoorrwynywwcts") << "lock; make the copy, sync it, name it, sync that; reserve and write";
 }
 
 } // namespace
