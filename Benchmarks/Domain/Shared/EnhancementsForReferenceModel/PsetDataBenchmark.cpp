@@ -1,386 +1,339 @@
-// How the property overlay bears large models: the number after a benchmark's name is that of the walls, each with five
-// properties. Absolute times depend on the machine; what counts are the ratios and the bytes.
+// What the property overlay costs above the least that its work needs, and how it bears large models. A benchmark's
+// name is operation/who/objects. Each object has five published sets with ten single properties each, half of them
+// texts and half of them numbers; a hundred objects at most have a list as well.
 //
-// - value_ns: nanoseconds a value, in the median pass. The columns Time and CPU are those of a whole pass.
-// - vs_1000: value_ns, or the bytes a wall with its properties, divided by the same at 1,000 walls; left out if the run
-//   at 1,000 was. A step that visits all walls for each value gives 10 at 10,000 and 100 at 100,000 walls.
-// - left_bytes: live on the heap after the passes and not before. Anything but 0 is a leak, or growth with each write.
-// - object_bytes: live on the heap for a shadow object without sets, with its places in the database.
-// - property_bytes: live on the heap for a property with its value, and for its fifth of the property set.
+// The floor does the same on plain data. Both go from object to object in an order that jumps about, so both miss the
+// processor's caches more and more as the objects grow in number; a step that visits all objects would show as a ratio
+// to the floor that grows with them.
 //
-// OnOneWall stays on one wall, which the processor's caches hold at any size: its vs_1000 is 1 but for the noise, and
-// it is the one to watch. All goes through the walls in order, as a host does that loads or saves; it outgrows the
-// caches between 1,000 and 100,000 walls, and its vs_1000 is a small number above 1. OnAnyWall jumps from wall to wall
-// and misses the caches most; its vs_1000 is about that of getFromPlainMapOnAnyWall, a yardstick, which jumps in the
-// same way through a plain map of the same values. The vs_1000 of the bytes is 1 within a twentieth: vectors and the
-// index have spare room that depends on where the number of walls falls between two steps of their growth.
+// - allocs: the allocations for one item.
+// - property_bytes: the heap for a property with its value, and for its part of its set and object.
 
+#include "Domain/Shared/EnhancementsForReferenceModel/PlainOverlay.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/PsetData.h"
+#include "IfcVersionMapping/SchemaDefinitions.h"
+#include "Support/SampleGuids.h"
+#include "Support/Timing.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <iterator>
+#include <functional>
 #include <malloc.h>
 #include <map>
 #include <memory>
-#include <new>
 #include <random>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
-
-namespace {
-
-std::size_t liveBytes = 0; // not atomic: the benchmarks run in one thread
-
-} // namespace
-
-// In place of those of the standard library, for the shared libraries as well. The others, but for those of
-// over-aligned types, which aren't used here, come down to these. Not inlined, since GCC warns of a mismatch where it
-// inlines one of a pair alone.
-
-// NOLINTBEGIN(cppcoreguidelines-no-malloc, cppcoreguidelines-owning-memory)
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    void* const block = std::malloc(std::max<std::size_t>(size, 1));
-    if (block == nullptr) {
-        throw std::bad_alloc();
-    }
-    liveBytes += malloc_usable_size(block);
-    return block;
-}
-
-[[gnu::noinline]] void operator delete(void* block) noexcept {
-    liveBytes -= malloc_usable_size(block);
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t /*size*/) noexcept {
-    operator delete(block);
-}
-
-// NOLINTEND(cppcoreguidelines-no-malloc, cppcoreguidelines-owning-memory)
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
 namespace {
 
+using benchmarks::timeAll;
+using benchmarks::timeEach;
 using fc::core::kernel::FcObjectDefinition;
+using fc::core::kernel::FcPropertySet;
+using object::PropertyValue;
 
-struct Property {
-    std::string name;
-    object::PropertyValue value;
+constexpr std::size_t propertiesPerSet = 10;
+constexpr std::size_t listLength = 100;
+constexpr double number = 0.24;
+const std::string text = "cast in place, C30/37 XC4"; // longer than a string holds without an allocation
+const std::string listSet = "Pset_ProtectiveDeviceTrippingUnitTimeAdjustment";
+const std::string listProperty = "TimeAdjustmentValues";
+
+void appendProperties(PlainSet& set, fc::FcContent content, const PlainValue& value, std::size_t count) {
+    for (const auto& definition : ifc::definitions()) {
+        const auto* const type = fc::FcValueType::find(definition.valueType);
+        if (count > 0 && definition.propertySet == set.name && definition.kind == ifc::def::xml::PropertyKind::Single &&
+            type != nullptr && type->content == content) {
+            set.properties.push_back({std::string(definition.property), value});
+            --count;
+        }
+    }
+}
+
+/// What each object has; and in each set one number more, the one that is made and removed again.
+const PlainObject& pattern() {
+    static const PlainObject object = [] {
+        PlainObject sets{{"Pset_ConcreteElementGeneral", {}},
+                         {"Pset_EnvironmentalImpactIndicators", {}},
+                         {"Pset_FastenerWeld", {}},
+                         {"Pset_PrecastConcreteElementGeneral", {}},
+                         {"Pset_SpaceCoveringRequirements", {}}};
+        for (PlainSet& set : sets) {
+            appendProperties(set, fc::FcContent::Text, text, propertiesPerSet / 2);
+            appendProperties(set, fc::FcContent::Real, number, propertiesPerSet + 1 - set.properties.size());
+        }
+        return sets;
+    }();
+    return object;
+}
+
+/// A property of an object.
+struct Place {
+    Guid guid;
+    std::string set;
+    std::string property;
 };
 
-const std::string pset = "Pset_WallCommon";
-const Property properties[] = {
-    {"Reference", "W-01"}, {"FireRating", "REI 90"}, {"ThermalTransmittance", 0.24},
-    {"IsExternal", true},  {"LoadBearing", false},
-};
+std::size_t heapBytes() {
+    const auto heap = mallinfo2();
+    return heap.uordblks + heap.hblkhd;
+}
 
-/// A host with a model of walls, and a shadow database that the callbacks give.
-class Host {
+/// The same objects in a shadow database and as plain data.
+class Model {
 public:
-    explicit Host(std::size_t wallCount) { // NOLINT(cert-msc32-c, cert-msc51-cpp): the same ids in each run
-        guids.reserve(wallCount);
-        while (guids.size() < wallCount) {
-            guids.push_back(addWall());
+    explicit Model(std::size_t objectCount) : guids(benchmarks::sampleGuids(objectCount)) {
+        useForHandles();
+        const auto propertyCount = static_cast<double>(objectCount * pattern().size() * propertiesPerSet);
+        const std::size_t empty = heapBytes();
+        fillShadowDb();
+        const std::size_t withShadowDb = heapBytes();
+        fillPlain();
+        shadowBytes = static_cast<double>(withShadowDb - empty) / propertyCount;
+        plainBytes = static_cast<double>(heapBytes() - withShadowDb) / propertyCount;
+        addLists();
+    }
+
+    Model(const Model&) = delete;
+    Model& operator=(const Model&) = delete;
+
+    /// That of the size which the benchmark asks for, made once. Handles reach it from now on.
+    static Model& of(const benchmark::State& state) {
+        static std::map<std::int64_t, Model> models;
+        Model& model = models.try_emplace(state.range(0), static_cast<std::size_t>(state.range(0))).first->second;
+        model.useForHandles();
+        return model;
+    }
+
+    /// One property of each object, with a value of that one's type.
+    std::vector<Place> places(const PlainValue& value) const {
+        std::vector<Place> all;
+        std::mt19937_64 random; // NOLINT(cert-msc32-c, cert-msc51-cpp): the same in each run
+        while (all.size() < guids.size()) {
+            const PlainSet& set = pattern()[random() % pattern().size()];
+            const PlainProperty& property = set.properties[random() % propertiesPerSet];
+            if (property.value.index() == value.index()) {
+                all.push_back({guids[all.size()], set.name, property.name});
+            }
         }
-        model->guidUpdate();
-        setCallbacks();
+        std::shuffle(all.begin(), all.end(), random);
+        return all;
     }
 
-    ~Host() {
-        PsetData::getPsetShadowDbReadOnlyCallbackSet({});
-        PsetData::getPsetShadowDbReadWriteCallbackSet({});
-        PsetData::getObjectFromGuidCallbackSet({});
-    }
-
-    Host(const Host&) = delete;
-    Host& operator=(const Host&) = delete;
-
-    /// Those of the walls in the order in which they were made.
-    const std::vector<Guid>& getGuids() const { return guids; }
-
-    std::vector<Guid> shuffledGuids() {
-        std::vector<Guid> shuffled = guids;
-        std::shuffle(shuffled.begin(), shuffled.end(), random);
-        return shuffled;
-    }
-
-    std::size_t valueCount() const { return guids.size() * std::size(properties); }
-
-    void emptyShadowDb() {
-        shadowDb.reset(); // first, so that there is never more than one
-        shadowDb = std::make_shared<fc::FcShadowDb>();
-    }
-
-    void makeShadowObjects() {
-        for (const Guid& guid : guids) {
-            shadowDb->getShadowObject(*find(guid));
+    /// The properties that the sets of a thousand objects at most lack.
+    std::vector<Place> missing() const {
+        std::vector<Place> all;
+        for (std::size_t index = 0; index < std::min<std::size_t>(guids.size(), 1000); ++index) {
+            for (const PlainSet& set : pattern()) {
+                all.push_back({guids[index], set.name, set.properties.back().name});
+            }
         }
-        shadowDb->data().guidUpdate();
+        return all;
     }
+
+    std::vector<Place> lists() const {
+        std::vector<Place> all;
+        for (std::size_t index = 0; index < std::min<std::size_t>(guids.size(), 100); ++index) {
+            all.push_back({guids[index], listSet, listProperty});
+        }
+        return all;
+    }
+
+    /// Removes the last property of the set from the shadow database.
+    void removeLast(const Place& place) const {
+        const auto object = std::static_pointer_cast<FcObjectDefinition>(shadowDb->data().findByGuid(place.guid));
+        object->getPropertySetDefinitionNonConst<FcPropertySet>(place.set)->properties.pop_back();
+    }
+
+    const std::function<std::shared_ptr<fc::FcShadowDb>()>& getCallback() const { return callback; }
+    double getShadowBytes() const { return shadowBytes; }
+    double getPlainBytes() const { return plainBytes; }
+
+    PlainOverlay plain;
 
 private:
-    Guid addWall() {
-        const auto wall = model->entityCreate("IfcWall");
-        const std::uint64_t high = random();
-        wall->guid.data1 = static_cast<std::uint32_t>(high >> 32U);
-        wall->guid.data2 = static_cast<std::uint16_t>(high >> 16U);
-        wall->guid.data3 = static_cast<std::uint16_t>(high);
-        std::generate(std::begin(wall->guid.data4), std::end(wall->guid.data4),
-                      [this] { return static_cast<std::uint8_t>(random()); });
-        return wall->guid;
-    }
-
-    std::shared_ptr<const FcObjectDefinition> find(const Guid& guid) const {
-        return std::dynamic_pointer_cast<const FcObjectDefinition>(model->findByGuid(guid));
-    }
-
-    void setCallbacks() const {
-        PsetData::getPsetShadowDbReadOnlyCallbackSet([this] { return shadowDb; });
+    void useForHandles() const {
+        PsetData::getPsetShadowDbReadOnlyCallbackSet(callback);
         PsetData::getPsetShadowDbReadWriteCallbackSet([this] { return std::pair(shadowDb, ScopeGuard()); });
-        PsetData::getObjectFromGuidCallbackSet([this](const Guid& guid) { return find(guid); });
     }
 
-    std::mt19937_64 random;
-    std::shared_ptr<fc::Data> model = std::make_shared<fc::Data>();
-    std::shared_ptr<fc::FcShadowDb> shadowDb = std::make_shared<fc::FcShadowDb>();
+    void fillShadowDb() const {
+        PsetData overlay(false);
+        const auto master = std::make_shared<FcObjectDefinition>(*fc::IfcClass::find("IfcWall"));
+        for (const Guid& guid : guids) {
+            master->guid = guid;
+            for (const PlainSet& set : pattern()) {
+                for (std::size_t index = 0; index < propertiesPerSet; ++index) {
+                    const PlainProperty& property = set.properties[index];
+                    const bool isNumber = std::holds_alternative<double>(property.value);
+                    overlay.setValue(master, set.name, property.name, isNumber ? PropertyValue(number) : text);
+                }
+            }
+        }
+    }
+
+    void fillPlain() {
+        for (const Guid& guid : guids) {
+            PlainObject& object = plain.objects.emplace(guid, pattern()).first->second;
+            for (PlainSet& set : object) {
+                set.properties.pop_back();
+            }
+        }
+    }
+
+    void addLists() {
+        PsetData overlay(false);
+        for (const Place& place : lists()) {
+            overlay.setValue(place.guid, place.set, place.property, std::vector<PropertyValue>(listLength, number));
+            const PlainProperty list{place.property, std::vector<PlainValue>(listLength, number)};
+            plain.objects[place.guid].push_back({place.set, {list}});
+        }
+    }
+
     std::vector<Guid> guids;
+    std::shared_ptr<fc::FcShadowDb> shadowDb = std::make_shared<fc::FcShadowDb>();
+    std::function<std::shared_ptr<fc::FcShadowDb>()> callback = [this] { return shadowDb; };
+    double shadowBytes = 0;
+    double plainBytes = 0;
 };
 
-void setAll(const Host& host) {
-    PsetData data(false);
-    for (const Guid& guid : host.getGuids()) {
-        for (const Property& property : properties) {
-            data.setValue(guid, pset, property.name, property.value);
+/// Tries the read at each place before it is timed.
+template <typename Read, typename IsRight>
+void timeReads(benchmark::State& state, const std::vector<Place>& places, const Read& read, const IsRight& isRight) {
+    for (const Place& place : places) {
+        if (!isRight(read(place))) {
+            state.SkipWithError("a value isn't read as it was set");
         }
     }
+    timeEach(state, places, read);
 }
 
-/// Whether all values are there and of their types.
-bool getAll(const Host& host) {
-    PsetData data;
-    bool found = true;
-    for (const Guid& guid : host.getGuids()) {
-        for (const Property& property : properties) {
-            found &= data.getValue(guid, pset, property.name).getIndex() == property.value.getIndex();
-        }
-    }
-    return found;
+void getValue(benchmark::State& state) {
+    const Model& model = Model::of(state);
+    PsetData overlay;
+    timeReads(
+        state, model.places(number),
+        [&overlay](const Place& place) { return overlay.getValue(place.guid, place.set, place.property); },
+        [](const PropertyValue& value) { return value.get<double>() == number; });
+    state.counters["property_bytes"] = model.getShadowBytes();
 }
 
-/// Writes one property of each wall in the list.
-void setOneEach(const std::vector<Guid>& guids) {
-    PsetData data(false);
-    std::size_t next = 0;
-    for (const Guid& guid : guids) {
-        const Property& property = properties[next++ % std::size(properties)];
-        data.setValue(guid, pset, property.name, property.value);
-    }
+void getPlainValue(benchmark::State& state) {
+    Model& model = Model::of(state);
+    timeReads(
+        state, model.places(number),
+        [&model](const Place& place) { return model.plain.get<double>(place.guid, place.set, place.property); },
+        [](const auto& value) { return value == number; });
+    state.counters["property_bytes"] = model.getPlainBytes();
 }
 
-/// Reads one property of each wall in the list. Gives whether all are there and of their types.
-bool getOneEach(const std::vector<Guid>& guids) {
-    PsetData data;
-    bool found = true;
-    std::size_t next = 0;
-    for (const Guid& guid : guids) {
-        const Property& property = properties[next++ % std::size(properties)];
-        found &= data.getValue(guid, pset, property.name).getIndex() == property.value.getIndex();
-    }
-    return found;
+void getValueAsString(benchmark::State& state) {
+    const Model& model = Model::of(state);
+    PsetData overlay;
+    timeReads(
+        state, model.places(text),
+        [&overlay](const Place& place) { return overlay.getValueAsString(place.guid, place.set, place.property); },
+        [](const auto& value) { return value == text; });
 }
 
-/// The simplest store of the same values.
-using PlainMap = std::unordered_map<Guid, std::map<std::string, object::PropertyValue>>;
-
-PlainMap plainMap(const Host& host) {
-    PlainMap map;
-    for (const Guid& guid : host.getGuids()) {
-        for (const Property& property : properties) {
-            map[guid][property.name] = property.value;
-        }
-    }
-    return map;
+void getPlainValueAsString(benchmark::State& state) {
+    Model& model = Model::of(state);
+    timeReads(
+        state, model.places(text),
+        [&model](const Place& place) { return model.plain.get<std::string>(place.guid, place.set, place.property); },
+        [](const auto& value) { return value == text; });
 }
 
-bool getOneEach(const PlainMap& map, const std::vector<Guid>& guids) {
-    bool found = true;
-    std::size_t next = 0;
-    for (const Guid& guid : guids) {
-        const Property& property = properties[next++ % std::size(properties)];
-        const object::PropertyValue value = map.at(guid).at(property.name);
-        found &= value.getIndex() == property.value.getIndex();
-    }
-    return found;
+void getListValues(benchmark::State& state) {
+    const Model& model = Model::of(state);
+    PsetData overlay;
+    timeReads(
+        state, model.lists(),
+        [&overlay](const Place& place) { return overlay.getListValues(place.guid, place.set, place.property); },
+        [](const auto& values) {
+            return values.size() == listLength && values.back().template get<double>() == number;
+        });
 }
 
-/// The wall from the midst of the model, a thousand times.
-std::vector<Guid> sameWall(const Host& host) {
-    return std::vector<Guid>(1000, host.getGuids()[host.getGuids().size() / 2]);
+void getPlainListValues(benchmark::State& state) {
+    using Values = std::vector<PlainValue>;
+    Model& model = Model::of(state);
+    timeReads(
+        state, model.lists(),
+        [&model](const Place& place) { return model.plain.get<Values>(place.guid, place.set, place.property); },
+        [](const auto& values) { return values && values->size() == listLength; });
 }
 
-std::size_t wallCount(const benchmark::State& state) {
-    return static_cast<std::size_t>(state.range(0));
+template <typename T>
+void setValue(benchmark::State& state, const T& content) {
+    const Model& model = Model::of(state);
+    PsetData overlay(false);
+    const PropertyValue value = content;
+    timeEach(state, model.places(content), [&](const Place& place) {
+        overlay.setValue(place.guid, place.set, place.property, value);
+        return true;
+    });
 }
 
-/// Sets the counter vs_1000. The run at 1,000 walls comes first and leaves the figure that the others are divided by.
-void compare(benchmark::State& state, const std::string& name, double figure) {
-    static std::map<std::string, double> figuresAt1000;
-    if (wallCount(state) == 1000) {
-        figuresAt1000[name] = figure;
-    }
-    if (const auto at1000 = figuresAt1000.find(name); at1000 != figuresAt1000.end()) {
-        state.counters["vs_1000"] = figure / at1000->second;
-    }
+template <typename T>
+void setPlainValue(benchmark::State& state, const T& content) {
+    Model& model = Model::of(state);
+    timeEach(state, model.places(content), [&](const Place& place) {
+        model.plain.set(place.guid, place.set, place.property, content);
+        return true;
+    });
 }
 
-double median(std::vector<double> numbers) {
-    const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
-    std::nth_element(numbers.begin(), middle, numbers.end());
-    return *middle;
+void makeProperty(benchmark::State& state) {
+    const Model& model = Model::of(state);
+    PsetData overlay(false);
+    timeAll(
+        state, model.missing(),
+        [&](const Place& place) { overlay.setValue(place.guid, place.set, place.property, number); },
+        [&](const Place& place) { model.removeLast(place); });
 }
 
-/// What the passes of a run gave.
-struct Passes {
-    std::vector<double> seconds;
-    std::ptrdiff_t leftBytes = 0;
-};
-
-/// Times the passes alone, not what prepares each of them. Prepares once more at the end, which removes what a pass is
-/// meant to leave.
-template <typename Prepare, typename Pass>
-Passes run(benchmark::State& state, const Prepare& prepare, const Pass& pass) {
-    Passes passes;
-    passes.seconds.reserve(static_cast<std::size_t>(state.max_iterations));
-    const std::size_t bytesBefore = liveBytes;
-    for ([[maybe_unused]] const auto iteration : state) {
-        prepare();
-        const auto start = std::chrono::steady_clock::now();
-        pass();
-        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-        state.SetIterationTime(elapsed.count());
-        passes.seconds.push_back(elapsed.count());
-    }
-    prepare();
-    passes.leftBytes = static_cast<std::ptrdiff_t>(liveBytes) - static_cast<std::ptrdiff_t>(bytesBefore);
-    return passes;
+void makePlainProperty(benchmark::State& state) {
+    Model& model = Model::of(state);
+    timeAll(
+        state, model.missing(),
+        [&](const Place& place) { model.plain.set(place.guid, place.set, place.property, number); },
+        [&](const Place& place) { model.plain.findSet(place.guid, place.set)->properties.pop_back(); });
 }
 
-void count(benchmark::State& state, const std::string& name, const Passes& passes, std::size_t valueCount) {
-    const double nanoseconds = median(passes.seconds) * 1e9 / static_cast<double>(valueCount);
-    state.counters["value_ns"] = nanoseconds;
-    state.counters["left_bytes"] = static_cast<double>(passes.leftBytes);
-    compare(state, name, nanoseconds);
+void construct(benchmark::State& state) {
+    Model::of(state);
+    timeEach(state, std::vector<bool>{true}, [](bool readOnly) { return PsetData(readOnly).getDb(); });
 }
 
-void require(benchmark::State& state, bool found) {
-    if (!found) {
-        state.SkipWithError("a value that was set isn't found");
-    }
-}
-
-void setAllOnFreshDatabase(benchmark::State& state) {
-    Host host(wallCount(state));
-    const auto empty = [&host] { host.emptyShadowDb(); };
-    const auto fill = [&host] { setAll(host); };
-    count(state, "setAllOnFreshDatabase", run(state, empty, fill), host.valueCount());
-    fill();
-    require(state, getAll(host));
-}
-
-/// Runs the passes on a database that has all the values.
-template <typename Pass>
-void runOnFullDatabase(benchmark::State& state, const std::string& name, const Host& host, std::size_t valueCount,
-                       const Pass& pass) {
-    setAll(host);
-    const auto nothing = [] {};
-    count(state, name, run(state, nothing, pass), valueCount);
-    require(state, getAll(host));
-}
-
-void getAllFromFullDatabase(benchmark::State& state) {
-    const Host host(wallCount(state));
-    bool found = true;
-    runOnFullDatabase(state, "getAllFromFullDatabase", host, host.valueCount(), [&] { found &= getAll(host); });
-    require(state, found);
-}
-
-void setPresentOnOneWall(benchmark::State& state) {
-    const Host host(wallCount(state));
-    const std::vector<Guid> guids = sameWall(host);
-    runOnFullDatabase(state, "setPresentOnOneWall", host, guids.size(), [&] { setOneEach(guids); });
-}
-
-void getPresentOnOneWall(benchmark::State& state) {
-    const Host host(wallCount(state));
-    const std::vector<Guid> guids = sameWall(host);
-    bool found = true;
-    runOnFullDatabase(state, "getPresentOnOneWall", host, guids.size(), [&] { found &= getOneEach(guids); });
-    require(state, found);
-}
-
-void setPresentOnAnyWall(benchmark::State& state) {
-    Host host(wallCount(state));
-    const std::vector<Guid> guids = host.shuffledGuids();
-    runOnFullDatabase(state, "setPresentOnAnyWall", host, guids.size(), [&] { setOneEach(guids); });
-}
-
-void getPresentOnAnyWall(benchmark::State& state) {
-    Host host(wallCount(state));
-    const std::vector<Guid> guids = host.shuffledGuids();
-    bool found = true;
-    runOnFullDatabase(state, "getPresentOnAnyWall", host, guids.size(), [&] { found &= getOneEach(guids); });
-    require(state, found);
-}
-
-void getFromPlainMapOnAnyWall(benchmark::State& state) {
-    Host host(wallCount(state));
-    const std::vector<Guid> guids = host.shuffledGuids();
-    const PlainMap map = plainMap(host);
-    bool found = true;
-    const auto nothing = [] {};
-    const auto read = [&] { found &= getOneEach(map, guids); };
-    count(state, "getFromPlainMapOnAnyWall", run(state, nothing, read), guids.size());
-    require(state, found);
-}
-
-void heap(benchmark::State& state) {
-    Host host(wallCount(state));
-    const std::size_t before = liveBytes;
-    for ([[maybe_unused]] const auto iteration : state) {
-        host.makeShadowObjects();
-    }
-    const std::size_t withObjects = liveBytes;
-    setAll(host);
-    const std::size_t withProperties = liveBytes;
-    const auto walls = static_cast<double>(wallCount(state));
-    state.counters["object_bytes"] = static_cast<double>(withObjects - before) / walls;
-    state.counters["property_bytes"] =
-        static_cast<double>(withProperties - withObjects) / static_cast<double>(host.valueCount());
-    compare(state, "heap", static_cast<double>(withProperties - before) / walls);
-    require(state, getAll(host));
+void callCallback(benchmark::State& state) {
+    timeEach(state, std::vector{&Model::of(state).getCallback()}, [](const auto* callback) { return (*callback)(); });
 }
 
 void atEachSize(benchmark::internal::Benchmark* benchmark) {
-    benchmark->RangeMultiplier(10)->Range(1000, 100'000);
+    benchmark->Arg(10)->Arg(1000)->Arg(100'000);
 }
 
-BENCHMARK(setAllOnFreshDatabase)->Apply(atEachSize)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(getAllFromFullDatabase)->Apply(atEachSize)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(setPresentOnOneWall)->Apply(atEachSize)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(getPresentOnOneWall)->Apply(atEachSize)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(setPresentOnAnyWall)->Apply(atEachSize)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(getPresentOnAnyWall)->Apply(atEachSize)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(getFromPlainMapOnAnyWall)->Apply(atEachSize)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(heap)->Apply(atEachSize)->Iterations(1)->Unit(benchmark::kMicrosecond);
+BENCHMARK(getValue)->Name("getValue/ours")->Apply(atEachSize);
+BENCHMARK(getPlainValue)->Name("getValue/floor")->Apply(atEachSize);
+BENCHMARK(getValueAsString)->Name("getValueAsString/ours")->Apply(atEachSize);
+BENCHMARK(getPlainValueAsString)->Name("getValueAsString/floor")->Apply(atEachSize);
+BENCHMARK(getListValues)->Name("getListValues/ours")->Apply(atEachSize);
+BENCHMARK(getPlainListValues)->Name("getListValues/floor")->Apply(atEachSize);
+BENCHMARK_CAPTURE(setValue, number, number)->Name("setNumber/ours")->Apply(atEachSize);
+BENCHMARK_CAPTURE(setPlainValue, number, number)->Name("setNumber/floor")->Apply(atEachSize);
+BENCHMARK_CAPTURE(setValue, text, text)->Name("setText/ours")->Apply(atEachSize);
+BENCHMARK_CAPTURE(setPlainValue, text, text)->Name("setText/floor")->Apply(atEachSize);
+BENCHMARK(makeProperty)->Name("makeProperty/ours")->Apply(atEachSize)->UseManualTime();
+BENCHMARK(makePlainProperty)->Name("makeProperty/floor")->Apply(atEachSize)->UseManualTime();
+BENCHMARK(construct)->Name("constructPsetData/ours")->Apply(atEachSize);
+BENCHMARK(callCallback)->Name("constructPsetData/floor")->Apply(atEachSize);
 
 } // namespace
 
