@@ -13,6 +13,8 @@ function(orv_set_target_properties target)
     target_compile_features(${target} PUBLIC cxx_std_20)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden
                                                VISIBILITY_INLINES_HIDDEN ON)
+    # A library's calls of its own operations stay within it, and can be inlined.
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     if(ORV_WARNINGS)
         target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
     endif()

@@ -69,7 +69,7 @@ addSchemaDefToPropertySetDefinition(const Def* definition,
         return nullptr;
     }
     const std::shared_ptr<fc::FcProperty> property = makeProperty(*definition);
-    property->name = definition->property;
+    property->name = std::string_view(definition->property);
     set->addProperty(property);
     return property;
 }
