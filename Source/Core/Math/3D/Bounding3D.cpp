@@ -15,7 +15,8 @@ double greater(double own, double other) {
 }
 
 void checkAxis(double lower, double upper, std::string_view message, std::uint32_t line) {
-    if (assert::Assert::isEnabled() && lower > upper && lower != std::numeric_limits<double>::max()) {
+    const bool isOutOfOrder = lower > upper && lower != std::numeric_limits<double>::max();
+    if (isOutOfOrder && assert::Assert::isEnabled()) {
         assert::Assert::addAssert(
             {0, message, "orv::math::_3d::Bounding::Bounding", "Source/Core/Math/3D/Bounding3D", line});
     }
@@ -30,12 +31,13 @@ Bounding::Bounding(const Point& lower, const Point& upper) : lowerLeft(lower), u
 }
 
 void Extent::uniteWith(const Extent& other) {
-    const Bounding united({lesser(lowerLeft.x, other.lowerLeft.x), lesser(lowerLeft.y, other.lowerLeft.y),
-                           lesser(lowerLeft.z, other.lowerLeft.z)},
-                          {greater(upperRight.x, other.upperRight.x), greater(upperRight.y, other.upperRight.y),
-                           greater(upperRight.z, other.upperRight.z)});
-    lowerLeft = united.lowerLeft;
-    upperRight = united.upperRight;
+    const Point lower{lesser(lowerLeft.x, other.lowerLeft.x), lesser(lowerLeft.y, other.lowerLeft.y),
+                      lesser(lowerLeft.z, other.lowerLeft.z)};
+    const Point upper{greater(upperRight.x, other.upperRight.x), greater(upperRight.y, other.upperRight.y),
+                      greater(upperRight.z, other.upperRight.z)};
+    static_cast<void>(Bounding(lower, upper)); // for its checks
+    lowerLeft = lower;
+    upperRight = upper;
 }
 
 } // namespace orv::math::_3d
