@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <iterator>
 
@@ -145,12 +146,7 @@ std::string Guid::toString(bool asUuid) const {
 }
 
 std::uint64_t Guid::hash() const noexcept {
-    const std::uint64_t high =
-        (static_cast<std::uint64_t>(data1) << 32U) | (static_cast<std::uint64_t>(data2) << 16U) | data3;
-    std::uint64_t low = 0;
-    for (const std::uint8_t byte : data4) {
-        low = (low << 8U) | byte;
-    }
+    const auto [high, low] = std::bit_cast<std::array<std::uint64_t, 2>>(*this);
     return mixed(mixed(mixed(high) ^ low));
 }
 
