@@ -109,23 +109,24 @@ std::optional<bool> booleanOf(const Content& content) {
 }
 
 template <typename T>
-Content contentOrNone(const std::optional<T>& value) {
-    return value ? Content(*value) : Content();
+Content contentOrNone(std::optional<T> value) {
+    return value ? Content(*std::move(value)) : Content();
+}
+
+Content asText(Content given) {
+    return std::holds_alternative<std::string>(given) ? std::move(given) : contentOrNone(textOf(given));
 }
 
 /// What a value without a type makes of the content.
-Content untyped(const Content& given) {
-    if (std::holds_alternative<double>(given)) {
-        return contentOrNone(realOf(given));
-    }
+Content untyped(Content given) {
     const auto number = realOf(given);
-    return number ? Content(*number) : given;
+    return number || std::holds_alternative<double>(given) ? contentOrNone(number) : std::move(given);
 }
 
-Content converted(const Content& given, FcContent wanted) {
+Content converted(Content given, FcContent wanted) {
     switch (wanted) {
     case FcContent::Text:
-        return contentOrNone(textOf(given));
+        return asText(std::move(given));
     case FcContent::Real:
         return contentOrNone(realOf(given));
     case FcContent::Integer:
@@ -138,44 +139,19 @@ Content converted(const Content& given, FcContent wanted) {
     return {};
 }
 
-template <typename T>
-bool holds(const PropertyValue& value) {
-    return value.getType() == typeid(T);
-}
+struct ContentOfAlternative {
+    Content operator()(std::monostate /*none*/) const { return {}; }
 
-Content contentOf(const PropertyValue& value) {
-    if (holds<std::string>(value)) {
-        return value.get<std::string>();
+    template <typename T>
+    Content operator()(const T& held) const {
+        return held;
     }
-    if (holds<double>(value)) {
-        return value.get<double>();
+
+    template <typename T>
+    Content operator()(const std::optional<T>& held) const {
+        return contentOrNone(held);
     }
-    if (holds<int>(value)) {
-        return value.get<int>();
-    }
-    if (holds<bool>(value)) {
-        return value.get<bool>();
-    }
-    if (holds<Logical>(value)) {
-        return value.get<Logical>();
-    }
-    if (holds<std::optional<std::string>>(value)) {
-        return contentOrNone(value.get<std::optional<std::string>>());
-    }
-    if (holds<std::optional<double>>(value)) {
-        return contentOrNone(value.get<std::optional<double>>());
-    }
-    if (holds<std::optional<int>>(value)) {
-        return contentOrNone(value.get<std::optional<int>>());
-    }
-    if (holds<std::optional<bool>>(value)) {
-        return contentOrNone(value.get<std::optional<bool>>());
-    }
-    if (holds<std::optional<Logical>>(value)) {
-        return contentOrNone(value.get<std::optional<Logical>>());
-    }
-    return {};
-}
+};
 
 } // namespace
 
@@ -186,11 +162,11 @@ bool FcValue::setValueOnTypeFromString(const std::string& text) {
 }
 
 bool FcValue::updateValueFromPropertyValue(const PropertyValue& value) {
-    return take(contentOf(value));
+    return take(value.visit(ContentOfAlternative()));
 }
 
-bool FcValue::take(const Content& given) {
-    content = type == nullptr ? untyped(given) : converted(given, type->content);
+bool FcValue::take(Content given) {
+    content = type == nullptr ? untyped(std::move(given)) : converted(std::move(given), type->content);
     return content.index() != 0;
 }
 

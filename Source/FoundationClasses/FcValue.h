@@ -65,7 +65,7 @@ public:
 private:
     using Content = std::variant<std::monostate, std::string, double, int, bool, object::Logical>;
 
-    bool take(const Content& given);
+    bool take(Content given);
 
     const FcValueType* type = nullptr;
     Content content;

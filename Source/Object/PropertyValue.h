@@ -65,9 +65,19 @@ public:
     /// A copy of the alternative T. If another one is held, that is reported, and T{} is given: 0, false,
     /// 0.0, an empty text, an optional that holds nothing.
     template <typename T>
-    T get() const {
-        if (const T* held = std::get_if<T>(&content)) {
+    T get() const& {
+        if (const T* held = getIf<T>()) {
             return *held;
+        }
+        reportOtherType();
+        return T{};
+    }
+
+    /// The same of a value that isn't needed any more: T is moved out of it.
+    template <typename T>
+    T get() && {
+        if (T* held = std::get_if<T>(&content)) {
+            return std::move(*held);
         }
         reportOtherType();
         return T{};
@@ -77,6 +87,12 @@ public:
     template <typename T>
     const T* getIf() const noexcept {
         return std::get_if<T>(&content);
+    }
+
+    /// Calls the visitor with the alternative held, std::monostate for the empty value.
+    template <typename Visitor>
+    decltype(auto) visit(Visitor&& visitor) const {
+        return std::visit(std::forward<Visitor>(visitor), content);
     }
 
 private:

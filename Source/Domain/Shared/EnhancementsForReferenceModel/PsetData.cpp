@@ -53,17 +53,12 @@ void report(std::string_view message, std::string_view function, std::uint32_t l
     }
 }
 
-template <typename T>
-bool holds(const PropertyValue& value) {
-    return value.getType() == typeid(T);
-}
-
 bool holdsNothing(const PropertyValue& value) {
-    if (holds<std::string>(value)) {
-        return value.get<std::string>().empty();
+    if (const auto* text = value.getIf<std::string>()) {
+        return text->empty();
     }
-    if (holds<std::optional<std::string>>(value)) {
-        return value.get<std::optional<std::string>>().value_or("").empty();
+    if (const auto* text = value.getIf<std::optional<std::string>>()) {
+        return !*text || (*text)->empty();
     }
     return value.isEmpty();
 }
@@ -94,12 +89,13 @@ void setSingle(FcPropertySingleValue& property, fc::Data& data, const PropertyVa
 }
 
 void setEnumerated(FcPropertyEnumeratedValue& property, fc::Data& data, const PropertyValue& value) {
-    if (!holds<std::string>(value)) {
+    const auto* const text = value.getIf<std::string>();
+    if (text == nullptr) {
         property.deleteProperty(data, false);
         return;
     }
     std::vector<FcValue> values;
-    for (std::string& part : splitOnSemicolon(value.get<std::string>())) {
+    for (std::string& part : splitOnSemicolon(*text)) {
         values.emplace_back(fc::FcSimpleValue(fc::FcLabel(std::move(part))));
     }
     property.enumerationValues = std::move(values);
@@ -107,14 +103,14 @@ void setEnumerated(FcPropertyEnumeratedValue& property, fc::Data& data, const Pr
 
 /// The texts of the upper bound, the lower bound and the set point, as far as the value gives them.
 std::vector<std::string> boundTexts(const PropertyValue& value) {
-    if (holds<std::string>(value)) {
-        return splitOnSemicolon(value.get<std::string>());
+    if (const auto* text = value.getIf<std::string>()) {
+        return splitOnSemicolon(*text);
     }
-    if (holds<double>(value)) {
-        return {decimalText(value.get<double>())};
+    if (const auto* number = value.getIf<double>()) {
+        return {decimalText(*number)};
     }
-    if (holds<int>(value)) {
-        return {std::to_string(value.get<int>())};
+    if (const auto* number = value.getIf<int>()) {
+        return {std::to_string(*number)};
     }
     report("Only implemented for string, double and int",
            "orv::domain::shared::enhancementsforreferencemodel::PsetData::setValue", 188);
@@ -329,19 +325,21 @@ PropertyValue PsetData::getValue(const Guid& guid, const std::string& pset, cons
 
 std::optional<std::string> PsetData::getValueAsString(const Guid& guid, const std::string& pset,
                                                       const std::string& property) {
-    const PropertyValue value = getValue(guid, pset, property);
-    return value.isEmpty() ? std::nullopt : std::optional(value.get<std::string>());
+    PropertyValue value = getValue(guid, pset, property);
+    return value.isEmpty() ? std::nullopt : std::optional(std::move(value).get<std::string>());
 }
 
 std::optional<double> PsetData::getValueAsDouble(const Guid& guid, const std::string& pset,
                                                  const std::string& property) {
     const PropertyValue value = getValue(guid, pset, property);
-    return holds<double>(value) ? std::optional(value.get<double>()) : std::nullopt;
+    const auto* const number = value.getIf<double>();
+    return number == nullptr ? std::nullopt : std::optional(*number);
 }
 
 std::optional<bool> PsetData::getValueAsBool(const Guid& guid, const std::string& pset, const std::string& property) {
     const PropertyValue value = getValue(guid, pset, property);
-    return holds<bool>(value) ? std::optional(value.get<bool>()) : std::nullopt;
+    const auto* const boolean = value.getIf<bool>();
+    return boolean == nullptr ? std::nullopt : std::optional(*boolean);
 }
 
 std::vector<PropertyValue> PsetData::getListValues(const Guid& guid, const std::string& pset,
