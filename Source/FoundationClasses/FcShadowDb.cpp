@@ -2,6 +2,8 @@
 
 #include "Assert/Assert.h"
 
+#include <utility>
+
 namespace orv::fc {
 
 using core::kernel::FcObjectDefinition;
@@ -20,9 +22,9 @@ void reportOtherType() {
 } // namespace
 
 std::shared_ptr<FcObjectDefinition> FcShadowDb::getShadowObject(const FcObjectDefinition& master) {
-    if (const auto found = model->findByGuid(master.guid)) {
+    if (auto found = model->findByGuid(master.guid)) {
         if (IfcClass::isObjectDefinition(found->kindNumber())) {
-            return std::static_pointer_cast<FcObjectDefinition>(found);
+            return std::static_pointer_cast<FcObjectDefinition>(std::move(found));
         }
         reportOtherType();
     }

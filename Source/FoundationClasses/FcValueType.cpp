@@ -8,13 +8,13 @@ namespace orv::fc {
 namespace {
 
 constexpr FcValueType valueTypes[] = {
-#define VALUE_TYPE(name, content) FcValueType{#name, FcContent::content},
+#define VALUE_TYPE(name, content) FcValueType{std::string_view(#name), FcContent::content},
 #include "FoundationClasses/FcValueTypes.inc"
 #undef VALUE_TYPE
 };
 
 constexpr bool precedes(const FcValueType& row, std::string_view name) {
-    return row.name < name;
+    return std::string_view(row.name) < name;
 }
 
 static_assert(std::is_sorted(std::begin(valueTypes), std::end(valueTypes),

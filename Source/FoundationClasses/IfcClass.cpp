@@ -10,7 +10,7 @@ namespace orv::fc {
 namespace {
 
 constexpr IfcClass presentClasses[] = {
-#define IFC_CLASS(name, kindNumber, lastOfKind) IfcClass{#name, kindNumber, lastOfKind},
+#define IFC_CLASS(name, kindNumber, lastOfKind) IfcClass{std::string_view(#name), kindNumber, lastOfKind},
 #define IFC_RENAMED_CLASS(name, presentName)
 #define IFC_OLDER_CLASS(name, presentClass)
 #include "FoundationClasses/IfcClasses.inc"
@@ -51,29 +51,34 @@ constexpr bool equalsInAnyCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return toUpper(x) == toUpper(y); });
 }
 
-/// An open-addressing hash table of both lists, built by the compiler.
+/// An open-addressing hash table of both lists, built by the compiler. It holds the numbers of the rows in the one list
+/// followed by the other, no addresses.
 class Index {
 public:
     constexpr Index() {
-        for (const IfcClass& row : presentClasses) {
-            insert(row);
-        }
-        for (const IfcClass& row : olderClasses) {
-            insert(row);
+        for (std::uint16_t number = 1; number <= rowCount; ++number) {
+            insert(number);
         }
     }
 
-    constexpr const IfcClass* find(std::string_view name) const {
+    const IfcClass* find(std::string_view name) const {
         std::size_t slot = firstSlot(name);
-        while (slots[slot] != nullptr && !equalsInAnyCase(slots[slot]->name, name)) {
+        while (slots[slot] != 0 && !equalsInAnyCase(row(slots[slot]).name, name)) {
             slot = nextSlot(slot);
         }
-        return slots[slot];
+        return slots[slot] == 0 ? nullptr : &row(slots[slot]);
     }
 
 private:
+    static constexpr std::size_t rowCount = std::size(presentClasses) + std::size(olderClasses);
     static constexpr std::size_t slotCount = 2048;
-    static_assert(slotCount > 2 * (std::size(presentClasses) + std::size(olderClasses)));
+    static_assert(slotCount > 2 * rowCount);
+
+    /// The row of that number, from 1 on.
+    static constexpr const IfcClass& row(std::size_t number) {
+        return number <= std::size(presentClasses) ? presentClasses[number - 1]
+                                                   : olderClasses[number - 1 - std::size(presentClasses)];
+    }
 
     /// FNV-1a over the upper-case letters.
     static constexpr std::size_t firstSlot(std::string_view name) {
@@ -86,15 +91,15 @@ private:
 
     static constexpr std::size_t nextSlot(std::size_t slot) { return (slot + 1) % slotCount; }
 
-    constexpr void insert(const IfcClass& row) {
-        std::size_t slot = firstSlot(row.name);
-        while (slots[slot] != nullptr) {
+    constexpr void insert(std::uint16_t number) {
+        std::size_t slot = firstSlot(row(number).name);
+        while (slots[slot] != 0) {
             slot = nextSlot(slot);
         }
-        slots[slot] = &row;
+        slots[slot] = number;
     }
 
-    std::array<const IfcClass*, slotCount> slots{};
+    std::array<std::uint16_t, slotCount> slots{}; ///< 0 if the slot is empty.
 };
 
 constexpr Index classIndex;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Export.h"
+#include "FoundationClasses/TableName.h"
 
 #include <cstdint>
 #include <string_view>
@@ -10,13 +11,14 @@ namespace orv::fc {
 /// A row of the class table, which holds the classes below IfcRoot and IfcProperty of IFC4X3_ADD2 and what IFC4 and
 /// IFC2X3 had besides. The classes are numbered depth first, so that a class and its descendants hold one closed range.
 struct ORV_EXPORT IfcClass {
-    std::string_view name;    ///< As the schema spells it, as in "IfcWall", and nul-terminated.
+    TableName name;           ///< As the schema spells it, as in "IfcWall".
     std::uint32_t kindNumber; ///< For a class of an older version, that of the present class which stands for it.
     std::uint32_t lastOfKind; ///< The greatest number among the class and its descendants; 0 for a class that is gone.
 
     /// Whether other is this class or one below it. A class that is gone includes itself alone.
     bool includes(const IfcClass& other) const {
-        return name == other.name || (kindNumber <= other.kindNumber && other.kindNumber <= lastOfKind);
+        return name == std::string_view(other.name) ||
+               (kindNumber <= other.kindNumber && other.kindNumber <= lastOfKind);
     }
 
     /// Whether this is IfcObjectDefinition or a class below it.

@@ -69,7 +69,7 @@ addSchemaDefToPropertySetDefinition(const Def* definition,
         return nullptr;
     }
     const std::shared_ptr<fc::FcProperty> property = makeProperty(*definition);
-    property->name = std::string_view(definition->property);
+    property->name = std::string(definition->property); // which takes no more memory than it needs
     set->addProperty(property);
     return property;
 }

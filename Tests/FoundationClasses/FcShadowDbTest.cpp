@@ -19,7 +19,7 @@ TEST_F(FcShadowDbTest, makesEveryClassOfTheTableAndNoOther) {
     for (std::uint32_t number = 0; number < 1000; ++number) {
         if (const IfcClass* row = IfcClass::ofNumber(number)) {
             const auto entity = data->entityCreate(std::string(row->name));
-            ASSERT_NE(entity, nullptr) << row->name;
+            ASSERT_NE(entity, nullptr) << row->name.data();
             EXPECT_EQ(entity->kindNumber(), number);
             EXPECT_EQ(entity->className(), row->name);
             EXPECT_EQ(std::dynamic_pointer_cast<FcProperty>(entity) != nullptr, number >= 166 && number <= 174);

@@ -37,7 +37,8 @@ TEST(SchemaDefinitions, areFoundByTheirExactNamesAlone) {
         const std::string property(definition.property);
         EXPECT_EQ(findSchemaDefForProperty(set, property), &definition) << set << ' ' << property;
         EXPECT_EQ(findSchemaDefForProperty(set, property + 'x'), nullptr) << set << ' ' << property;
-        EXPECT_EQ(definition.enumerationValues.find('\\'), std::string_view::npos) << set << ' ' << property;
+        EXPECT_EQ(std::string_view(definition.enumerationValues).find('\\'), std::string_view::npos)
+            << set << ' ' << property;
     }
     EXPECT_EQ(findSchemaDefForProperty("Pset_WallCommon", "firerating"), nullptr);
     EXPECT_EQ(findSchemaDefForProperty("PSET_WALLCOMMON", "FireRating"), nullptr);
