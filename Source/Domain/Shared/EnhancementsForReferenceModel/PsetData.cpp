@@ -192,6 +192,31 @@ void setNew(const std::shared_ptr<FcPropertySet>& set, const std::string& proper
     }
 }
 
+void setIn(const std::shared_ptr<FcPropertySet>& set, const std::string& property, fc::Data& data,
+           const PropertyValue& value) {
+    if (holdsNothing(value)) {
+        return;
+    }
+    auto present = set->findProperty(property);
+    if (!present) {
+        present = makeProperty(set, property);
+    }
+    if (present) {
+        set->adopt(*present); // a host may have put it there
+        setPresent(*present, data, value);
+    }
+}
+
+void setIn(const std::shared_ptr<FcPropertySet>& set, const std::string& property, fc::Data& /*data*/,
+           const std::vector<PropertyValue>& values) {
+    setNew<FcPropertyListValue>(set, property, values);
+}
+
+void setIn(const std::shared_ptr<FcPropertySet>& set, const std::string& property, fc::Data& /*data*/,
+           const std::vector<PropertyValuePair>& rows) {
+    setNew<FcPropertyTableValue>(set, property, rows);
+}
+
 /// The text between the brackets of the list of values.
 PropertyValue enumeratedValue(const FcProperty& property) {
     auto text = property.getAttributeAsString("EnumerationValues");
@@ -263,47 +288,32 @@ std::shared_ptr<fc::FcShadowDb> PsetData::getDb() {
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const PropertyValue& value) {
-    const auto set = setFor(*object, pset);
-    if (!set || holdsNothing(value)) {
-        return;
-    }
-    auto present = set->findProperty(property);
-    if (!present) {
-        present = makeProperty(set, property);
-    }
-    if (present) {
-        set->adopt(*present); // a host may have put it there
-        setPresent(*present, db->data(), value);
-    }
+    setOn(getShadowObject(*object), pset, property, value);
 }
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const std::vector<PropertyValue>& values) {
-    if (const auto set = setFor(*object, pset)) {
-        setNew<FcPropertyListValue>(set, property, values);
-    }
+    setOn(getShadowObject(*object), pset, property, values);
 }
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const std::vector<PropertyValuePair>& values) {
-    if (const auto set = setFor(*object, pset)) {
-        setNew<FcPropertyTableValue>(set, property, values);
-    }
+    setOn(getShadowObject(*object), pset, property, values);
 }
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const PropertyValue& value) {
-    setValueByGuid(guid, pset, property, value);
+    setOn(getShadowObject(guid), pset, property, value);
 }
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const std::vector<PropertyValue>& values) {
-    setValueByGuid(guid, pset, property, values);
+    setOn(getShadowObject(guid), pset, property, values);
 }
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const std::vector<PropertyValuePair>& values) {
-    setValueByGuid(guid, pset, property, values);
+    setOn(getShadowObject(guid), pset, property, values);
 }
 
 PropertyValue PsetData::getValue(const Guid& guid, const std::string& pset, const std::string& property) {
@@ -371,6 +381,12 @@ std::vector<PropertyValuePair> PsetData::getTableValues(const Guid& guid, const 
     return rows;
 }
 
+std::shared_ptr<FcObjectDefinition> PsetData::findShadowObject(const Guid& guid) const {
+    auto found = db ? db->data().findByGuid(guid) : nullptr;
+    const bool isObject = found && fc::IfcClass::isObjectDefinition(found->kindNumber());
+    return isObject ? std::static_pointer_cast<FcObjectDefinition>(std::move(found)) : nullptr;
+}
+
 std::shared_ptr<const FcObjectDefinition> PsetData::resolveObject(const Guid& guid) const {
     if (!db) {
         return nullptr;
@@ -381,27 +397,33 @@ std::shared_ptr<const FcObjectDefinition> PsetData::resolveObject(const Guid& gu
     return objectCallback() ? objectCallback()(guid) : nullptr;
 }
 
-std::shared_ptr<FcPropertySet> PsetData::setFor(const FcObjectDefinition& object, const std::string& pset) const {
-    const auto shadow = db ? db->getShadowObject(object) : nullptr;
-    return shadow ? shadow->getOrCreatePropertySetDefinition<FcPropertySet>(db->data(), pset) : nullptr;
+std::shared_ptr<FcObjectDefinition> PsetData::getShadowObject(const Guid& guid) const {
+    if (auto shadow = findShadowObject(guid)) {
+        return shadow;
+    }
+    const auto object = resolveObject(guid);
+    return object ? getShadowObject(*object) : nullptr;
+}
+
+std::shared_ptr<FcObjectDefinition> PsetData::getShadowObject(const FcObjectDefinition& object) const {
+    return db ? db->getShadowObject(object) : nullptr;
 }
 
 std::shared_ptr<FcProperty> PsetData::findProperty(const Guid& guid, const std::string& pset,
                                                    const std::string& property) const {
-    const auto found = db ? db->data().findByGuid(guid) : nullptr;
-    if (!found || !fc::IfcClass::isObjectDefinition(found->kindNumber())) {
-        return nullptr;
-    }
-    const auto set =
-        static_cast<const FcObjectDefinition&>(*found).getPropertySetDefinitionNonConst<FcPropertySet>(pset);
+    const auto shadow = findShadowObject(guid);
+    const auto set = shadow ? shadow->getPropertySetDefinitionNonConst<FcPropertySet>(pset) : nullptr;
     return set ? set->findProperty(property) : nullptr;
 }
 
 template <typename Value>
-void PsetData::setValueByGuid(const Guid& guid, const std::string& pset, const std::string& property,
-                              const Value& value) {
-    if (const auto object = resolveObject(guid)) {
-        setValue(object, pset, property, value);
+void PsetData::setOn(const std::shared_ptr<FcObjectDefinition>& shadow, const std::string& pset,
+                     const std::string& property, const Value& value) const {
+    if (!shadow) {
+        return;
+    }
+    if (const auto set = shadow->getOrCreatePropertySetDefinition<FcPropertySet>(db->data(), pset)) {
+        setIn(set, property, db->data(), value);
     }
 }
 

@@ -123,13 +123,16 @@ public:
     getTableValues(const Guid& guid, const std::string& pset, const std::string& property);
 
 private:
+    std::shared_ptr<fc::core::kernel::FcObjectDefinition> findShadowObject(const Guid& guid) const;
     std::shared_ptr<const fc::core::kernel::FcObjectDefinition> resolveObject(const Guid& guid) const;
-    std::shared_ptr<fc::core::kernel::FcPropertySet> setFor(const fc::core::kernel::FcObjectDefinition& object,
-                                                            const std::string& pset) const;
+    std::shared_ptr<fc::core::kernel::FcObjectDefinition> getShadowObject(const Guid& guid) const;
+    std::shared_ptr<fc::core::kernel::FcObjectDefinition>
+    getShadowObject(const fc::core::kernel::FcObjectDefinition& object) const;
     std::shared_ptr<fc::FcProperty> findProperty(const Guid& guid, const std::string& pset,
                                                  const std::string& property) const;
     template <typename Value>
-    void setValueByGuid(const Guid& guid, const std::string& pset, const std::string& property, const Value& value);
+    void setOn(const std::shared_ptr<fc::core::kernel::FcObjectDefinition>& shadow, const std::string& pset,
+               const std::string& property, const Value& value) const;
 
     std::shared_ptr<fc::FcShadowDb> db; // outlives the guard
     ScopeGuard guard;
