@@ -13,8 +13,8 @@ enum class FcContent : std::uint8_t { Text, Real, Integer, Boolean, Logical };
 
 /// A row of the table of value types: one of the defined types of IFC4X3_ADD2 that property values can have.
 struct ORV_EXPORT FcValueType {
-    TableName name;    ///< As the schema spells it, as in "IfcThermalTransmittanceMeasure".
-    FcContent content; ///< IfcNumericMeasure, any number, holds a real.
+    TableName name;                      ///< As the schema spells it, as in "IfcThermalTransmittanceMeasure".
+    FcContent content = FcContent::Text; ///< IfcNumericMeasure, any number, holds a real.
 
     /// The row of exactly that name, null if the table has none. The table lives as long as the process.
     static const FcValueType* find(std::string_view name);

@@ -11,9 +11,13 @@ namespace orv::fc {
 /// A row of the class table, which holds the classes below IfcRoot and IfcProperty of IFC4X3_ADD2 and what IFC4 and
 /// IFC2X3 had besides. The classes are numbered depth first, so that a class and its descendants hold one closed range.
 struct ORV_EXPORT IfcClass {
-    TableName name;           ///< As the schema spells it, as in "IfcWall".
-    std::uint32_t kindNumber; ///< For a class of an older version, that of the present class which stands for it.
-    std::uint32_t lastOfKind; ///< The greatest number among the class and its descendants; 0 for a class that is gone.
+    TableName name; ///< As the schema spells it, as in "IfcWall".
+
+    /// For a class of an older version, that of the present class which stands for it.
+    std::uint32_t kindNumber = 0;
+
+    /// The greatest number among the class and its descendants; 0 for a class that is gone.
+    std::uint32_t lastOfKind = 0;
 
     /// Whether other is this class or one below it. A class that is gone includes itself alone.
     bool includes(const IfcClass& other) const {

@@ -46,7 +46,7 @@ private:
 struct Def {
     DefText propertySet;
     DefText property;
-    PropertyKind kind;
+    PropertyKind kind = PropertyKind::Single;
 
     /// The type of the values, of a table's defining values, or of what a reference refers to; empty if there is none.
     DefText valueType;
