@@ -80,7 +80,7 @@ bool FileLock::keepCopy(const std::filesystem::path& path) const {
     return utilities::keepCopy(OpenFile(descriptor), path);
 }
 
-bool FileLock::replaceContent(std::string_view content) {
+bool FileLock::replaceContent(std::string_view content) const {
     const OpenFile file(descriptor);
     bool isWritten = false;
     if (content.size() < state.size) {

@@ -65,7 +65,7 @@ public:
     /// content written in one call, so that a process that is killed in between leaves either content whole, and a full
     /// disk the old one. Gives false if the file doesn't hold all of it; then the old content stands as far as it
     /// wasn't written over.
-    bool replaceContent(std::string_view content);
+    bool replaceContent(std::string_view content) const;
 
     /// Sets the file's modification time to the present microsecond and gives the state of the file: whoever writes to
     /// it from now on makes another state of it. Nothing if that can't be had for sure, since the file belongs to
