@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <iterator>
 
@@ -80,13 +81,13 @@ private:
                                                    : olderClasses[number - 1 - std::size(presentClasses)];
     }
 
-    /// FNV-1a over the upper-case letters.
+    /// Doesn't tell the cases of a letter apart.
     static constexpr std::size_t firstSlot(std::string_view name) {
-        std::uint32_t hash = 2166136261U;
+        std::uint64_t hash = 0;
         for (const char letter : name) {
-            hash = (hash ^ static_cast<unsigned char>(toUpper(letter))) * 16777619U;
+            hash = std::rotl(hash, 5) ^ (static_cast<unsigned char>(letter) | 0x20U);
         }
-        return (hash ^ (hash >> 16U)) % slotCount;
+        return (hash * 0x9E3779B97F4A7C15U >> 32U) % slotCount;
     }
 
     static constexpr std::size_t nextSlot(std::size_t slot) { return (slot + 1) % slotCount; }
