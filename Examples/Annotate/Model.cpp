@@ -22,7 +22,7 @@ ModelError errorOf(const std::filesystem::path& path, std::string_view problem, 
     return ModelError(sentence);
 }
 
-std::string readText(const std::filesystem::path& path) {
+std::ifstream open(const std::filesystem::path& path) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     if (!std::filesystem::exists(status)) {
@@ -33,17 +33,10 @@ std::string readText(const std::filesystem::path& path) {
         throw errorOf(path, "isn't a file", "Give the path of an IFC file.");
     }
     std::ifstream file(path, std::ios::binary);
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (!file || error) {
+    if (!file) {
         throw errorOf(path, "cannot be opened", "Check the permissions of the file.");
     }
-    std::string text(size, '\0');
-    file.read(text.data(), static_cast<std::streamsize>(size));
-    if (file.bad()) {
-        throw errorOf(path, "cannot be read", "Copy the file to another disk and try again.");
-    }
-    text.resize(static_cast<std::size_t>(file.gcount()));
-    return text;
+    return file;
 }
 
 /// Passes over the header. Gives the first schema that it names, empty text if it names none.
@@ -87,7 +80,10 @@ ModelObject takeObject(StepScanner& scanner, std::uint64_t id, const IfcClass& i
     return object;
 }
 
-void takeInstance(StepScanner& scanner, std::vector<ModelObject>& objects) {
+bool takeInstance(StepScanner& scanner, std::vector<ModelObject>& objects) {
+    if (!scanner.isAt('#')) {
+        return false;
+    }
     const std::string_view digits = scanner.takeInstanceNumber();
     scanner.expect('=');
     const bool isOfManyClasses = scanner.isAt('(');
@@ -102,22 +98,24 @@ void takeInstance(StepScanner& scanner, std::vector<ModelObject>& objects) {
     } else {
         scanner.skipStatement();
     }
+    return true;
 }
 
-std::vector<ModelObject> takeDataSections(StepScanner& scanner) {
-    std::vector<ModelObject> objects;
-    while (scanner.take("DATA")) {
+bool takeDataStart(StepScanner& scanner) {
+    const bool present = scanner.take("DATA");
+    if (present) {
         scanner.skipStatement();
-        while (scanner.isAt('#')) {
-            takeInstance(scanner, objects);
-        }
-        scanner.expect("ENDSEC");
-        scanner.expect(';');
     }
-    return objects;
+    return present;
 }
 
-std::vector<ModelObject> takeFile(StepScanner& scanner) {
+bool takeEnd(StepScanner& scanner, std::string_view keyword) {
+    scanner.expect(keyword);
+    scanner.expect(';');
+    return true;
+}
+
+bool takeFileStart(StepScanner& scanner) {
     if (!scanner.take("ISO-10303-21")) {
         throw StepError("isn't an IFC model: it doesn't begin with ISO-10303-21");
     }
@@ -126,26 +124,33 @@ std::vector<ModelObject> takeFile(StepScanner& scanner) {
     if (!schema.starts_with("IFC2X3") && !schema.starts_with("IFC4")) {
         throw StepError("isn't an IFC model of a known version: its schema is '" + decodeString(schema) + "'");
     }
-    std::vector<ModelObject> objects = takeDataSections(scanner);
-    scanner.expect("END-ISO-10303-21");
-    scanner.expect(';');
-    return objects;
+    return true;
 }
 
-std::string_view withoutByteOrderMark(std::string_view text) {
-    constexpr std::string_view mark = "\xef\xbb\xbf";
-    return text.substr(text.starts_with(mark) ? mark.size() : 0);
+std::vector<ModelObject> takeFile(StepScanner& scanner) {
+    std::vector<ModelObject> objects;
+    scanner.takePart([&] { return takeFileStart(scanner); });
+    while (scanner.takePart([&] { return takeDataStart(scanner); })) {
+        while (scanner.takePart([&] { return takeInstance(scanner, objects); })) {
+        }
+        scanner.takePart([&] { return takeEnd(scanner, "ENDSEC"); });
+    }
+    scanner.takePart([&] { return takeEnd(scanner, "END-ISO-10303-21"); });
+    return objects;
 }
 
 } // namespace
 
 Model Model::read(const std::filesystem::path& path) {
-    const std::string text = readText(path);
-    StepScanner scanner(withoutByteOrderMark(text));
+    std::ifstream file = open(path);
     try {
+        file.exceptions(std::ios::badbit);
+        StepScanner scanner(file);
         return Model(takeFile(scanner));
-    } catch (const StepError& error) {
-        throw errorOf(path, error.what(), "Export the model again, as an IFC file of IFC2X3, IFC4 or later.");
+    } catch (const StepError& problem) {
+        throw errorOf(path, problem.what(), "Export the model again, as an IFC file of IFC2X3, IFC4 or later.");
+    } catch (const std::ios_base::failure&) {
+        throw errorOf(path, "cannot be read", "Copy the file to another disk and try again.");
     }
 }
 

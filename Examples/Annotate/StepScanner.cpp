@@ -34,7 +34,7 @@ constexpr std::array<unsigned char, 256> kindsOfCharacters = [] {
     return kinds;
 }();
 
-constexpr bool is(Kind kind, char character) {
+constexpr bool is(unsigned char kind, char character) {
     return (kindsOfCharacters[static_cast<unsigned char>(character)] & kind) != 0;
 }
 
@@ -42,42 +42,37 @@ constexpr char toUpper(char character) {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
-/// Moves next over the characters of the kind and gives them.
-std::string_view takeAll(Kind kind, const char*& next, const char* end) {
-    const char* const start = next;
-    next = std::find_if_not(start, end, [kind](char character) { return is(kind, character); });
-    return {start, next};
-}
-
 } // namespace
 
-StepScanner::StepScanner(std::string_view text)
-    : begin(text.data()), next(text.data()), end(text.data() + text.size()) {}
-
-bool StepScanner::take(char character) {
-    const bool present = peek() == character;
-    if (present) {
-        ++next;
+StepScanner::StepScanner(std::istream& stepFile) : file(stepFile) {
+    constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+    readMore();
+    if (block.starts_with(byteOrderMark)) {
+        next += byteOrderMark.size();
     }
-    return present;
+}
+
+/// Moves over the characters of the kind and gives them.
+template <unsigned char kind>
+std::string_view StepScanner::takeAll() {
+    const char* const start = next;
+    next = std::find_if_not(start, end, [](char character) { return is(kind, character); });
+    if (next == end) {
+        requireFileEnd();
+    }
+    return {start, next};
 }
 
 bool StepScanner::take(std::string_view keyword) {
     skipBlanks();
     const char* const start = next;
-    const std::string_view found = takeAll(keywordCharacter, next, end);
+    const std::string_view found = takeAll<keywordCharacter>();
     const bool present = std::equal(found.begin(), found.end(), keyword.begin(), keyword.end(),
                                     [](char a, char b) { return toUpper(a) == b; });
     if (!present) {
         next = start;
     }
     return present;
-}
-
-void StepScanner::expect(char character) {
-    if (!take(character)) {
-        fail(std::string{'\'', character, '\''});
-    }
 }
 
 void StepScanner::expect(std::string_view keyword) {
@@ -88,7 +83,7 @@ void StepScanner::expect(std::string_view keyword) {
 
 std::string_view StepScanner::takeKeyword() {
     skipBlanks();
-    const std::string_view keyword = takeAll(keywordCharacter, next, end);
+    const std::string_view keyword = takeAll<keywordCharacter>();
     if (keyword.empty()) {
         fail("a keyword");
     }
@@ -97,7 +92,7 @@ std::string_view StepScanner::takeKeyword() {
 
 std::string_view StepScanner::takeInstanceNumber() {
     expect('#');
-    const std::string_view digits = takeAll(digit, next, end);
+    const std::string_view digits = takeAll<digit>();
     if (digits.empty()) {
         fail("the number of an instance");
     }
@@ -168,6 +163,7 @@ void StepScanner::skipStatement() {
 
 void StepScanner::fail(std::string_view expected) const {
     if (next == end) {
+        requireFileEnd();
         throw StepError("is cut off: it ends in line " + lineOf(next));
     }
     throw StepError("has a syntax error in line " + lineOf(next) + ": " + std::string(expected) + " is missing");
@@ -175,7 +171,10 @@ void StepScanner::fail(std::string_view expected) const {
 
 void StepScanner::skipBlanks() {
     for (;;) {
-        takeAll(blank, next, end);
+        takeAll<blank>();
+        if (end - next == 1) {
+            requireFileEnd();
+        }
         if (!std::string_view(next, end).starts_with("/*")) {
             return;
         }
@@ -230,23 +229,47 @@ void StepScanner::skipSimpleParameter() {
         }
         break;
     default:
-        if (takeAll(numberCharacter, next, end).empty()) {
+        if (takeAll<numberCharacter>().empty()) {
             fail("a parameter");
         }
     }
 }
 
+void StepScanner::fail(char expected) const {
+    fail(std::string{'\'', expected, '\''});
+}
+
+/// Reads on behind what is left of the block.
+void StepScanner::readMore() {
+    constexpr std::size_t blockSize = 128UL * 1024;
+    blockPosition = position();
+    block.erase(0, static_cast<std::size_t>(next - block.data()));
+    const std::size_t left = block.size();
+    block.resize(left + std::max(left, blockSize));
+    file.read(block.data() + left, static_cast<std::streamsize>(block.size() - left));
+    block.resize(left + static_cast<std::size_t>(file.gcount()));
+    isLastBlock = !file;
+    next = block.data();
+    end = next + block.size();
+}
+
 void StepScanner::failUnfinished(std::string_view what, const char* start) const {
+    requireFileEnd();
     throw StepError("is cut off: it ends inside " + std::string(what) + " that begins in line " + lineOf(start));
 }
 
+/// Reads the file again, so that only who needs a line pays for the counting.
 std::string StepScanner::lineOf(const char* place) const {
     std::size_t line = 1;
-    for (const char* character = begin; character != place; ++character) {
-        const bool first = *character == '\n' && (character == begin || character[-1] != '\r');
-        if (first || *character == '\r') {
+    int previous = 0;
+    file.clear();
+    file.seekg(0);
+    for (std::uintmax_t left = positionOf(place); left > 0; --left) {
+        const int character = file.get();
+        if (character == '\r' || (character == '\n' && previous != '\r')) {
             ++line;
         }
+        previous = character;
     }
     return std::to_string(line);
 }

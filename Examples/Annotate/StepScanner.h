@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <istream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -13,20 +15,52 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Walks through the text of a STEP file (ISO 10303-21), one token after the other. Each operation first passes over
-/// the blanks and comments ahead. Every operation throws StepError where the text isn't as it says, or ends.
+/// Walks through a STEP file (ISO 10303-21), one token after the other. Each operation first passes over the blanks and
+/// comments ahead. Every operation throws StepError where the text isn't as it says, or ends. There is a block of the
+/// file in memory at a time.
 class StepScanner {
 public:
-    /// Begins at the start of text, which outlives the scanner.
-    explicit StepScanner(std::string_view text);
+    /// Begins at the start of the file, which outlives the scanner.
+    explicit StepScanner(std::istream& file);
+    StepScanner(const StepScanner&) = delete;
+    StepScanner& operator=(const StepScanner&) = delete;
+
+    /// Calls part, which takes a part of the file and tells whether there was one, and gives what it tells. Only within
+    /// part can anything be taken, and only there the texts that are taken are valid. Where the block ends inside the
+    /// part, a larger one is read and part is called again, so it has no effects before it has taken all.
+    template <typename Part>
+    bool takePart(const Part& part) {
+        for (;;) {
+            const char* const start = next;
+            try {
+                return part();
+            } catch (const BlockEnd&) {
+                next = start;
+                readMore();
+            }
+        }
+    }
+
+    /// How many bytes of the file have been passed over.
+    std::uintmax_t position() const { return positionOf(next); }
 
     /// Whether character, or keyword in any letter case, comes next; passes over it if so. False at the end
     /// of the text.
-    bool take(char character);
+    bool take(char character) {
+        const bool present = peek() == character;
+        if (present) {
+            ++next;
+        }
+        return present;
+    }
     bool take(std::string_view keyword);
 
     /// The same for what must come next.
-    void expect(char character);
+    void expect(char character) {
+        if (!take(character)) {
+            fail(character);
+        }
+    }
     void expect(std::string_view keyword);
 
     /// Any keyword.
@@ -54,6 +88,9 @@ public:
     [[noreturn]] void fail(std::string_view expected) const;
 
 private:
+    /// Thrown where the block ends and the file doesn't.
+    class BlockEnd {};
+
     char current() const { return next == end ? '\0' : *next; }
     char peek() {
         if (current() <= ' ' || current() == '/') {
@@ -61,16 +98,33 @@ private:
         }
         return current();
     }
+    template <unsigned char kind>
+    std::string_view takeAll();
     void skipBlanks();
     void skipComment();
     std::size_t skipListStarts();
     void skipSimpleParameter();
+
+    [[noreturn]] void fail(char expected) const;
+    void readMore();
+    void requireFileEnd() const {
+        if (!isLastBlock) {
+            throw BlockEnd();
+        }
+    }
+
     [[noreturn]] void failUnfinished(std::string_view what, const char* start) const;
+    std::uintmax_t positionOf(const char* place) const {
+        return blockPosition + static_cast<std::uintmax_t>(place - block.data());
+    }
     std::string lineOf(const char* place) const;
 
-    const char* begin;
-    const char* next;
-    const char* end;
+    std::istream& file;
+    std::string block;
+    std::uintmax_t blockPosition = 0;
+    bool isLastBlock = false;
+    const char* next = block.data();
+    const char* end = block.data();
 };
 
 } // namespace annotate

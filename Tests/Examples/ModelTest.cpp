@@ -66,6 +66,15 @@ TEST_F(ModelTest, listsTheObjectDefinitionsOfTheData) {
     EXPECT_EQ(shown("\xef\xbb\xbf" + header + wall + footer), found);
 }
 
+TEST_F(ModelTest, readsStatementsWhereverABlockOfTheFileEnds) {
+    const std::string statement = "\r\n#7=IFCWALL/*;*/('" + id + "',$,'A''B',(.T.,\"0F\",IFCX(-1.5)),';');";
+    const std::string point = "#1=IFCPOINT('a''b',/*;*/1.);";
+    for (std::size_t left = 0; left < statement.size() + point.size(); ++left) {
+        const std::string filled = header + std::string(128UL * 1024 - header.size() - left, ' ') + statement;
+        EXPECT_EQ(shown(filled + point + footer), "7 IfcWall " + id + " A'B;") << left;
+    }
+}
+
 TEST_F(ModelTest, findsTheFirstObjectOfAValidGlobalId) {
     const std::string uuid = "7b7032cc-b822-417b-9aea-6429f95d6512";
     const Model model = read(header + "#1=IFCWALL('" + uuid + "',$,$);#2=IFCWALL('bad',$,$);" + wall + "#8=IFCDOOR('" +
