@@ -2,6 +2,7 @@
 
 #include "Annotate/StepScanner.h"
 #include "Annotate/StepString.h"
+#include "Annotate/Terminal.h"
 #include "FoundationClasses/IfcClass.h"
 
 #include <charconv>
@@ -127,11 +128,12 @@ bool takeFileStart(StepScanner& scanner) {
     return true;
 }
 
-std::vector<ModelObject> takeFile(StepScanner& scanner) {
+std::vector<ModelObject> takeFile(StepScanner& scanner, ReadProgress& progress) {
     std::vector<ModelObject> objects;
     scanner.takePart([&] { return takeFileStart(scanner); });
     while (scanner.takePart([&] { return takeDataStart(scanner); })) {
         while (scanner.takePart([&] { return takeInstance(scanner, objects); })) {
+            progress.reach(scanner.position());
         }
         scanner.takePart([&] { return takeEnd(scanner, "ENDSEC"); });
     }
@@ -143,10 +145,12 @@ std::vector<ModelObject> takeFile(StepScanner& scanner) {
 
 Model Model::read(const std::filesystem::path& path) {
     std::ifstream file = open(path);
+    std::error_code error;
+    ReadProgress progress(std::filesystem::file_size(path, error));
     try {
         file.exceptions(std::ios::badbit);
         StepScanner scanner(file);
-        return Model(takeFile(scanner));
+        return Model(takeFile(scanner, progress));
     } catch (const StepError& problem) {
         throw errorOf(path, problem.what(), "Export the model again, as an IFC file of IFC2X3, IFC4 or later.");
     } catch (const std::ios_base::failure&) {

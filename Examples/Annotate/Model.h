@@ -34,7 +34,8 @@ public:
 class Model {
 public:
     /// Reads a model of IFC2X3, IFC4 or a later schema from a file in the STEP physical file form (ISO
-    /// 10303-21). Throws ModelError if path isn't a file of that form, or is cut off, or has a syntax error.
+    /// 10303-21). Throws ModelError if path isn't a file of that form, or is cut off, or has a syntax error. In a
+    /// terminal a large model shows how far it is.
     static Model read(const std::filesystem::path& path);
 
     /// All objects in the order of the file.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cwchar>
 #include <iostream>
+#include <limits>
 #include <unistd.h>
 
 namespace annotate {
@@ -90,6 +91,28 @@ std::string printable(std::string_view text) {
 void printStored(const std::filesystem::path& path) {
     if (!(std::cout << "Stored in " << printable(path.string()) << ".\n" << std::flush)) {
         throw RequestError("It is stored in " + path.string() + ", but the output couldn't be written.");
+    }
+}
+
+ReadProgress::ReadProgress(std::uintmax_t fileSize) : size(fileSize) {
+    if (::isatty(STDERR_FILENO) == 0) {
+        nextStep = std::numeric_limits<std::uintmax_t>::max();
+    }
+}
+
+ReadProgress::~ReadProgress() {
+    if (isShown) {
+        std::cerr << "\r                       \r";
+    }
+}
+
+void ReadProgress::step(std::uintmax_t position) {
+    constexpr auto moment = std::chrono::milliseconds(50);
+    const std::uintmax_t percent = std::max<std::uintmax_t>(size / 100, 1);
+    nextStep = position + percent;
+    if (std::chrono::steady_clock::now() - start >= moment) {
+        std::cerr << "\rReading the model: " + std::to_string(std::min<std::uintmax_t>(position / percent, 99)) + "%";
+        isShown = true;
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -13,6 +15,31 @@ std::string printable(std::string_view text);
 
 /// Says that an addition is in the file. Throws RequestError if that couldn't be said.
 void printStored(const std::filesystem::path& path);
+
+/// Shows in the terminal that standard error may be how far the reading of a model is. It stays away for the first
+/// moment, and takes itself away at the end.
+class ReadProgress {
+public:
+    explicit ReadProgress(std::uintmax_t fileSize);
+    ReadProgress(const ReadProgress&) = delete;
+    ReadProgress& operator=(const ReadProgress&) = delete;
+    ~ReadProgress();
+
+    /// So much of the file has been read.
+    void reach(std::uintmax_t position) {
+        if (position >= nextStep) {
+            step(position);
+        }
+    }
+
+private:
+    void step(std::uintmax_t position);
+
+    std::uintmax_t size;
+    std::uintmax_t nextStep = 0;
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    bool isShown = false;
+};
 
 using Row = std::vector<std::string>;
 
