@@ -26,6 +26,7 @@ void* counted(void* block) {
 
 } // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
 void* malloc(std::size_t size) {
@@ -46,6 +47,7 @@ void free(void* block) {
     __libc_free(block);
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 namespace orv::benchmarks {
 

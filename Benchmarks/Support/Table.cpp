@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <map>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,9 +36,10 @@ std::string withUnit(double nanoseconds) {
     for (; nanoseconds >= 1000 && unit + 1 < units.size(); ++unit) {
         nanoseconds /= 1000;
     }
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.3g %s", nanoseconds, units.at(unit));
-    return text.data();
+    std::ostringstream text;
+    text.precision(3);
+    text << nanoseconds << ' ' << units.at(unit);
+    return text.str();
 }
 
 struct Row {
@@ -82,15 +84,19 @@ public:
 
 private:
     void add(const Run& run) {
-        const std::string& function = run.run_name.function_name;
-        const std::size_t slash = function.rfind('/');
-        Row& row = rowOf(function.substr(0, slash), run.run_name.args);
+        std::istringstream parts(run.run_name.function_name + "/" + run.run_name.args);
+        std::string operation;
+        std::string who;
+        std::string size;
+        std::getline(parts, operation, '/');
+        std::getline(parts, who, '/');
+        std::getline(parts, size, '/');
+        Row& row = rowOf(operation, size);
         const auto items = run.counters.find("items_per_second");
         constexpr double nanosecondsPerSecond = 1e9;
         const double seconds = items != run.counters.end()
                                    ? 1 / items->second
                                    : run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
-        const std::string who = function.substr(slash + 1);
         timesOf(row.times, who).push_back(seconds * nanosecondsPerSecond);
         for (const auto& [name, counter] : run.counters) {
             if (who == "ours" && !name.ends_with("_per_second")) {

@@ -2,22 +2,17 @@
 
 #include "Export.h"
 
-#include <compare>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <utility>
 
 namespace orv::utilities {
 
 /// Which file it is, and what tells one state of it from another without reading it.
 struct FileState {
-    /// A file keeps its identity when it is written or renamed.
-    struct Identity {
-        std::uint64_t device;
-        std::uint64_t number;
-
-        auto operator<=>(const Identity&) const = default;
-    };
+    /// The device and the number of the file there, which it keeps when it is written or renamed.
+    using Identity = std::pair<std::uint64_t, std::uint64_t>;
 
     Identity identity;
     std::uint64_t size;            // in bytes

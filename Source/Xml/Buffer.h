@@ -47,8 +47,8 @@ private:
 
     template <std::size_t Size>
     static void copyEnds(std::string_view piece, char* to) {
-        std::array<char, Size> first;
-        std::array<char, Size> last;
+        std::array<char, Size> first{};
+        std::array<char, Size> last{};
         std::memcpy(first.data(), piece.data(), Size);
         std::memcpy(last.data(), piece.data() + piece.size() - Size, Size);
         std::memcpy(to, first.data(), Size);

@@ -16,6 +16,7 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
@@ -52,7 +53,7 @@ public:
         EnhancementBase::setAttributes(attributes);
         for (const auto& [name, text] : attributes) {
             if (name == "Number") {
-                number = std::atoi(text.c_str());
+                std::from_chars(text.data(), text.data() + text.size(), number);
             } else if (name == "Visible") {
                 visible = text == "true";
             } else if (name == "Label") {

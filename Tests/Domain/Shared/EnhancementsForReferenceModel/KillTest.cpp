@@ -24,7 +24,7 @@ protected:
         const pid_t child = ::fork();
         if (child == 0) {
             ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-            ::raise(SIGSTOP);
+            static_cast<void>(::raise(SIGSTOP));
             action();
             ::_exit(0);
         }

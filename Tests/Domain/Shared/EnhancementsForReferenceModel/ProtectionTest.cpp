@@ -140,7 +140,7 @@ TEST_F(ProtectionTest, leavesTheOldDocumentWholeWhenThereIsNoSpaceForTheNewOne) 
     rlimit limit{};
     ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
     const rlim_t usual = std::exchange(limit.rlim_cur, document({"a"}).size() + 20);
-    std::signal(SIGXFSZ, SIG_IGN);
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
     EXPECT_TRUE(add("b"));
     EXPECT_EQ(contentOf(path), document({"a"}));
