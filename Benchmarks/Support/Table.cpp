@@ -16,13 +16,7 @@
 
 namespace {
 
-/// In nanoseconds, with the repetitions of each.
-using Times = std::vector<std::pair<std::string, std::vector<double>>>;
-
-std::vector<double>& timesOf(Times& times, const std::string& who) {
-    const auto known = std::find_if(times.begin(), times.end(), [&](const auto& each) { return each.first == who; });
-    return known == times.end() ? times.emplace_back(who, std::vector<double>()).second : known->second;
-}
+constexpr const char* ours = "ours";
 
 double median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -43,11 +37,22 @@ std::string withUnit(double nanoseconds) {
 }
 
 struct Row {
-    std::string operation;
-    std::string size;
-    Times times;
-    std::map<std::string, double> counters; // those of ours
+    std::map<std::string, std::vector<double>> times; // by who, in nanoseconds, with all repetitions
+    std::map<std::string, double> counters;           // those of ours
 };
+
+void print(const std::string& operation, const std::string& size, Row& row) {
+    const double time = median(row.times[ours]);
+    std::printf("%-22s %7s %10s  ", operation.c_str(), size.c_str(), withUnit(time).c_str());
+    row.times.erase(ours);
+    for (const auto& [who, times] : row.times) {
+        std::printf(" %s %.3g", who.c_str(), time / median(times));
+    }
+    for (const auto& [name, value] : row.counters) {
+        std::printf(" [%s %.3g]", name.c_str(), value);
+    }
+    std::printf("\n");
+}
 
 class TableReporter : public benchmark::BenchmarkReporter {
 public:
@@ -64,21 +69,12 @@ public:
     }
 
     void Finalize() override {
-        for (Row& row : rows) {
-            if (timesOf(row.times, "ours").empty()) {
-                continue; // It failed, or was filtered out.
-            }
-            const double ours = median(timesOf(row.times, "ours"));
-            std::printf("%-28s %8s %10s  ", row.operation.c_str(), row.size.c_str(), withUnit(ours).c_str());
-            for (const auto& [who, times] : row.times) {
-                if (who != "ours") {
-                    std::printf(" %s %.3g", who.c_str(), ours / median(times));
+        for (auto& [operation, sizes] : rows) {
+            for (auto& [lengthAndSize, row] : sizes) {
+                if (row.times.contains(ours)) { // It may have failed, or been filtered out.
+                    print(operation, lengthAndSize.second, row);
                 }
             }
-            for (const auto& [name, value] : row.counters) {
-                std::printf(" [%s %.3g]", name.c_str(), value);
-            }
-            std::printf("\n");
         }
     }
 
@@ -91,27 +87,22 @@ private:
         std::getline(parts, operation, '/');
         std::getline(parts, who, '/');
         std::getline(parts, size, '/');
-        Row& row = rowOf(operation, size);
+        Row& row = rows[operation][{size.size(), size}];
         const auto items = run.counters.find("items_per_second");
         constexpr double nanosecondsPerSecond = 1e9;
         const double seconds = items != run.counters.end()
                                    ? 1 / items->second
                                    : run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
-        timesOf(row.times, who).push_back(seconds * nanosecondsPerSecond);
+        row.times[who].push_back(seconds * nanosecondsPerSecond);
         for (const auto& [name, counter] : run.counters) {
-            if (who == "ours" && !name.ends_with("_per_second")) {
+            if (who == ours && !name.ends_with("_per_second")) {
                 row.counters[name] = counter;
             }
         }
     }
 
-    Row& rowOf(const std::string& operation, const std::string& size) {
-        const auto known = std::find_if(rows.begin(), rows.end(),
-                                        [&](const Row& row) { return row.operation == operation && row.size == size; });
-        return known == rows.end() ? rows.emplace_back(Row{operation, size, {}, {}}) : *known;
-    }
-
-    std::vector<Row> rows;
+    // By operation, and then by size, the shorter numbers first.
+    std::map<std::string, std::map<std::pair<std::size_t, std::string>, Row>> rows;
 };
 
 } // namespace

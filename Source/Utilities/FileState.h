@@ -5,14 +5,22 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <utility>
+#include <tuple>
 
 namespace orv::utilities {
 
 /// Which file it is, and what tells one state of it from another without reading it.
 struct FileState {
-    /// The device and the number of the file there, which it keeps when it is written or renamed.
-    using Identity = std::pair<std::uint64_t, std::uint64_t>;
+    /// A file keeps its identity when it is written or renamed.
+    struct Identity {
+        std::uint64_t device;
+        std::uint64_t number; // of the file there
+
+        bool operator==(const Identity&) const = default;
+        bool operator<(const Identity& other) const {
+            return std::tie(device, number) < std::tie(other.device, other.number);
+        }
+    };
 
     Identity identity;
     std::uint64_t size;            // in bytes

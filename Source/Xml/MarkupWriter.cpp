@@ -58,11 +58,15 @@ public:
     void appendText(std::string_view text) {
         openElements.back().isEmpty = false;
         openElements.back().isInline = true;
-        if (text.empty()) {
-            out.append("<![CDATA[]]>");
-        } else {
-            appendEscapedText(out, text);
-        }
+        appendCharacters(text);
+    }
+
+    void appendElement(std::string_view name, std::string_view text) {
+        const Names::Name& known = names[names.numberOf(name)];
+        startChild();
+        out.append(known.startTag);
+        appendCharacters(text);
+        out.append(known.endTag);
     }
 
     void appendMarkup(std::string_view markup) {
@@ -95,6 +99,14 @@ private:
         bool isEmpty;
         bool isInline;
     };
+
+    void appendCharacters(std::string_view text) {
+        if (text.empty()) {
+            out.append("<![CDATA[]]>");
+        } else {
+            appendEscapedText(out, text);
+        }
+    }
 
     void startChild() {
         if (openElements.empty()) {
@@ -152,9 +164,7 @@ void MarkupWriter::endElement() {
 }
 
 void MarkupWriter::appendElement(std::string_view name, std::string_view text) {
-    state->startElement(name, {}, true);
-    state->appendText(text);
-    state->endElement();
+    state->appendElement(name, text);
 }
 
 std::string_view MarkupWriter::getText() const {

@@ -47,7 +47,13 @@ class Mark : public EnhancementBase {
 public:
     std::string getEntityName() const override { return "Mark"; }
     std::vector<std::pair<std::string, orv::object::PropertyValue>> getAttributes() const override {
-        return {{"Number", number}, {"Visible", visible}, {"Label", label}, {"Remark", remark}};
+        std::vector<std::pair<std::string, orv::object::PropertyValue>> attributes;
+        attributes.reserve(4);
+        attributes.emplace_back("Number", number);
+        attributes.emplace_back("Visible", visible);
+        attributes.emplace_back("Label", label);
+        attributes.emplace_back("Remark", remark);
+        return attributes;
     }
     void setAttributes(const std::vector<std::pair<std::string, std::string>>& attributes) override {
         EnhancementBase::setAttributes(attributes);
