@@ -66,7 +66,7 @@ std::unique_ptr<FileLock> lock(const std::filesystem::path& path, bool exclusive
 
 /// The load writes, so a file that can't be written would look like one without records.
 void requireWritable(const std::filesystem::path& path) {
-    const auto released = lock(path, true, FileLock::Access::ReadWrite);
+    static_cast<void>(lock(path, true, FileLock::Access::ReadWrite)); // released at once
 }
 
 bool isPresent(const std::filesystem::path& path) {

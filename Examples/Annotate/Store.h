@@ -16,10 +16,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Waits until no other annotate is at the additions to the model, and keeps others waiting for as long as the result
-/// lives. What another process adds between a load and an addition would leave the store for a kept copy otherwise: the
-/// store's own lock covers single writes. Throws StoreError after a minute. Gives null, with no turn taken, on a file system that has no such
-/// lock for a file that may only be read.
+/// Waits until no other annotate is working on the model, and keeps others waiting while the result lives. Without it,
+/// what another process adds between a load and an addition would survive only in a kept copy. Throws StoreError after
+/// a minute. Gives null, with no turn taken, on a file system that can't lock a file opened for reading.
 std::unique_ptr<orv::utilities::FileLock> waitForTurn(const std::filesystem::path& model);
 
 /// What users added to a model, notes and property edits, in its file. There can be one in a process, as there is one

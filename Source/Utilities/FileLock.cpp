@@ -4,6 +4,7 @@
 #include "Utilities/OpenFile.h"
 
 #include <chrono>
+#include <cstdint>
 #include <ext/stdio_filebuf.h>
 #include <fcntl.h>
 #include <string>
@@ -30,16 +31,16 @@ std::optional<FileState> lock(const OwnedFile& file, const std::filesystem::path
 std::unique_ptr<FileLock> FileLock::tryLock(const std::filesystem::path& path, bool exclusive, Access access) {
     OwnedFile file(path, access == Access::ReadWrite ? O_RDWR : O_RDONLY);
     const auto found = lock(file, path, exclusive);
-    return found ? hold(file, *found, access) : nullptr;
+    return found ? adopt(file, *found, access) : nullptr;
 }
 
 std::unique_ptr<FileLock> FileLock::tryLockNew(const std::filesystem::path& path) {
     OwnedFile file(path, O_RDWR | O_CREAT);
     const auto found = lock(file, path, true);
-    return found && found->size == 0 ? hold(file, *found, Access::ReadWrite) : nullptr;
+    return found && found->size == 0 ? adopt(file, *found, Access::ReadWrite) : nullptr;
 }
 
-std::unique_ptr<FileLock> FileLock::hold(OwnedFile& file, const FileState& found, Access access) {
+std::unique_ptr<FileLock> FileLock::adopt(OwnedFile& file, const FileState& found, Access access) {
     const auto direction = access == Access::ReadWrite ? std::ios_base::out : std::ios_base::in;
     std::unique_ptr<FileLock> lock(new FileLock(file.get(), found, access));
     // The standard has no way from a descriptor to a stream. A buffer that fails to open leaves the
@@ -64,7 +65,7 @@ FileLock::~FileLock() {
     stream.flush();
     const std::streamoff written = stream.tellp();
     if (stream.good() && written > 0) {
-        OpenFile(descriptor).cut(static_cast<std::uint64_t>(written));
+        OpenFile(descriptor).truncate(static_cast<std::uint64_t>(written));
     }
 }
 
@@ -94,7 +95,7 @@ bool FileLock::replaceContent(std::string_view content) const {
         isWritten = file.write(reserve, state.size) && file.write(content, 0);
     }
     // Cut in any case: others don't always keep to the lock.
-    return file.cut(isWritten ? content.size() : state.size) && isWritten;
+    return file.truncate(isWritten ? content.size() : state.size) && isWritten;
 }
 
 std::optional<FileState> FileLock::seal() const {

@@ -3,7 +3,6 @@
 #include "Export.h"
 #include "Utilities/FileState.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -56,15 +55,15 @@ public:
 
     /// Makes sure that a copy of the present content is kept, in a file NAME.kept-UTCTIME beside the path by which the
     /// file was locked. The time is to the microsecond, as in notes.xml.kept-20261122T184501.250000Z, and no file has
-    /// such a name before it is whole and synced. The same content isn't kept twice. Gives false if the copy can't be
-    /// made or the directory can't be read.
+    /// such a name before it is whole and synced. The same content isn't kept twice. Gives false, with no part of a
+    /// copy left behind, if the copy can't be made or the directory can't be read.
     bool keepCopy(const std::filesystem::path& path) const;
 
-    /// Writes content, of XML or another format in which line feeds at the end don't count, in place of the whole file;
-    /// for ReadWrite, once in a hold, and with nothing written to the stream. The space is reserved first and the
-    /// content written in one call, so that a process that is killed in between leaves either content whole, and a full
-    /// disk the old one. Gives false if the file doesn't hold all of it; then the old content stands as far as it
-    /// wasn't written over.
+    /// Replaces the file's content. Requires ReadWrite, at most one call per lock, and no output through the stream.
+    /// The format must ignore line feeds at the end: they pad a file whose process is killed. Space is reserved before
+    /// the first old byte is overwritten, so a full disk leaves the old content; a process killed between two system
+    /// calls leaves the old or the new content whole. Gives false if the file doesn't hold all of the content; then the
+    /// old content stands as far as it wasn't overwritten.
     bool replaceContent(std::string_view content) const;
 
     /// Sets the file's modification time to the present microsecond and gives the state of the file: whoever writes to
@@ -75,7 +74,7 @@ public:
 private:
     FileLock(int opened, const FileState& found, Access openedFor);
 
-    static std::unique_ptr<FileLock> hold(OwnedFile& file, const FileState& found, Access access);
+    static std::unique_ptr<FileLock> adopt(OwnedFile& file, const FileState& found, Access access);
 
     int descriptor; // the stream's own
     FileState state;

@@ -14,11 +14,11 @@ struct FileState {
     /// A file keeps its identity when it is written or renamed.
     struct Identity {
         std::uint64_t device;
-        std::uint64_t number; // of the file there
+        std::uint64_t inode;
 
         bool operator==(const Identity&) const = default;
         bool operator<(const Identity& other) const {
-            return std::tie(device, number) < std::tie(other.device, other.number);
+            return std::tie(device, inode) < std::tie(other.device, other.inode);
         }
     };
 

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <chrono>
-#include <cstdio>
 #include <ctime>
 #include <fcntl.h>
 #include <string>

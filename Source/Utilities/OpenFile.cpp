@@ -85,7 +85,7 @@ bool OpenFile::write(std::string_view content, std::uint64_t position) const {
     return true;
 }
 
-bool OpenFile::cut(std::uint64_t size) const {
+bool OpenFile::truncate(std::uint64_t size) const {
     return uninterrupted([&] { return systemCalls.ftruncate(descriptor, static_cast<off_t>(size)); }) == 0;
 }
 

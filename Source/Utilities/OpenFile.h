@@ -10,7 +10,8 @@
 
 namespace orv::utilities {
 
-/// The descriptor of an open file, which belongs to somebody else. Operations go on after signals and after parts.
+/// A file descriptor that the caller owns. Calls that a signal interrupts are repeated, partial reads and writes
+/// continued. Operations give false, or no value, on failure.
 class OpenFile {
 public:
     explicit OpenFile(int number) : descriptor(number) {}
@@ -26,8 +27,12 @@ public:
     /// Reads up to size bytes from the position on. Fewer come at the file's end only. Nothing if that fails.
     std::optional<std::size_t> read(char* buffer, std::size_t size, std::uint64_t position) const;
 
+    /// If it fails, a part may be written.
     bool write(std::string_view content, std::uint64_t position) const;
-    bool cut(std::uint64_t size) const;
+
+    bool truncate(std::uint64_t size) const;
+
+    /// Returns once content and size are on the disk.
     bool sync() const;
 
     /// Sets the time of the last modification, in nanoseconds since 1970.

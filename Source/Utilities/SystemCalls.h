@@ -8,7 +8,8 @@
 namespace orv::utilities {
 
 /// The calls of the operating system through which users' files are opened, locked, written and copied, with the
-/// results that POSIX gives them. Tests put failing ones in their place.
+/// results that POSIX gives them. Replaceable for tests alone, before any file is opened; not thread-safe. All others
+/// (close, the reading of directories, removal) are called directly.
 struct SystemCalls {
     int (*open)(const char* path, int flags, mode_t permissions);
     int (*flock)(int descriptor, int operation);

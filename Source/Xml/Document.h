@@ -20,7 +20,7 @@ constexpr NodeIndex noNode = 0xffffffff;
 enum class NodeKind : std::uint8_t { Element, Text, Comment, ProcessingInstruction };
 
 /// The nodes of a document: sixteen bytes a node, all texts in one buffer, each name once. A
-/// node's index never changes; the root is node 0. Of a parsed document the markup between the root's tags as well.
+/// node's index never changes; the root is node 0. A parsed document keeps the source text of the root's content, too.
 class Document {
 public:
     /// An empty document, to be saved with the XML declaration or without.
@@ -37,8 +37,8 @@ public:
     NodeIndex appendComment(NodeIndex parent, std::string_view text);
     NodeIndex appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data);
 
-    /// Notes that the markup of the node, a child of the root, begins where the source ends now. Noted in order; a node
-    /// that was noted last is passed over.
+    /// Notes that the source text of the node, a child of the root, begins where the source ends now. Called in
+    /// ascending order of nodes; a repeated call for the same node has no effect.
     void beginSource(NodeIndex node);
 
     /// Goes on with the markup between the root's tags.
@@ -86,7 +86,7 @@ public:
 
 private:
     static constexpr unsigned kindBits = 2;
-    static constexpr unsigned nameBits = 29;
+    static constexpr unsigned nameBits = Names::numberBits;
 
     struct NodeData {
         std::uint32_t kind : kindBits;

@@ -89,8 +89,8 @@ constexpr auto plainBytes = [] {
     return plain;
 }();
 
-/// Escapes an underscore that xHHHH follows, unless a character that stays as it is comes next: another underscore
-/// would make an escape of it, and so would the escape of the next character, which begins with one.
+/// Escapes an underscore before xHHHH if what follows may complete an escape: an underscore, or a character that is
+/// itself written as an escape. Texts and names are given whole, so nothing follows their end.
 void appendUnderscore(Buffer& out, std::string_view text, std::size_t position, bool (*stays)(char)) {
     const std::string_view next = text.substr(std::min(position + escapeLength - 1, text.size())).substr(0, 1);
     if (escapedUnit(text, position) && !next.empty() && !stays(next.front())) {

@@ -29,84 +29,17 @@ std::string_view lineBreakOf(LineEnding lineEnding) {
 
 } // namespace
 
-class MarkupWriter::State {
-public:
-    State(LineEnding lineEnding, std::size_t expectedSize)
-        : out(expectedSize),
-          lineBreak(lineBreakOf(lineEnding)),
-          deepestLine(std::string(lineBreak) + std::string(indentationWidth * maximumIndentedDepth, ' ')) {}
-
-    void appendOutside(std::string_view markup) {
-        if (!markup.empty()) {
-            out.append(markup);
-            out.append(lineBreak);
-        }
-    }
-
-    void startElement(std::string_view name, std::string_view attributes, bool isInline) {
-        const Names::Name& known = names[names.numberOf(name)];
-        startChild();
-        out.append(known.startTag);
-        if (!attributes.empty()) {
-            out.dropLast();
-            out.append(attributes);
-            out.append(">");
-        }
-        openElements.push_back({&known, true, isInline});
-    }
-
-    void appendText(std::string_view text) {
-        openElements.back().isEmpty = false;
-        openElements.back().isInline = true;
-        appendCharacters(text);
-    }
-
-    void appendElement(std::string_view name, std::string_view text) {
-        const Names::Name& known = names[names.numberOf(name)];
-        startChild();
-        out.append(known.startTag);
-        appendCharacters(text);
-        out.append(known.endTag);
-    }
-
-    void appendMarkup(std::string_view markup) {
-        startChild();
-        out.append(markup);
-    }
-
-    void endElement() {
-        const OpenElement ended = openElements.back();
-        openElements.pop_back();
-        if (ended.isEmpty) {
-            out.dropLast();
-            out.append("/>");
-        } else {
-            if (!ended.isInline) {
-                breakLine();
-            }
-            out.append(ended.name->endTag);
-        }
-        if (openElements.empty()) {
-            out.append(lineBreak);
-        }
-    }
-
-    std::string_view getText() const { return out.getText(); }
-
-private:
+struct MarkupWriter::State {
     struct OpenElement {
         const Names::Name* name;
         bool isEmpty;
         bool isInline;
     };
 
-    void appendCharacters(std::string_view text) {
-        if (text.empty()) {
-            out.append("<![CDATA[]]>");
-        } else {
-            appendEscapedText(out, text);
-        }
-    }
+    State(LineEnding lineEnding, std::size_t expectedSize)
+        : out(expectedSize),
+          lineBreak(lineBreakOf(lineEnding)),
+          deepestLine(std::string(lineBreak) + std::string(indentationWidth * maximumIndentedDepth, ' ')) {}
 
     void startChild() {
         if (openElements.empty()) {
@@ -127,6 +60,14 @@ private:
         }
     }
 
+    void appendCharacters(std::string_view text) {
+        if (text.empty()) {
+            out.append("<![CDATA[]]>");
+        } else {
+            appendEscapedText(out, text);
+        }
+    }
+
     Buffer out;
     std::string_view lineBreak;
     std::string deepestLine;
@@ -140,35 +81,67 @@ MarkupWriter::MarkupWriter(LineEnding lineEnding, std::size_t expectedSize)
 MarkupWriter::~MarkupWriter() = default;
 
 void MarkupWriter::appendDeclaration() {
-    state->appendOutside(R"(<?xml version="1.0" encoding="UTF-8"?>)");
+    appendOutside(R"(<?xml version="1.0" encoding="UTF-8"?>)");
 }
 
 void MarkupWriter::appendOutside(std::string_view markup) {
-    state->appendOutside(markup);
+    if (!markup.empty()) {
+        state->out.append(markup);
+        state->out.append(state->lineBreak);
+    }
 }
 
 void MarkupWriter::startElement(std::string_view name, std::string_view attributes, bool isInline) {
-    state->startElement(name, attributes, isInline);
+    const Names::Name& known = state->names[state->names.numberOf(name)];
+    state->startChild();
+    state->out.append(known.startTag);
+    if (!attributes.empty()) {
+        state->out.dropLast();
+        state->out.append(attributes);
+        state->out.append(">");
+    }
+    state->openElements.push_back({&known, true, isInline});
 }
 
 void MarkupWriter::appendText(std::string_view text) {
-    state->appendText(text);
+    State::OpenElement& parent = state->openElements.back();
+    parent.isEmpty = false;
+    parent.isInline = true;
+    state->appendCharacters(text);
 }
 
 void MarkupWriter::appendMarkup(std::string_view markup) {
-    state->appendMarkup(markup);
+    state->startChild();
+    state->out.append(markup);
 }
 
 void MarkupWriter::endElement() {
-    state->endElement();
+    const State::OpenElement ended = state->openElements.back();
+    state->openElements.pop_back();
+    if (ended.isEmpty) {
+        state->out.dropLast();
+        state->out.append("/>");
+    } else {
+        if (!ended.isInline) {
+            state->breakLine();
+        }
+        state->out.append(ended.name->endTag);
+    }
+    if (state->openElements.empty()) {
+        state->out.append(state->lineBreak);
+    }
 }
 
 void MarkupWriter::appendElement(std::string_view name, std::string_view text) {
-    state->appendElement(name, text);
+    const Names::Name& known = state->names[state->names.numberOf(name)];
+    state->startChild();
+    state->out.append(known.startTag);
+    state->appendCharacters(text);
+    state->out.append(known.endTag);
 }
 
 std::string_view MarkupWriter::getText() const {
-    return state->getText();
+    return state->out.getText();
 }
 
 } // namespace orv::xml

@@ -46,7 +46,7 @@ public:
     std::string_view getText() const;
 
 private:
-    class State;
+    struct State;
 
     std::unique_ptr<State> state;
 };

@@ -11,16 +11,16 @@ std::uint32_t Names::numberOf(std::string_view name) {
     if (!names.empty() && names[names[last]->next]->text == name) {
         return last = names[last]->next;
     }
-    const std::uint32_t number = lookedUp(name);
+    const std::uint32_t number = findOrAdd(name);
     names[last]->next = number;
     return last = number;
 }
 
-std::uint32_t Names::lookedUp(std::string_view name) {
+std::uint32_t Names::findOrAdd(std::string_view name) {
     if (const auto known = numbers.find(name); known != numbers.end()) {
         return known->second;
     }
-    constexpr std::size_t maximum = std::size_t{1} << 29U;
+    constexpr std::size_t maximum = std::size_t{1} << numberBits;
     if (names.size() >= maximum) {
         throw std::length_error("too many XML names");
     }

@@ -30,7 +30,9 @@ struct Dice : std::mt19937_64 {
     unsigned below(std::size_t bound) { return static_cast<unsigned>((*this)() % bound); }
 };
 
-/// The files that processes share for a while, and the journal of what happened: a letter and a text a line.
+/// The files that processes share for a while, and the journal of what happened, a letter and a text a line: + stored,
+/// ~ accepted but not seen, ! refused, - reset, > path changed. The main program counts d kills, e ends, c corruptions,
+/// k copies and R rounds beside them.
 struct Round {
     enum class Space { Ample, Limited, Small };
 

@@ -41,14 +41,14 @@ public:
     /// Lets go of what has had its turn in the load: of all but the last bytes of the content.
     void leaveWaiting(std::size_t size) { waiting.remove_prefix(waiting.size() - size); }
 
-    /// Keeps what is still waiting, since an exception ended the load.
-    void endLoad() {
-        left = waiting;
+    /// Keeps what is still waiting, as behind that many records: an exception ended the load.
+    void endLoad(std::size_t position) {
+        append(position, waiting);
         waiting = {};
     }
 
     /// What the load hasn't come to. It stands behind the records and the pieces.
-    std::string_view getWaiting() const { return left.empty() ? waiting : left; }
+    std::string_view getWaiting() const { return waiting; }
 
     /// What stands around the records and the pieces.
     xml::Surroundings surroundings;
@@ -56,7 +56,6 @@ public:
 private:
     std::vector<Piece> pieces;
     std::string_view waiting;
-    std::string left; // by the load, when it has ended
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

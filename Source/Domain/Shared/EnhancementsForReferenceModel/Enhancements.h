@@ -16,9 +16,9 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 /// with it, to the file; a change to a record in memory, and resetDb, reach the file with the next addition.
 ///
 /// What the load doesn't turn into a record (an element of a kind that isn't registered, a record for which the lock
-/// can't be had, a comment) stays in the file as it stands and where it stands among the records. What is found there
-/// when the file is written and this process neither read nor wrote (another process's additions, a file that is no
-/// document of records) is kept in a copy beside it, NAME.kept-UTCTIME; docs/enhancements-file.md tells more.
+/// can't be had, a comment) stays in the file as it stands and where it stands among the records. Before the
+/// file is overwritten, content that this process neither read nor wrote (another process's additions, a file that is
+/// no document of records) is copied to NAME.kept-UTCTIME beside it; docs/enhancements-file.md tells more.
 ///
 /// The records are destroyed when the library is unloaded; a plug-in that defines a kind stays loaded until then.
 /// Called from one thread at a time.
@@ -31,8 +31,8 @@ public:
     /// Takes the record, which must not be null, into the database and rewrites the file with all records under its
     /// lock. If the lock can't be had (another program holds it, or the file can't be made or opened for writing), or a
     /// copy must be kept and can't be made, nothing happens and the record stays in the caller's pointer; otherwise
-    /// that is null afterwards. A write that fails under the lock isn't told: the record is in memory and is written
-    /// with the next one, and the file holds what it held before, if it was space that lacked.
+    /// that is null afterwards. A write that fails under the lock isn't reported: the record stays in memory and is
+    /// written with the next addition. If the disk was full, the file keeps its old content.
     ORV_EXPORT static void addEnhancement(std::unique_ptr<EnhancementBase>&& record);
 
     /// Destroys all records. The file stays as it is until the next addition, which leaves none of them there, and

@@ -6,14 +6,11 @@
 #include "Utilities/ScopeGuard.h"
 #include "Xml/File.h"
 #include "Xml/MarkupWriter.h"
-#include "Xml/NodeList.h"
 
 #include <fstream>
-#include <functional>
 #include <map>
 #include <optional>
 #include <ostream>
-#include <streambuf>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -84,20 +81,6 @@ std::unique_ptr<EnhancementBase> recordFrom(const xml::const_Node& node) {
     return record;
 }
 
-/// Hands a document that is written in one call to a consumer.
-class DocumentBuffer : public std::streambuf {
-public:
-    explicit DocumentBuffer(const std::function<bool(std::string_view)>& taker) : consumer(taker) {}
-
-protected:
-    std::streamsize xsputn(const char* document, std::streamsize size) override {
-        return consumer({document, static_cast<std::size_t>(size)}) ? size : 0;
-    }
-
-private:
-    const std::function<bool(std::string_view)>& consumer;
-};
-
 /// The states in which this process has read or left files: what a file holds that is still in its state is in memory.
 std::map<utilities::FileState::Identity, utilities::FileState> knownStates;
 
@@ -153,36 +136,50 @@ bool EnhancementsFile::write(std::ostream& stream) const {
         report("Stream must be open", writeName, 108);
         return false;
     }
-    const CarriedMarkup& carried = enhancementsDb.carried;
     xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
-    document.appendDeclaration();
-    document.appendOutside(carried.surroundings.before);
-    document.startElement(rootName, carried.surroundings.rootAttributes);
-    auto piece = carried.getPieces().begin();
-    const auto appendPieces = [&](std::size_t position) {
-        for (; piece != carried.getPieces().end() && piece->position <= position; ++piece) {
-            document.appendMarkup(piece->markup);
-        }
-    };
-    for (std::size_t position = 0; position < enhancementsDb.records.size(); ++position) {
-        appendPieces(position);
-        appendRecord(document, *enhancementsDb.records[position]);
-    }
-    appendPieces(enhancementsDb.records.size());
-    if (const auto waiting = carried.getWaiting(); !waiting.empty()) {
-        document.appendMarkup(waiting);
-    }
-    document.endElement();
-    document.appendOutside(carried.surroundings.after);
+    appendDocument(document);
     const std::string_view text = document.getText();
-    expectedSize = text.size() + text.size() / 8;
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
     return stream.good();
 }
 
+void EnhancementsFile::appendDocument(xml::MarkupWriter& out) const {
+    const CarriedMarkup& carried = enhancementsDb.carried;
+    out.appendDeclaration();
+    out.appendOutside(carried.surroundings.before);
+    out.startElement(rootName, carried.surroundings.rootAttributes);
+    auto piece = carried.getPieces().begin();
+    const auto appendPieces = [&](std::size_t position) {
+        for (; piece != carried.getPieces().end() && piece->position <= position; ++piece) {
+            out.appendMarkup(piece->markup);
+        }
+    };
+    for (std::size_t position = 0; position < enhancementsDb.records.size(); ++position) {
+        appendPieces(position);
+        appendRecord(out, *enhancementsDb.records[position]);
+    }
+    appendPieces(enhancementsDb.records.size());
+    if (const auto waiting = carried.getWaiting(); !waiting.empty()) {
+        out.appendMarkup(waiting);
+    }
+    out.endElement();
+    out.appendOutside(carried.surroundings.after);
+    expectedSize = out.getText().size() + out.getText().size() / 8;
+}
+
+/// False if an operation of a kind throws: the end of a guard has nobody to give that to.
+bool EnhancementsFile::tryAppendDocument(xml::MarkupWriter& out) const {
+    try {
+        appendDocument(out);
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
 bool EnhancementsFile::readFile() {
-    // Told before the reading, so that a write during it makes another state. The opening of what is no regular file, a
-    // pipe, might wait for its other end.
+    // Taken before reading, so that a write meanwhile leaves a different state. It also keeps pipes from being opened,
+    // which would block.
     const auto state = utilities::FileState::of(filePath);
     if (!state) {
         return false;
@@ -233,15 +230,16 @@ void EnhancementsFile::load(const xml::File& file, const xml::Element& root) {
     CarriedMarkup& carried = database->carried;
     carried.surroundings = file.SurroundingsGet();
     carried.startLoad(root.MarkupGet());
-    const ScopeGuard end([&carried] { carried.endLoad(); });
+    const ScopeGuard end([&] { carried.endLoad(database->records.size()); });
     for (auto node = root.FirstChildGet(); node; node = node->NextSiblingGet()) {
         auto record = recordFrom(*node);
-        const bool isRecord = record != nullptr;
         carried.leaveWaiting(node->FollowingMarkupGet().size());
-        if (isRecord) {
+        bool isTaken = false;
+        if (record) {
             Enhancements::addEnhancement(std::move(record));
+            isTaken = record == nullptr;
         }
-        if (!isRecord || record) {
+        if (!isTaken) {
             carried.append(database->records.size(), node->MarkupGet());
         }
     }
@@ -260,32 +258,24 @@ void EnhancementsFile::createFile() const {
 /// Takes the lock, unless the file holds something that this process doesn't know and that can't be kept.
 std::unique_ptr<utilities::FileLock> EnhancementsFile::tryLock() const {
     auto lock = utilities::FileLock::tryLock(filePath, true, utilities::FileLock::Access::ReadWrite);
-    const bool isSafe =
-        lock && (lock->getState().size == 0 || isKnown(lock->getState()) ||
-                 offerDocument([&](auto document) { return lock->holds(document); }) || lock->keepCopy(filePath));
-    return isSafe ? std::move(lock) : nullptr;
+    if (!lock || lock->getState().size == 0 || isKnown(lock->getState())) {
+        return lock;
+    }
+    xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
+    const bool isSame = tryAppendDocument(document) && lock->holds(document.getText());
+    return isSame || lock->keepCopy(filePath) ? std::move(lock) : nullptr;
 }
 
+/// Writes the database through the lock; nothing if the document can't be made.
 void EnhancementsFile::writeThrough(utilities::FileLock& lock) const {
-    offerDocument([&](std::string_view document) {
-        const bool isWritten = lock.replaceContent(document);
-        // What a failed write leaves is in memory as well.
-        if (const auto state = lock.seal()) {
-            knownStates.insert_or_assign(state->identity, *state);
-        }
-        return isWritten;
-    });
-}
-
-/// Makes the document, hands it to the consumer and gives its result. An exception of a kind's operations goes no
-/// further, since a guard's end has nobody to give it to, and gives false; the consumer hasn't been called then.
-bool EnhancementsFile::offerDocument(const std::function<bool(std::string_view)>& consumer) const {
-    DocumentBuffer buffer(consumer);
-    std::ostream stream(&buffer);
-    try {
-        return write(stream);
-    } catch (...) {
-        return false;
+    xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
+    if (!tryAppendDocument(document)) {
+        return;
+    }
+    // A failure isn't told. What it leaves in the file is in memory as well.
+    lock.replaceContent(document.getText());
+    if (const auto state = lock.seal()) {
+        knownStates.insert_or_assign(state->identity, *state);
     }
 }
 

@@ -4,16 +4,15 @@
 #include "Utilities/FileLock.h"
 
 #include <filesystem>
-#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 namespace orv::xml {
 
 class Element;
 class File;
+class MarkupWriter;
 
 } // namespace orv::xml
 
@@ -50,8 +49,8 @@ public:
     /// already, that is reported, the attempt fails, and the lock is lost.
     bool lockFile();
 
-    /// Writes the database through the lock, which it tries to take if the guard hasn't got it. Called by the guard's
-    /// end, and so once: a second document would follow the first.
+    /// Writes the database over the file's content, under the lock, which it tries once to take if the guard hasn't got
+    /// it. Once per guard: the replacement reckons with the size that the file had when it was locked.
     void writeFile();
 
     /// Writes the database to the stream as one document. Gives false, with nothing written, if the stream
@@ -72,7 +71,8 @@ private:
     void createFile() const;
     std::unique_ptr<utilities::FileLock> tryLock() const;
     void writeThrough(utilities::FileLock& lock) const;
-    bool offerDocument(const std::function<bool(std::string_view)>& consumer) const;
+    void appendDocument(xml::MarkupWriter& out) const;
+    bool tryAppendDocument(xml::MarkupWriter& out) const;
 
     static std::filesystem::path filePath;
 

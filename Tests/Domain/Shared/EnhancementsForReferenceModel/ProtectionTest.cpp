@@ -75,7 +75,7 @@ TEST_F(ProtectionTest, carriesTheRestOfALoadThatAKindEnded) {
     EXPECT_THROW(Enhancements::getOrCreateEnhancementsDb(), std::runtime_error);
     EXPECT_EQ(contentOf(path), document({"a", "b", "c"}));
     EXPECT_TRUE(add("d"));
-    EXPECT_EQ(contentOf(path), document({"a", "d", "b", "c"}));
+    EXPECT_EQ(contentOf(path), document({"a", "b", "c", "d"}));
 }
 
 TEST_F(ProtectionTest, keepsACopyOfWhatThisProcessNeitherReadNorWrote) {
@@ -153,28 +153,25 @@ TEST_F(ProtectionTest, leavesTheOldDocumentWholeWhenThereIsNoSpaceForTheNewOne) 
 
 TEST_F(ProtectionTest, keepsWhatTwoProcessesThatLoadedTheSameFileOverwriteOfEachOther) {
     setContent(path, document({"base"}));
+    EXPECT_EQ(loadedTexts(), std::vector<std::string>{"base"});
     int turns[2];
-    ASSERT_EQ(::pipe(turns), 0);
-    const auto addInTurn = [&](const std::string& text) {
-        char turn = 0;
-        return ::read(turns[0], &turn, 1) == 1 && add(text);
-    };
-    // The child loads first, then adds after each of the parent's two additions.
-    EXPECT_TRUE(loadedTexts() == std::vector<std::string>{"base"});
+    int results[2];
+    ASSERT_TRUE(::pipe(turns) == 0 && ::pipe(results) == 0);
     const pid_t child = ::fork();
     if (child == 0) {
-        ::_exit(addInTurn("child 1") && addInTurn("child 2") ? 0 : 1);
+        char turn = 0;
+        while (::read(turns[0], &turn, 1) == 1 && add(std::string("child ") + turn) &&
+               ::write(results[1], &turn, 1) == 1) {}
+        ::_exit(0);
     }
-    for (const std::string text : {"parent 1", "parent 2"}) {
-        EXPECT_TRUE(add(text));
-        ASSERT_EQ(::write(turns[1], "x", 1), 1);
-        while (contentOf(path).find(text) != std::string::npos) {
-            ::usleep(1000);
-        }
+    ::close(results[1]);
+    for (char turn : {'1', '2'}) {
+        EXPECT_TRUE(add(std::string("parent ") + turn));
+        ASSERT_EQ(::write(turns[1], &turn, 1), 1);
+        ASSERT_EQ(::read(results[0], &turn, 1), 1);
     }
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
     EXPECT_EQ(contentOf(path), document({"base", "child 1", "child 2"}));
     EXPECT_EQ(keptCopies(), std::vector({document({"base", "parent 1"}), document({"base", "child 1"}),
                                          document({"base", "parent 1", "parent 2"})}));
