@@ -12,6 +12,7 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
 #include "Support/HeapPeak.h"
+#include "Support/TemporaryDirectory.h"
 
 #include <benchmark/benchmark.h>
 
@@ -21,8 +22,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <libxml/tree.h>
 #include <memory>
 #include <pugixml.hpp>
@@ -40,6 +39,8 @@ namespace {
 
 using namespace orv::domain::shared::enhancementsforreferencemodel;
 using Records = std::vector<std::unique_ptr<EnhancementBase>>;
+using orv::tests::contentOf;
+using orv::tests::TemporaryDirectory;
 using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
@@ -103,28 +104,6 @@ std::string textOf(const orv::object::PropertyValue& value) {
     }
 }
 
-/// A directory for the files of one benchmark.
-class Directory {
-public:
-    Directory() {
-        std::string name = std::filesystem::temp_directory_path() / "orv-benchmark-XXXXXX";
-        path = mkdtemp(name.data());
-    }
-    Directory(const Directory&) = delete;
-    Directory& operator=(const Directory&) = delete;
-    ~Directory() { std::filesystem::remove_all(path); }
-
-    std::string operator/(const char* name) const { return path / name; }
-
-private:
-    std::filesystem::path path;
-};
-
-std::string contentOf(const std::string& path) {
-    std::ifstream stream(path, std::ios_base::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 // Ours
 
 /// A host can't take records away. Here the same addition is made time and again.
@@ -144,7 +123,7 @@ Records& store(const std::string& path, Records records) {
 }
 
 void addOurs(benchmark::State& state) {
-    const Directory directory;
+    const TemporaryDirectory directory;
     Records& records = store(directory / "store.xml", makeMarks(state.range()));
     double heap = 0;
     for ([[maybe_unused]] const auto iteration : state) {
@@ -211,7 +190,7 @@ void writeFloor(const std::string& path, std::string& document, const Records& r
 }
 
 void addFloor(benchmark::State& state) {
-    const Directory directory;
+    const TemporaryDirectory directory;
     const auto count = static_cast<std::size_t>(state.range());
     const Records records = makeMarks(state.range() + 1);
     std::string document;
@@ -225,7 +204,9 @@ void addFloor(benchmark::State& state) {
         const auto start = Clock::now();
         writeFloor(directory / "floor.xml", document, records, count + 1);
         state.SetIterationTime(Seconds(Clock::now() - start).count());
-        std::filesystem::resize_file(directory / "floor.xml", document.size() - 200);
+        // So that the next write makes the file longer, as ours does.
+        constexpr std::size_t aboutOneRecord = 200;
+        std::filesystem::resize_file(directory / "floor.xml", document.size() - aboutOneRecord);
     }
 }
 
@@ -234,7 +215,7 @@ void addFloor(benchmark::State& state) {
 /// Runs the peer's addition for as long as it is measured.
 template <typename Add>
 void addPeer(benchmark::State& state, Add add) {
-    const Directory directory;
+    const TemporaryDirectory directory;
     const Records records = makeMarks(state.range() + 1);
     const std::string path = directory / "peer";
     add(path, records);
@@ -299,7 +280,7 @@ void addLibxml2(benchmark::State& state) {
 
 /// One row more, and its commit. The table has the records as rows.
 void addSqlite(benchmark::State& state, const char* pragmas) {
-    const Directory directory;
+    const TemporaryDirectory directory;
     sqlite3* database = nullptr;
     sqlite3_stmt* insert = nullptr;
     sqlite3_open((directory / "store.sqlite").c_str(), &database);
@@ -347,7 +328,7 @@ struct LoadCost {
 
 /// A process loads once, so each load is in a process of its own.
 void loadOurs(benchmark::State& state) {
-    const Directory directory;
+    const TemporaryDirectory directory;
     const std::string path = directory / "store.xml";
     store(path, makeMarks(state.range()));
     // The records take as much as these.
@@ -385,7 +366,7 @@ void loadOurs(benchmark::State& state) {
 }
 
 void loadFloor(benchmark::State& state) {
-    const Directory directory;
+    const TemporaryDirectory directory;
     const Records records = makeMarks(state.range());
     std::string document;
     document.reserve(1000 + 400 * records.size());
