@@ -58,15 +58,17 @@ FileLock::FileLock(int opened, const FileState& found, Access openedFor)
     : descriptor(opened), state(found), access(openedFor) {}
 
 FileLock::~FileLock() {
-    if (access != Access::ReadWrite) {
-        return;
+    const OpenFile file(descriptor);
+    if (access == Access::ReadWrite) {
+        // A full disk shows only at the flush. Then the tail of the old content is all that is left of it, and stays.
+        stream.flush();
+        const std::streamoff written = stream.tellp();
+        if (stream.good() && written > 0) {
+            file.truncate(static_cast<std::uint64_t>(written));
+        }
     }
-    // A full disk shows only at the flush. Then the tail of the old content is all that is left of it, and stays.
-    stream.flush();
-    const std::streamoff written = stream.tellp();
-    if (stream.good() && written > 0) {
-        OpenFile(descriptor).truncate(static_cast<std::uint64_t>(written));
-    }
+    // The close alone would leave the lock to a child process that was forked meanwhile.
+    file.unlock();
 }
 
 bool FileLock::holds(std::string_view content) const {

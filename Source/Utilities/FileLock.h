@@ -38,7 +38,8 @@ public:
     /// process was quicker, and its content stays.
     static std::unique_ptr<FileLock> tryLockNew(const std::filesystem::path& path);
 
-    /// Flushes the stream, cuts the file and lets go of it. A failure leaves no other trace than the file.
+    /// Flushes the stream, cuts the file and lets go of it, for child processes that have it open as well. A failure
+    /// leaves no other trace than the file.
     ~FileLock();
 
     FileLock(const FileLock&) = delete;
@@ -56,7 +57,7 @@ public:
     /// Makes sure that a copy of the present content is kept, in a file NAME.kept-UTCTIME beside the path by which the
     /// file was locked. The time is to the microsecond, as in notes.xml.kept-20261122T184501.250000Z, and no file has
     /// such a name before it is whole and synced. The same content isn't kept twice. Gives false, with no part of a
-    /// copy left behind, if the copy can't be made or the directory can't be read.
+    /// copy left behind, if the copy can't be made and synced or the directory can't be read.
     bool keepCopy(const std::filesystem::path& path) const;
 
     /// Replaces the file's content. Requires ReadWrite, at most one call per lock, and no output through the stream.

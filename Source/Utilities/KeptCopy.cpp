@@ -3,6 +3,7 @@
 #include "Utilities/SystemCalls.h"
 
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <ctime>
 #include <fcntl.h>
@@ -35,10 +36,11 @@ bool forEachPiece(const OpenFile& file, Consumer consume) {
     }
 }
 
-bool isCopy(const fs::path& path, const OpenFile& file, std::uint64_t size) {
-    const OwnedFile copy(path, O_RDONLY);
-    const auto state = copy.isOpen() ? copy.getState() : std::nullopt;
-    if (!state || state->size != size) {
+/// Whether the path is another file of the same content. A link to the file itself is no copy.
+bool isCopy(const fs::path& path, const OpenFile& file, const FileState& state) {
+    const OwnedFile copy(path, O_RDONLY | O_NOFOLLOW);
+    const auto copyState = copy.isOpen() ? copy.getState() : std::nullopt;
+    if (!copyState || copyState->size != state.size || copyState->identity == state.identity) {
         return false;
     }
     std::string buffer(chunkSize, '\0');
@@ -54,7 +56,7 @@ std::optional<bool> isKept(const OpenFile& file, const fs::path& path) {
     std::error_code error;
     fs::directory_iterator entry(path.parent_path(), error);
     for (; state && !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        if (entry->path().filename().native().starts_with(beginning) && isCopy(entry->path(), file, state->size)) {
+        if (entry->path().filename().native().starts_with(beginning) && isCopy(entry->path(), file, *state)) {
             return true;
         }
     }
@@ -85,13 +87,20 @@ fs::path unusedPath(const std::string& beginning) {
     return path;
 }
 
-/// Makes the copy under the first path and gives it the second one when it is whole.
-bool makeCopy(const OpenFile& file, const fs::path& unfinished, const fs::path& kept, fs::perms permissions) {
+bool makeCopy(const OpenFile& file, const fs::path& path, fs::perms permissions) {
+    const fs::path unfinished = unusedPath(path.native() + ".keeping-");
     const OwnedFile copy(unfinished, O_WRONLY | O_CREAT | O_EXCL, static_cast<unsigned>(permissions));
-    const OwnedFile directory(kept.parent_path(), O_RDONLY | O_DIRECTORY);
-    return copy.isOpen() && directory.isOpen() &&
-           forEachPiece(file, [&](auto piece, auto position) { return copy.write(piece, position); }) && copy.sync() &&
-           systemCalls.rename(unfinished.c_str(), kept.c_str()) == 0 && directory.sync();
+    if (!copy.isOpen()) {
+        return false;
+    }
+    const bool isDone = forEachPiece(file, [&](auto piece, auto position) { return copy.write(piece, position); }) &&
+                        copy.sync() &&
+                        systemCalls.rename(unfinished.c_str(), unusedPath(path.native() + keptMark).c_str()) == 0;
+    if (!isDone) {
+        std::error_code ignored;
+        fs::remove(unfinished, ignored);
+    }
+    return isDone;
 }
 
 } // namespace
@@ -100,16 +109,13 @@ bool keepCopy(const OpenFile& file, const fs::path& path) {
     std::error_code error;
     const fs::path absolute = fs::absolute(path, error);
     const fs::perms permissions = fs::status(path, error).permissions() & fs::perms::all;
-    const auto kept = error ? std::nullopt : isKept(file, absolute);
-    if (!kept || *kept) {
-        return kept.has_value();
+    const OwnedFile directory(absolute.parent_path(), O_RDONLY | O_DIRECTORY);
+    const auto kept = error || !directory.isOpen() ? std::nullopt : isKept(file, absolute);
+    if (!kept || (!*kept && !makeCopy(file, absolute, permissions))) {
+        return false;
     }
-    // One name is enough, since the lock keeps others off. What stands there was left by a process that was killed.
-    const fs::path unfinished = absolute.native() + ".keeping";
-    fs::remove(unfinished, error);
-    const bool isDone = makeCopy(file, unfinished, unusedPath(absolute.native() + keptMark), permissions);
-    fs::remove(unfinished, error);
-    return isDone;
+    // Some file systems have nothing to sync of a directory and say so with EINVAL.
+    return directory.sync() || errno == EINVAL;
 }
 
 } // namespace orv::utilities

@@ -54,6 +54,10 @@ bool OpenFile::lock(bool exclusive) const {
     return uninterrupted([&] { return systemCalls.flock(descriptor, operation); }) == 0;
 }
 
+void OpenFile::unlock() const {
+    uninterrupted([&] { return systemCalls.flock(descriptor, LOCK_UN); });
+}
+
 std::optional<std::size_t> OpenFile::read(char* buffer, std::size_t size, std::uint64_t position) const {
     std::size_t done = 0;
     while (done < size) {

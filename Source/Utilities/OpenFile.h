@@ -24,6 +24,8 @@ public:
     /// Makes one attempt; see flock(2).
     bool lock(bool exclusive) const;
 
+    void unlock() const;
+
     /// Reads up to size bytes from the position on. Fewer come at the file's end only. Nothing if that fails.
     std::optional<std::size_t> read(char* buffer, std::size_t size, std::uint64_t position) const;
 

@@ -179,6 +179,16 @@ void Parser::setHandlers() {
             }
         });
     });
+    // What isn't read can't be carried on, and might be missed: files outside the document and what they declare.
+    XML_SetExternalEntityRefHandler(
+        expat.get(), [](XML_Parser source, const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*) {
+            handle(XML_GetUserData(source), [](Parser& parser) { parser.stop("an entity is in another file"); });
+            return static_cast<int>(XML_STATUS_ERROR);
+        });
+    XML_SetNotStandaloneHandler(expat.get(), [](void* self) {
+        handle(self, [](Parser& parser) { parser.stop("declarations are in another file"); });
+        return static_cast<int>(XML_STATUS_ERROR);
+    });
     XML_SetSkippedEntityHandler(expat.get(), [](void* self, const XML_Char*, int) {
         handle(self, [](Parser& parser) { parser.stop("an entity isn't declared"); });
     });

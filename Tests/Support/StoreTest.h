@@ -90,6 +90,11 @@ protected:
         return contents;
     }
 
+    std::size_t fileCount() const {
+        const auto entries = std::filesystem::directory_iterator(path.parent_path());
+        return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+    }
+
     TemporaryDirectory directory;
     std::filesystem::path path = directory / "store.xml";
 };

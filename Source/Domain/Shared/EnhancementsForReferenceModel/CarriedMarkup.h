@@ -36,15 +36,21 @@ public:
     const std::vector<Piece>& getPieces() const { return pieces; }
 
     /// Takes what the load has before it, the content of the root, which must last until endLoad.
-    void startLoad(std::string_view content) { waiting = content; }
+    void startLoad(std::string_view content) {
+        waiting = content;
+        behindTurn = content.size();
+    }
 
-    /// Lets go of what has had its turn in the load: of all but the last bytes of the content.
-    void leaveWaiting(std::size_t size) { waiting.remove_prefix(waiting.size() - size); }
+    /// It is the turn of all but the last bytes of the content.
+    void startTurn(std::size_t behind) { behindTurn = behind; }
+
+    /// What had its turn has become a record or a piece and doesn't wait any more.
+    void endTurn() { waiting.remove_prefix(waiting.size() - behindTurn); }
 
     /// Keeps what is still waiting, as behind that many records: an exception ended the load.
     void endLoad(std::size_t position) {
         append(position, waiting);
-        waiting = {};
+        startLoad({});
     }
 
     /// What the load hasn't come to. It stands behind the records and the pieces.
@@ -56,6 +62,7 @@ public:
 private:
     std::vector<Piece> pieces;
     std::string_view waiting;
+    std::size_t behindTurn = 0; // how much of it is left after the present turn
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

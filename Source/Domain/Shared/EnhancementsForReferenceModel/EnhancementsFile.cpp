@@ -167,16 +167,6 @@ void EnhancementsFile::appendDocument(xml::MarkupWriter& out) const {
     expectedSize = out.getText().size() + out.getText().size() / 8;
 }
 
-/// False if an operation of a kind throws: the end of a guard has nobody to give that to.
-bool EnhancementsFile::tryAppendDocument(xml::MarkupWriter& out) const {
-    try {
-        appendDocument(out);
-        return true;
-    } catch (...) {
-        return false;
-    }
-}
-
 bool EnhancementsFile::readFile() {
     // Taken before reading, so that a write meanwhile leaves a different state. It also keeps pipes from being opened,
     // which would block.
@@ -233,7 +223,7 @@ void EnhancementsFile::load(const xml::File& file, const xml::Element& root) {
     const ScopeGuard end([&] { carried.endLoad(database->records.size()); });
     for (auto node = root.FirstChildGet(); node; node = node->NextSiblingGet()) {
         auto record = recordFrom(*node);
-        carried.leaveWaiting(node->FollowingMarkupGet().size());
+        carried.startTurn(node->FollowingMarkupGet().size());
         bool isTaken = false;
         if (record) {
             Enhancements::addEnhancement(std::move(record));
@@ -241,6 +231,7 @@ void EnhancementsFile::load(const xml::File& file, const xml::Element& root) {
         }
         if (!isTaken) {
             carried.append(database->records.size(), node->MarkupGet());
+            carried.endTurn();
         }
     }
 }
@@ -261,21 +252,33 @@ std::unique_ptr<utilities::FileLock> EnhancementsFile::tryLock() const {
     if (!lock || lock->getState().size == 0 || isKnown(lock->getState())) {
         return lock;
     }
-    xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
-    const bool isSame = tryAppendDocument(document) && lock->holds(document.getText());
-    return isSame || lock->keepCopy(filePath) ? std::move(lock) : nullptr;
+    return holdsDocument(*lock) || lock->keepCopy(filePath) ? std::move(lock) : nullptr;
 }
 
-/// Writes the database through the lock; nothing if the document can't be made.
-void EnhancementsFile::writeThrough(utilities::FileLock& lock) const {
-    xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
-    if (!tryAppendDocument(document)) {
-        return;
+/// Whether the file holds the database as it is. False if an operation of a kind throws.
+bool EnhancementsFile::holdsDocument(const utilities::FileLock& lock) const {
+    try {
+        xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
+        appendDocument(document);
+        return lock.holds(document.getText());
+    } catch (...) {
+        return false;
     }
-    // A failure isn't told. What it leaves in the file is in memory as well.
-    lock.replaceContent(document.getText());
-    if (const auto state = lock.seal()) {
-        knownStates.insert_or_assign(state->identity, *state);
+}
+
+/// Writes the database through the lock. An exception, of a kind's operations or for want of memory, goes no further:
+/// the end of a guard has nobody to give it to. Nothing is written then.
+void EnhancementsFile::writeThrough(utilities::FileLock& lock) const {
+    try {
+        xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
+        appendDocument(document);
+        // A failure isn't told. What it leaves in the file is in memory as well.
+        lock.replaceContent(document.getText());
+        if (const auto state = lock.seal()) {
+            knownStates.insert_or_assign(state->identity, *state);
+        }
+    } catch (...) {
+        return;
     }
 }
 

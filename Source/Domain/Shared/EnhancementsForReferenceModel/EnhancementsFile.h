@@ -72,7 +72,7 @@ private:
     std::unique_ptr<utilities::FileLock> tryLock() const;
     void writeThrough(utilities::FileLock& lock) const;
     void appendDocument(xml::MarkupWriter& out) const;
-    bool tryAppendDocument(xml::MarkupWriter& out) const;
+    bool holdsDocument(const utilities::FileLock& lock) const;
 
     static std::filesystem::path filePath;
 

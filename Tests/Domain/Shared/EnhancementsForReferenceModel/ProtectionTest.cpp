@@ -1,5 +1,6 @@
 #include "Support/StoreTest.h"
 #include "Utilities/FileLock.h"
+#include "Utilities/SystemCalls.h"
 
 #include <gtest/gtest.h>
 
@@ -122,14 +123,24 @@ TEST_F(ProtectionTest, keepsNoCopyInOrdinaryUse) {
     EXPECT_EQ(contentOf(path), document({"a", "a", "b", "b", "c", "c", "d", "e"}));
 }
 
+TEST_F(ProtectionTest, keepsNoCopyWhereTheTimeOfTheFileCannotBeSet) {
+    setContent(path, document({"a", "b", "c"}));
+    utilities::systemCalls.futimens = [](int, const timespec*) { return -1; };
+    EXPECT_TRUE(add("d"));
+    EXPECT_TRUE(add("e"));
+    EXPECT_EQ(contentOf(path), document({"a", "b", "c", "d", "e"}));
+    EXPECT_TRUE(keptCopies().empty());
+}
+
 TEST_F(ProtectionTest, refusesARecordWhenTheCopyCannotBeMade) {
     setContent(path, "foreign");
-    ASSERT_TRUE(std::filesystem::create_directory(path.native() + ".keeping"));
-    setContent(path.native() + ".keeping/full", "");
+    std::filesystem::create_hard_link(path, path.native() + ".kept-link");
+    const auto usual = std::exchange(utilities::systemCalls.fsync, [](int) { return -1; });
     EXPECT_FALSE(add("a"));
     EXPECT_EQ(contentOf(path), "foreign");
     EXPECT_TRUE(FileLock::tryLock(path, true, FileLock::Access::ReadWrite)) << "the lock is given up";
-    std::filesystem::remove_all(path.native() + ".keeping");
+    utilities::systemCalls.fsync = usual;
+    std::filesystem::remove(path.native() + ".kept-link");
     EXPECT_TRUE(add("b"));
     EXPECT_EQ(contentOf(path), document({"b"}));
     EXPECT_EQ(keptCopies(), std::vector<std::string>{"foreign"});
