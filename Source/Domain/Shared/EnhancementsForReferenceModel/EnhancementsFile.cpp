@@ -112,11 +112,12 @@ bool EnhancementsFile::lockFile() {
     if (fileLock) {
         report("File is already locked", lockFileName, 24);
     }
-    std::error_code ignored;
-    if (!std::filesystem::exists(filePath, ignored)) {
-        createFile();
-    }
     fileLock = tryLock();
+    std::error_code ignored;
+    if (!fileLock && !std::filesystem::exists(filePath, ignored)) {
+        createFile();
+        fileLock = tryLock();
+    }
     return fileLock != nullptr;
 }
 
