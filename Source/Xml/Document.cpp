@@ -2,7 +2,6 @@
 
 #include "Xml/Escape.h"
 
-#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -47,24 +46,6 @@ NodeIndex Document::appendComment(NodeIndex parent, std::string_view text) {
 
 NodeIndex Document::appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data) {
     return appendWithText(parent, NodeKind::ProcessingInstruction, names.numberOf(target), data);
-}
-
-void Document::beginSource(NodeIndex node) {
-    if (beginnings.empty() || beginnings.back().node != node) {
-        beginnings.push_back({node, source.size()});
-    }
-}
-
-std::string_view Document::getSourceFrom(NodeIndex node) const {
-    const auto beginning = std::lower_bound(beginnings.begin(), beginnings.end(), node,
-                                            [](const Beginning& one, NodeIndex other) { return one.node < other; });
-    const bool isNoted = beginning != beginnings.end() && beginning->node == node;
-    return isNoted ? std::string_view(source).substr(beginning->position) : std::string_view();
-}
-
-std::string_view Document::getSourceAfter(NodeIndex node) const {
-    const NodeIndex next = getNextSibling(node);
-    return next == noNode ? std::string_view() : getSourceFrom(next);
 }
 
 void Document::unescapeLastText(NodeIndex text) {

@@ -8,7 +8,6 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace orv::xml {
 
@@ -20,7 +19,7 @@ constexpr NodeIndex noNode = 0xffffffff;
 enum class NodeKind : std::uint8_t { Element, Text, Comment, ProcessingInstruction };
 
 /// The nodes of a document: sixteen bytes a node, all texts in one buffer, each name once. A
-/// node's index never changes; the root is node 0. A parsed document keeps the source text of the root's content, too.
+/// node's index never changes; the root is node 0.
 class Document {
 public:
     /// An empty document, to be saved with the XML declaration or without.
@@ -36,13 +35,6 @@ public:
 
     NodeIndex appendComment(NodeIndex parent, std::string_view text);
     NodeIndex appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data);
-
-    /// Notes that the source text of the node, a child of the root, begins where the source ends now. Called in
-    /// ascending order of nodes; a repeated call for the same node has no effect.
-    void beginSource(NodeIndex node);
-
-    /// Goes on with the markup between the root's tags.
-    void appendSource(std::string_view markup) { source += markup; }
 
     /// Replaces the escapes in the text that was appended last by what they stand for.
     void unescapeLastText(NodeIndex text);
@@ -66,15 +58,6 @@ public:
         return std::string_view(texts).substr(nodes[node].first, nodes[node].last);
     }
 
-    /// The markup of the root's content.
-    std::string_view getSource() const { return source; }
-
-    /// The markup of the root's content from the node on, or nothing if its beginning wasn't noted.
-    std::string_view getSourceFrom(NodeIndex node) const;
-
-    /// The same from the node's next sibling on.
-    std::string_view getSourceAfter(NodeIndex node) const;
-
     bool hasDeclaration() const { return declaration; }
 
     /// A measure of what the document takes when it is saved.
@@ -97,11 +80,6 @@ private:
         std::uint32_t last;  // an element's last child, otherwise the length of the text
     };
 
-    struct Beginning {
-        NodeIndex node;
-        std::size_t position;
-    };
-
     NodeIndex append(NodeIndex parent, NodeKind kind, std::uint32_t name, std::uint32_t first, std::uint32_t last);
     NodeIndex appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name, std::string_view text);
     std::uint32_t storeText(std::string_view text);
@@ -109,8 +87,6 @@ private:
     bool declaration;
     std::deque<NodeData> nodes; // which has no room to spare
     std::string texts;
-    std::string source;
-    std::vector<Beginning> beginnings; // in the source, by node
     Names names;
 };
 

@@ -1,7 +1,6 @@
 #include "Xml/File.h"
 
-#include "Xml/Document.h"
-#include "Xml/Parser.h"
+#include "Xml/DocumentParser.h"
 #include "Xml/Writer.h"
 
 #include <istream>
@@ -42,9 +41,9 @@ std::optional<Element> File::parse(std::istream& stream, const std::string& docu
     if (reportExistingDocument()) {
         return std::nullopt;
     }
-    Parser parser;
-    document = parser.parse(stream);
-    if (document) {
+    DocumentParser parser;
+    if (parser.parse(stream)) {
+        document = parser.takeDocument();
         return Element(*document, 0);
     }
     const auto& [reason, line, column] = parser.getFailure();
@@ -55,11 +54,6 @@ std::optional<Element> File::parse(std::istream& stream, const std::string& docu
         report(handler, reason);
     }
     return std::nullopt;
-}
-
-const Surroundings& File::SurroundingsGet() const {
-    static const Surroundings none;
-    return document ? document->surroundings : none;
 }
 
 bool File::save(std::ostream& stream, errorhandler::WriteInterface* handler, Encoding /*encoding*/,

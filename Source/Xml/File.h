@@ -4,7 +4,6 @@
 #include "Xml/Element.h"
 #include "Xml/ErrorHandler.h"
 #include "Xml/LineEnding.h"
-#include "Xml/Surroundings.h"
 
 #include <iosfwd>
 #include <memory>
@@ -39,7 +38,7 @@ enum class Encoding { Utf8 = 0 };
 /// Text next to text is one text node. Of a parsed document elements, texts, comments and processing instructions below
 /// the root are nodes; CDATA sections are text, entities are expanded. What stands around the root's content, its
 /// attributes included, is kept as it is, but for a document type declaration. Other attributes are passed over, and a
-/// name with a colon comes out escaped: markup that must not change goes through MarkupGet and a MarkupWriter.
+/// name with a colon comes out escaped: markup that must not change goes through an Outline and a MarkupWriter.
 ///
 /// A document has up to 4 GiB of text and up to 4 billion nodes; appending more raises std::length_error. The depth of
 /// a document is bounded by memory alone.
@@ -65,9 +64,6 @@ public:
     /// its size, is too long, or can't be read; and also, changing nothing, if there is a document already.
     std::optional<Element> parse(std::istream& stream, const std::string& documentName,
                                  errorhandler::ParseInterface* handler);
-
-    /// What stands around the content of the root of the parsed or created document; all empty if there is none.
-    const Surroundings& SurroundingsGet() const;
 
     /// Writes the whole document to the stream, from its present position and in one call, and neither seeks nor
     /// flushes. Gives true if the stream is good afterwards; false if it isn't, or if there is no document.

@@ -2,7 +2,6 @@
 
 #include "Xml/Document.h"
 #include "Xml/Element.h"
-#include "Xml/Escape.h"
 #include "Xml/NodeList.h"
 
 #include <stdexcept>
@@ -41,18 +40,6 @@ std::optional<const_Node> const_Node::FirstChildGet() const {
 
 std::optional<const_Node> const_Node::NextSiblingGet() const {
     return at(document->getNextSibling(index));
-}
-
-std::string_view const_Node::MarkupGet() const {
-    if (index == 0) {
-        return trimmed(document->getSource());
-    }
-    const std::string_view fromHere = document->getSourceFrom(index);
-    return trimmed(fromHere.substr(0, fromHere.size() - document->getSourceAfter(index).size()));
-}
-
-std::string_view const_Node::FollowingMarkupGet() const {
-    return trimmed(document->getSourceAfter(index));
 }
 
 std::string const_Node::to_string(long long value) {

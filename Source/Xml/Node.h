@@ -37,15 +37,6 @@ public:
     /// The node after this one under the same parent, or no value if this is the last one.
     std::optional<const_Node> NextSiblingGet() const;
 
-    /// The source text, in UTF-8 and otherwise as parsed, without white space at its ends: for the root, its content;
-    /// for a child of the root, that child. Empty for any other node and for documents that weren't parsed. In a
-    /// document with a document type declaration entities are expanded and tags normalised. Valid for as long as the
-    /// File.
-    std::string_view MarkupGet() const;
-
-    /// The source text of all that follows a child of the root below the root.
-    std::string_view FollowingMarkupGet() const;
-
     /// The value in decimal digits.
     static std::string to_string(long long value);
 

@@ -1,27 +1,27 @@
 #pragma once
 
-#include "Xml/Document.h"
+#include "Xml/Surroundings.h"
 
 #include <cstdint>
 #include <exception>
 #include <iosfwd>
 #include <memory>
+#include <string>
 #include <string_view>
-#include <vector>
 
 struct XML_ParserStruct;
 
 namespace orv::xml {
 
-/// Reads one document from a stream; made anew for each.
+/// Reads one document from a stream; made anew for each. What becomes of it is up to the derived class.
 class Parser {
 public:
-    Parser();
+    virtual ~Parser();
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
 
-    /// The document, or null if the stream holds none; then getFailure tells why.
-    std::unique_ptr<Document> parse(std::istream& stream);
+    /// Whether the stream holds a document; if not, getFailure tells why.
+    bool parse(std::istream& stream);
 
     struct Failure {
         const char* reason = "";  ///< Lives as long as the process.
@@ -31,32 +31,62 @@ public:
 
     const Failure& getFailure() const { return failure; }
 
+protected:
+    Parser();
+
+    /// Runs what a handler of Expat does; no exception may pass through the C code that called it.
+    template <typename Derived, typename Action>
+    static void handle(void* self, Action action) {
+        Parser& parser = *static_cast<Parser*>(self);
+        if (!parser.isStopped) { // Expat still ends an empty element whose start it was stopped at.
+            try {
+                action(static_cast<Derived&>(parser));
+            } catch (...) {
+                parser.stopForException();
+            }
+        }
+    }
+
+    /// The tags of the root and below it. The attributes are names and values that alternate up to a null.
+    virtual void beginElement(const char* name, const char** attributes) = 0;
+    virtual void endElement(const char* name) = 0;
+
+    /// Markup below the root, in UTF-8 and otherwise as it stands, that isn't handled or was handed on.
+    virtual void appendMarkup(std::string_view /*markup*/) {}
+
+    /// Hands the markup that is being handled on to appendMarkup or, outside the root, to the surroundings.
+    void handOn();
+
+    /// The attributes of a tag, each with a blank ahead of it.
+    static std::string markupOf(const char** attributes);
+
+    XML_ParserStruct* getExpat() const { return expat.get(); }
+
+    /// The number of open elements, with the one whose tag is being handled.
+    std::uint64_t getDepth() const { return depth; }
+    bool hasDoctype() const { return doctype; }
+
+    /// Complete once the document is parsed.
+    Surroundings surroundings;
+
 private:
     struct Release {
         void operator()(XML_ParserStruct* parser) const;
     };
 
-    /// Runs what a handler does; no exception may pass through the C code that called it.
-    template <typename Action>
-    static void handle(void* self, Action action);
-
     void setHandlers();
-    void beginElement(const char* name, const char** attributes);
-    void endElement(const char* name);
-    void appendText(std::string_view text);
-    void beginNode(NodeIndex node);
+    void refuseOtherFiles();
     void keepMarkup(std::string_view markup);
     bool readAll(std::istream& stream);
     void stop(const char* reason);
+    void stopForException();
     void noteFailure(const char* reason);
-    void endText();
 
     std::unique_ptr<XML_ParserStruct, Release> expat;
-    std::unique_ptr<Document> document;
-    std::vector<NodeIndex> openElements;
-    NodeIndex openText = noNode;
+    std::uint64_t depth = 0;
     int declaredEntities = 0;
-    bool hasDoctype = false;
+    bool hasRoot = false;
+    bool doctype = false;
     bool isInDoctype = false;
     bool isStopped = false;
     Failure failure;

@@ -1,6 +1,7 @@
 #include "Xml/File.h"
 
 #include "Xml/NodeList.h"
+#include "Xml/Outline.h"
 #include "Xml/Utf8.h"
 
 #include <gtest/gtest.h>
@@ -124,42 +125,42 @@ TEST(XmlFile, givesTheNodesOfAllKindsInDocumentOrder) {
               R"(<!-- before --><r a="1" b="&lt;&#10;&quot;">x&lt;y&gt;&amp;z<e/><!-- c --><?pi data?> </r>)");
 }
 
-TEST(XmlFile, givesTheMarkupOfTheRootsChildrenAsItStood) {
-    const std::string children[] = {"t &amp;<![CDATA[<]]> &#x41;",
-                                    "<x:e a = '1'\tb=\"&#10;>\" ><f/> \r\n<!-- c --></x:e >",
-                                    "<?pi d?>",
-                                    "<!--c-->",
-                                    "<e/>",
-                                    "L\xC3\xA4nge"};
+TEST(XmlOutline, givesTheMarkupOfElementsAndOfWhatIsAroundThemAsItStood) {
+    const std::vector<std::pair<std::string, std::string>> parts = {
+        {"t &amp;<![CDATA[<]]> &#x41;", "<x:e a = '1'\tb=\"&#10;>\" ><f/> \r\n<!-- c --></x:e >"},
+        {"<?pi d?> \n<!--c-->", "<e_x0041_/>"},
+        {"", "<g>\n</g>"}};
     std::string content;
-    for (const std::string& child : children) {
-        content += "\n " + child + "\t";
+    for (const auto& [ahead, element] : parts) {
+        content += "\n " + ahead + '\t' + element;
     }
-    File file;
-    const auto root = parsed(file, "<!-- 1 -->\n<?pi?> <r xmlns:x='u'>" + content + "</r> <!-- 2 -->\n");
-    ASSERT_TRUE(root);
-    EXPECT_EQ(root->MarkupGet(), content.substr(2, content.size() - 3));
-    std::vector<std::string> markups;
-    for (auto node = root->FirstChildGet(); node; node = node->NextSiblingGet()) {
-        if (!node->MarkupGet().empty()) {
-            markups.emplace_back(node->MarkupGet());
-            EXPECT_TRUE(root->MarkupGet().ends_with(node->FollowingMarkupGet()));
-        }
+    std::istringstream stream("<!-- 1 -->\n<?pi?> <r xmlns:x='u'>" + content + " L\xC3\xA4nge </r> <!-- 2 -->\n");
+    const auto outline = Outline::parse(stream, 0);
+    ASSERT_TRUE(outline && outline->size() == parts.size());
+    EXPECT_EQ(outline->getRootName(), "r");
+    EXPECT_EQ(outline->getContent(), content.substr(2) + " L\xC3\xA4nge");
+    for (std::size_t number = 0; number < parts.size(); ++number) {
+        const Outline::Part part = (*outline)[number];
+        EXPECT_EQ(part.ahead, parts[number].first);
+        EXPECT_EQ(part.element, parts[number].second);
+        EXPECT_TRUE(outline->getContent().ends_with(part.behind));
+        EXPECT_EQ(part.behind.substr(0, 2), std::string_view("<?<gL\xC3").substr(2 * number, 2));
     }
-    EXPECT_EQ(markups, std::vector<std::string>(std::begin(children), std::end(children)));
-    EXPECT_EQ(file.SurroundingsGet().before, "<!-- 1 -->\n<?pi?>");
-    EXPECT_EQ(file.SurroundingsGet().rootAttributes, " xmlns:x=\"u\"");
-    EXPECT_EQ(file.SurroundingsGet().after, "<!-- 2 -->");
+    EXPECT_EQ((*outline)[0].getName(), "x:e");
+    EXPECT_EQ((*outline)[1].getName(), "eA");
+    EXPECT_EQ(outline->getSurroundings().before, "<!-- 1 -->\n<?pi?>");
+    EXPECT_EQ(outline->getSurroundings().rootAttributes, " xmlns:x=\"u\"");
+    EXPECT_EQ(outline->getSurroundings().after, "<!-- 2 -->");
 }
 
-TEST(XmlFile, givesMarkupThatNeedsNoDeclarations) {
-    File file;
-    const auto root = parsed(file, "<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE r [<!-- no --><?no no?>"
-                                   "<!ENTITY e 'x&#38;lt;<f b=\"&#38;amp;\"/>'><!ENTITY v '1&#34;2'>"
-                                   "<!ATTLIST g c CDATA 'd'>]><r><g a='&v;'>&e;<!--\xE4--></g></r>");
-    ASSERT_TRUE(root);
-    EXPECT_EQ(root->MarkupGet(), "<g a=\"1&quot;2\" c=\"d\">x&lt;<f b=\"&amp;\"></f><!--\xC3\xA4--></g>");
-    EXPECT_EQ(file.SurroundingsGet().before, "");
+TEST(XmlOutline, givesMarkupThatNeedsNoDeclarations) {
+    std::istringstream stream("<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE r [<!-- no --><?no no?>"
+                              "<!ENTITY e 'x&#38;lt;<f b=\"&#38;amp;\"/>'><!ENTITY v '1&#34;2'>"
+                              "<!ATTLIST g c CDATA 'd'>]><r><g a='&v;'>&e;<!--\xE4--></g></r>");
+    const auto outline = Outline::parse(stream, 0);
+    ASSERT_TRUE(outline);
+    EXPECT_EQ(outline->getContent(), "<g a=\"1&quot;2\" c=\"d\">x&lt;<f b=\"&amp;\"></f><!--\xC3\xA4--></g>");
+    EXPECT_EQ(outline->getSurroundings().before, "");
 }
 
 class ReasonKeeper : public errorhandler::ParseInterface,

@@ -1,14 +1,16 @@
 #pragma once
 
-#include "Xml/Surroundings.h"
+#include "Xml/Outline.h"
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
+
+class EnhancementBase;
 
 /// What the file holds beside the records of the database, as the load found it: elements of kinds that aren't
 /// registered, records that couldn't be taken, comments. Every rewrite writes it again, as it stood and where it stood.
@@ -35,34 +37,51 @@ public:
 
     const std::vector<Piece>& getPieces() const { return pieces; }
 
-    /// Takes what the load has before it, the content of the root, which must last until endLoad.
-    void startLoad(std::string_view content) {
-        waiting = content;
-        behindTurn = content.size();
+    /// Takes the content of the root, which must last until endLoad.
+    void startLoad(std::string_view content) { behindTurn = content; }
+
+    /// It is the turn of the part's element. What is ahead of it stands behind that many records.
+    void startTurn(std::size_t position, const xml::Outline::Part& part) {
+        append(position, part.ahead);
+        inTurn = part.element;
+        behindTurn = part.behind;
     }
 
-    /// It is the turn of all but the last bytes of the content.
-    void startTurn(std::size_t behind) { behindTurn = behind; }
+    /// The record that the element gave, while it isn't added.
+    void setCandidate(const EnhancementBase* record) { candidate = record; }
 
-    /// What had its turn has become a record or a piece and doesn't wait any more.
-    void endTurn() { waiting.remove_prefix(waiting.size() - behindTurn); }
+    /// That record has been added, if it is the one, and stands for the element from now on.
+    void noteAddition(const EnhancementBase* record) {
+        if (record == candidate) {
+            inTurn = {};
+        }
+    }
 
-    /// Keeps what is still waiting, as behind that many records: an exception ended the load.
+    /// Keeps the element, as behind that many records, if no record stands for it.
+    void endTurn(std::size_t position) {
+        append(position, inTurn);
+        inTurn = {};
+        candidate = nullptr;
+    }
+
+    /// Keeps what is still waiting, because an exception ended the load or because it is behind the last element.
     void endLoad(std::size_t position) {
-        append(position, waiting);
-        startLoad({});
+        endTurn(position);
+        append(position, behindTurn);
+        behindTurn = {};
     }
 
-    /// What the load hasn't come to. It stands behind the records and the pieces.
-    std::string_view getWaiting() const { return waiting; }
+    /// What the load hasn't come to or has in hand. It stands behind the records and the pieces.
+    std::array<std::string_view, 2> getWaiting() const { return {inTurn, behindTurn}; }
 
     /// What stands around the records and the pieces.
     xml::Surroundings surroundings;
 
 private:
     std::vector<Piece> pieces;
-    std::string_view waiting;
-    std::size_t behindTurn = 0; // how much of it is left after the present turn
+    std::string_view inTurn;
+    std::string_view behindTurn;
+    const EnhancementBase* candidate = nullptr;
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

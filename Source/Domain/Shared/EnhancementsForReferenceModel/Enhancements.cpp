@@ -20,7 +20,7 @@ void Enhancements::addEnhancement(std::unique_ptr<EnhancementBase>&& record) {
     EnhancementsFile file(*enhancementsDb);
     if (file.lockFile()) {
         enhancementsDb->records.push_back(std::move(record));
-        enhancementsDb->carried.endTurn(); // of the record's element, during the load
+        enhancementsDb->carried.noteAddition(enhancementsDb->records.back().get());
     }
 }
 

@@ -6,11 +6,13 @@
 #include "Utilities/ScopeGuard.h"
 #include "Xml/File.h"
 #include "Xml/MarkupWriter.h"
+#include "Xml/Outline.h"
 
 #include <fstream>
 #include <map>
 #include <optional>
 #include <ostream>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -61,7 +63,7 @@ void appendRecord(xml::MarkupWriter& document, const EnhancementBase& record) {
 }
 
 /// Name and text of each child that has content. An attribute's text is its first child node and no other.
-std::vector<std::pair<std::string, std::string>> attributesOf(const xml::const_Element& record) {
+std::vector<std::pair<std::string, std::string>> attributesOf(const xml::const_Node& record) {
     std::vector<std::pair<std::string, std::string>> attributes;
     for (auto child = record.FirstChildGet(); child; child = child->NextSiblingGet()) {
         if (const auto text = child->FirstChildGet()) {
@@ -71,11 +73,13 @@ std::vector<std::pair<std::string, std::string>> attributesOf(const xml::const_E
     return attributes;
 }
 
-/// The record that the node stands for; null if it isn't an element of a kind that Factory makes.
-std::unique_ptr<EnhancementBase> recordFrom(const xml::const_Node& node) {
-    const auto element = xml::const_Element::toWrapper(node);
-    auto record = element ? Factory::createEntityFromName(element->getNodeName()) : nullptr;
+/// The record that the element stands for; null if it isn't of a kind that Factory makes.
+std::unique_ptr<EnhancementBase> recordFrom(const xml::Outline::Part& part) {
+    auto record = Factory::createEntityFromName(part.getName());
     if (record) {
+        std::istringstream stream{std::string(part.element)};
+        xml::File file;
+        const auto element = file.parse(stream, rootName, nullptr);
         record->setAttributes(attributesOf(*element));
     }
     return record;
@@ -160,12 +164,15 @@ void EnhancementsFile::appendDocument(xml::MarkupWriter& out) const {
         appendRecord(out, *enhancementsDb.records[position]);
     }
     appendPieces(enhancementsDb.records.size());
-    if (const auto waiting = carried.getWaiting(); !waiting.empty()) {
-        out.appendMarkup(waiting);
+    for (const std::string_view waiting : carried.getWaiting()) {
+        if (!waiting.empty()) {
+            out.appendMarkup(waiting);
+        }
     }
     out.endElement();
     out.appendOutside(carried.surroundings.after);
-    expectedSize = out.getText().size() + out.getText().size() / 8;
+    constexpr std::size_t slack = 8192;
+    expectedSize = out.getText().size() + slack;
 }
 
 bool EnhancementsFile::readFile() {
@@ -176,27 +183,25 @@ bool EnhancementsFile::readFile() {
         return false;
     }
     std::ifstream stream(filePath, std::ios_base::in | std::ios_base::binary);
-    xml::File file(nullptr, xml::VerboseLevel::Full, xml::ValidateLevel::WellFormed);
-    const auto root = stream.good() ? parse(stream, file) : std::nullopt;
-    if (!root) {
+    const auto document = stream.good() ? parse(stream, state->size) : std::nullopt;
+    if (!document) {
         return false;
     }
     knownStates.insert_or_assign(state->identity, *state);
-    load(file, *root);
+    load(*document);
     return true;
 }
 
 bool EnhancementsFile::read(std::istream& stream) {
-    xml::File file(nullptr, xml::VerboseLevel::Full, xml::ValidateLevel::WellFormed);
-    const auto root = parse(stream, file);
-    if (root) {
-        load(file, *root);
+    const auto document = parse(stream, 0);
+    if (document) {
+        load(*document);
     }
-    return root.has_value();
+    return document.has_value();
 }
 
-/// Parses the stream into the file and gives the root; nothing if the stream holds no document of records.
-std::optional<xml::Element> EnhancementsFile::parse(std::istream& stream, xml::File& file) {
+/// Parses the stream; gives nothing if it holds no document of records.
+std::optional<xml::Outline> EnhancementsFile::parse(std::istream& stream, std::uint64_t expectedSize) {
     constexpr auto endOfFile = std::istream::traits_type::eof();
     if (!stream.good()) {
         report("Stream must be open", readName, 66);
@@ -207,33 +212,29 @@ std::optional<xml::Element> EnhancementsFile::parse(std::istream& stream, xml::F
     if (!stream.good() || stream.peek() == endOfFile) {
         return std::nullopt;
     }
-    auto root = file.parse(stream, rootName, nullptr);
-    if (root && !root->boNodeNameIs(rootName)) {
+    auto document = xml::Outline::parse(stream, expectedSize);
+    if (document && document->getRootName() != rootName) {
         report("Error in Enhancements xml file.", readName, 76);
         return std::nullopt;
     }
-    return root;
+    return document;
 }
 
 /// Adds the records to the process's database, each with a rewrite of the file. What isn't one yet is carried.
-void EnhancementsFile::load(const xml::File& file, const xml::Element& root) {
+void EnhancementsFile::load(const xml::Outline& document) {
     const auto database = Enhancements::getOrCreateEnhancementsDb();
     CarriedMarkup& carried = database->carried;
-    carried.surroundings = file.SurroundingsGet();
-    carried.startLoad(root.MarkupGet());
+    carried.surroundings = document.getSurroundings();
+    carried.startLoad(document.getContent());
     const ScopeGuard end([&] { carried.endLoad(database->records.size()); });
-    for (auto node = root.FirstChildGet(); node; node = node->NextSiblingGet()) {
-        auto record = recordFrom(*node);
-        carried.startTurn(node->FollowingMarkupGet().size());
-        bool isTaken = false;
-        if (record) {
+    for (std::size_t number = 0; number < document.size(); ++number) {
+        const xml::Outline::Part part = document[number];
+        carried.startTurn(database->records.size(), part);
+        if (auto record = recordFrom(part)) {
+            carried.setCandidate(record.get());
             Enhancements::addEnhancement(std::move(record));
-            isTaken = record == nullptr;
         }
-        if (!isTaken) {
-            carried.append(database->records.size(), node->MarkupGet());
-            carried.endTurn();
-        }
+        carried.endTurn(database->records.size());
     }
 }
 

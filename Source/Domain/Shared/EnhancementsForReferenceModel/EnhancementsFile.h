@@ -3,6 +3,7 @@
 #include "Export.h"
 #include "Utilities/FileLock.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <iosfwd>
 #include <memory>
@@ -10,9 +11,8 @@
 
 namespace orv::xml {
 
-class Element;
-class File;
 class MarkupWriter;
+class Outline;
 
 } // namespace orv::xml
 
@@ -66,8 +66,8 @@ public:
     static bool read(std::istream& stream);
 
 private:
-    static std::optional<xml::Element> parse(std::istream& stream, xml::File& file);
-    static void load(const xml::File& file, const xml::Element& root);
+    static std::optional<xml::Outline> parse(std::istream& stream, std::uint64_t expectedSize);
+    static void load(const xml::Outline& document);
     void createFile() const;
     std::unique_ptr<utilities::FileLock> tryLock() const;
     void writeThrough(utilities::FileLock& lock) const;

@@ -1,0 +1,83 @@
+#include "Xml/Outline.h"
+
+#include "Xml/Escape.h"
+#include "Xml/Parser.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orv::xml {
+
+class Outline::Reader : public Parser {
+public:
+    explicit Reader(std::size_t expected) : expectedSize(expected) {}
+
+    Outline takeOutline() {
+        outline.surroundings = std::move(surroundings);
+        return std::move(outline);
+    }
+
+private:
+    void beginElement(const char* name, const char** attributes) override {
+        if (getDepth() == 1) {
+            outline.rootName = unescapedName(name);
+            outline.content.reserve(std::min(expectedSize, maximumReserve));
+            return;
+        }
+        if (getDepth() == 2) {
+            outline.elements.push_back({outline.content.size(), 0});
+        }
+        if (hasDoctype()) {
+            // The tag may name entities, and lack attributes, that are declared there.
+            outline.content.append("<").append(name).append(markupOf(attributes)).append(">");
+        } else {
+            handOn();
+        }
+    }
+
+    void endElement(const char* name) override {
+        if (getDepth() == 1) {
+            return;
+        }
+        if (hasDoctype()) {
+            outline.content.append("</").append(name).append(">");
+        } else {
+            handOn();
+        }
+        if (getDepth() == 2) {
+            outline.elements.back().end = outline.content.size();
+        }
+    }
+
+    void appendMarkup(std::string_view markup) override { outline.content += markup; }
+
+    // A size that is wrong must not cost all memory.
+    static constexpr std::size_t maximumReserve = std::size_t{1} << 28U;
+
+    std::size_t expectedSize;
+    Outline outline;
+};
+
+std::optional<Outline> Outline::parse(std::istream& stream, std::size_t expectedSize) {
+    Reader reader(expectedSize);
+    return reader.parse(stream) ? std::optional(reader.takeOutline()) : std::nullopt;
+}
+
+std::string_view Outline::getContent() const {
+    return trimmed(content);
+}
+
+Outline::Part Outline::operator[](std::size_t number) const {
+    const Range& range = elements[number];
+    const std::size_t previousEnd = number == 0 ? 0 : elements[number - 1].end;
+    const std::string_view all = content;
+    return {trimmed(all.substr(previousEnd, range.begin - previousEnd)),
+            all.substr(range.begin, range.end - range.begin), trimmed(all.substr(range.end))};
+}
+
+std::string Outline::Part::getName() const {
+    const std::string_view tag = element.substr(1);
+    return unescapedName(tag.substr(0, tag.find_first_of(" \t\r\n/>")));
+}
+
+} // namespace orv::xml
