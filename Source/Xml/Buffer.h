@@ -11,18 +11,48 @@
 
 namespace orv::xml {
 
+/// Copies the piece to where there is room for it and gives the end of the copy. Two copies of a fixed size that
+/// overlap are quicker than one of any size, and most pieces are short.
+inline char* put(char* to, std::string_view piece) {
+    constexpr auto copyEnds = []<typename Word>(char* destination, std::string_view source, Word first) {
+        Word last = 0;
+        std::memcpy(&first, source.data(), sizeof(Word));
+        std::memcpy(&last, source.data() + source.size() - sizeof(Word), sizeof(Word));
+        std::memcpy(destination, &first, sizeof(Word));
+        std::memcpy(destination + source.size() - sizeof(Word), &last, sizeof(Word));
+    };
+    if (piece.size() > 2 * sizeof(std::uint64_t)) {
+        std::memcpy(to, piece.data(), piece.size());
+    } else if (piece.size() >= sizeof(std::uint64_t)) {
+        copyEnds(to, piece, std::uint64_t{});
+    } else if (piece.size() >= sizeof(std::uint32_t)) {
+        copyEnds(to, piece, std::uint32_t{});
+    } else {
+        std::copy(piece.begin(), piece.end(), to);
+    }
+    return to + piece.size();
+}
+
+inline std::size_t maximumSize(std::string_view piece) {
+    return piece.size();
+}
+
 /// A text in the making, for many short pieces: std::string's own append costs several times as much for each.
 class Buffer {
 public:
     /// With room for a text of that size; it may get longer.
     explicit Buffer(std::size_t expectedSize = 0) : capacity(expectedSize) {}
 
-    void append(std::string_view piece) {
-        if (capacity - size < piece.size()) {
-            grow(piece.size());
+    /// Appends all the pieces, each of a type that has maximumSize and put.
+    template <typename... Pieces>
+    void append(const Pieces&... pieces) {
+        const std::size_t needed = (maximumSize(pieces) + ...);
+        if (capacity - size < needed) {
+            grow(needed);
         }
-        copy(piece, room.get() + size);
-        size += piece.size();
+        char* end = room.get() + size;
+        ((end = put(end, pieces)), ...);
+        size = static_cast<std::size_t>(end - room.get());
     }
 
     /// Takes back the last byte.
@@ -31,35 +61,10 @@ public:
     std::string_view getText() const { return {room.get(), size}; }
 
 private:
-    /// Two copies of a fixed size that overlap are quicker than one of any size, and most pieces are short.
-    static void copy(std::string_view piece, char* to) {
-        constexpr std::size_t word = sizeof(std::uint64_t);
-        const std::size_t length = piece.size();
-        if (length > 2 * word) {
-            std::memcpy(to, piece.data(), length);
-        } else if (length >= word) {
-            copyEnds<word>(piece, to);
-        } else if (length >= word / 2) {
-            copyEnds<word / 2>(piece, to);
-        } else {
-            std::copy(piece.begin(), piece.end(), to);
-        }
-    }
-
-    template <std::size_t Size>
-    static void copyEnds(std::string_view piece, char* to) {
-        std::array<char, Size> first{};
-        std::array<char, Size> last{};
-        std::memcpy(first.data(), piece.data(), Size);
-        std::memcpy(last.data(), piece.data() + piece.size() - Size, Size);
-        std::memcpy(to, first.data(), Size);
-        std::memcpy(to + piece.size() - Size, last.data(), Size);
-    }
-
     void grow(std::size_t needed) {
         capacity = std::max(capacity + capacity / 2, size + needed);
         auto larger = std::make_unique_for_overwrite<char[]>(capacity);
-        copy(getText(), larger.get());
+        put(larger.get(), getText());
         room = std::move(larger);
     }
 

@@ -1,10 +1,13 @@
 #include "Xml/Escape.h"
 
+#include "Xml/Buffer.h"
 #include "Xml/Utf8.h"
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 
 namespace orv::xml {
@@ -14,6 +17,7 @@ namespace {
 // An escape is the seven characters _xHHHH_ with the hexadecimal number of a UTF-16 code unit.
 constexpr std::size_t escapeLength = 7;
 constexpr std::string_view emptyName = "_x_";
+constexpr std::string_view noCharacters = "<![CDATA[]]>";
 
 // A byte from 0x80 on that is no part of valid UTF-8 stands as the lone low surrogate of 0xdc00 plus the
 // byte.
@@ -54,28 +58,26 @@ std::optional<std::uint32_t> completeEscape(std::string_view text, std::size_t p
     return isComplete ? unit : std::nullopt;
 }
 
-void appendEscape(Buffer& out, std::uint32_t unit) {
+char* putEscape(char* to, std::uint32_t unit) {
     constexpr std::string_view digits = "0123456789ABCDEF";
-    std::array<char, escapeLength> escape = {'_', 'x'};
-    std::size_t length = 2;
+    to = put(to, "_x");
     for (const unsigned shift : {12U, 8U, 4U, 0U}) {
-        escape[length++] = digits[(unit >> shift) & 0xfU];
+        *to++ = digits[(unit >> shift) & 0xfU];
     }
-    escape[length++] = '_';
-    out.append({escape.data(), length});
+    *to++ = '_';
+    return to;
 }
 
-void appendEscapedByte(Buffer& out, char byte) {
-    appendEscape(out, byteSurrogates + static_cast<unsigned char>(byte));
+char* putEscapedByte(char* to, char byte) {
+    return putEscape(to, byteSurrogates + static_cast<unsigned char>(byte));
 }
 
-void appendEscapedCharacter(Buffer& out, char32_t codePoint) {
+char* putEscapedCharacter(char* to, char32_t codePoint) {
     if (codePoint < 0x10000) {
-        appendEscape(out, codePoint);
-    } else {
-        appendEscape(out, 0xd800 + ((codePoint - 0x10000) >> 10U));
-        appendEscape(out, 0xdc00 + ((codePoint - 0x10000) & 0x3ffU));
+        return putEscape(to, codePoint);
     }
+    to = putEscape(to, 0xd800 + ((codePoint - 0x10000) >> 10U));
+    return putEscape(to, 0xdc00 + ((codePoint - 0x10000) & 0x3ffU));
 }
 
 /// Whether a byte stands for itself in character data wherever it occurs.
@@ -91,53 +93,79 @@ constexpr auto plainBytes = [] {
 
 /// Escapes an underscore before xHHHH if what follows may complete an escape: an underscore, or a character that is
 /// itself written as an escape. Texts and names are given whole, so nothing follows their end.
-void appendUnderscore(Buffer& out, std::string_view text, std::size_t position, bool (*stays)(char)) {
+char* putUnderscore(char* to, std::string_view text, std::size_t position, bool (*stays)(char)) {
     const std::string_view next = text.substr(std::min(position + escapeLength - 1, text.size())).substr(0, 1);
-    if (escapedUnit(text, position) && !next.empty() && !stays(next.front())) {
-        appendEscape(out, '_');
-    } else {
-        out.append("_");
-    }
+    const bool isEscaped = escapedUnit(text, position) && !next.empty() && !stays(next.front());
+    return isEscaped ? putEscape(to, '_') : put(to, "_");
 }
 
 bool isPlain(char byte) {
     return plainBytes[static_cast<unsigned char>(byte)];
 }
 
-/// Appends the character, or byte, that the text begins with, which is no plain one, and gives its length.
-std::size_t appendSpecialCharacter(Buffer& out, std::string_view text) {
+/// Bytes that are looked at together.
+using Block = signed char __attribute__((vector_size(16)));
+
+/// The number of plain bytes that the block begins with, with tabs and line feeds not counted as plain.
+std::size_t countPlainBytes(Block block) {
+    const Block special = (block < 0x20) | (block == '&') | ((block | ('<' ^ '>')) == '>') | (block == '_');
+    const auto [first, last] = std::bit_cast<std::array<std::uint64_t, 2>>(special);
+    static_assert(std::endian::native == std::endian::little);
+    if (first != 0) {
+        return static_cast<std::size_t>(std::countr_zero(first)) / 8;
+    }
+    return last == 0 ? sizeof(Block) : sizeof(first) + static_cast<std::size_t>(std::countr_zero(last)) / 8;
+}
+
+/// Puts the plain bytes that the text begins with, at least up to a tab or line feed, and gives their number.
+std::size_t putPlainBytes(char* to, std::string_view text) {
+    std::size_t count = 0;
+    for (; text.size() - count >= sizeof(Block); count += sizeof(Block)) {
+        Block block;
+        std::memcpy(&block, text.data() + count, sizeof(Block));
+        std::memcpy(to + count, &block, sizeof(Block));
+        const std::size_t plain = countPlainBytes(block);
+        if (plain < sizeof(Block)) {
+            return count + plain;
+        }
+    }
+    const auto* const begin = text.begin() + count;
+    const auto* const end = std::find_if_not(begin, text.end(), isPlain);
+    put(to + count, {begin, end});
+    return static_cast<std::size_t>(end - text.begin());
+}
+
+struct Step {
+    char* to;
+    std::size_t length; // of what was taken from the text
+};
+
+/// Puts the character, or byte, that the text begins with, which is no plain one.
+Step putSpecialCharacter(char* to, std::string_view text) {
     switch (text.front()) {
     case '&':
-        out.append("&amp;");
-        return 1;
+        return {put(to, "&amp;"), 1};
     case '<':
-        out.append("&lt;");
-        return 1;
+        return {put(to, "&lt;"), 1};
     case '>':
-        out.append("&gt;");
-        return 1;
+        return {put(to, "&gt;"), 1};
     case '\r':
         // A parser would take a carriage return as it stands for a line end.
-        out.append("&#13;");
-        return 1;
+        return {put(to, "&#13;"), 1};
+    case '\t':
+    case '\n':
+        return {put(to, text.substr(0, 1)), 1};
     case '_':
-        appendUnderscore(out, text, 0, isPlain);
-        return 1;
+        return {putUnderscore(to, text, 0, isPlain), 1};
     default:
         break;
     }
     const auto [codePoint, length] = decodeUtf8(text);
     if (length == 0) {
-        appendEscapedByte(out, text.front());
-        return 1;
+        return {putEscapedByte(to, text.front()), 1};
     }
     const bool isXmlCharacter = codePoint >= 0x20 && codePoint != 0xfffe && codePoint != 0xffff;
-    if (isXmlCharacter) {
-        out.append(text.substr(0, length));
-    } else {
-        appendEscapedCharacter(out, codePoint);
-    }
-    return length;
+    return {isXmlCharacter ? put(to, text.substr(0, length)) : putEscapedCharacter(to, codePoint), length};
 }
 
 struct Range {
@@ -175,42 +203,56 @@ bool isNameCharacterBehindFirst(char32_t codePoint) {
 
 } // namespace
 
-void appendEscapedText(Buffer& out, std::string_view text) {
-    const auto* const end = text.data() + text.size();
-    for (const auto* position = text.data(); position != end;) {
-        const auto* const special = std::find_if_not(position, end, isPlain);
-        out.append({position, special});
-        position = special == end ? end : special + appendSpecialCharacter(out, {special, end});
+std::size_t maximumSize(CharacterData data) {
+    constexpr std::size_t shortSize = 256;
+    const std::string_view text = data.text;
+    const auto plain = text.size() < shortSize ? 0 : std::count_if(text.begin(), text.end(), isPlain);
+    return noCharacters.size() + text.size() + (escapeLength - 1) * (text.size() - static_cast<std::size_t>(plain));
+}
+
+char* put(char* to, CharacterData data) {
+    if (data.text.empty()) {
+        return put(to, noCharacters);
     }
+    for (std::string_view rest = data.text; !rest.empty();) {
+        const std::size_t plain = putPlainBytes(to, rest);
+        to += plain;
+        rest.remove_prefix(plain);
+        if (!rest.empty()) {
+            const Step step = putSpecialCharacter(to, rest);
+            to = step.to;
+            rest.remove_prefix(step.length);
+        }
+    }
+    return to;
 }
 
 std::string escapedName(std::string_view name) {
     if (name.empty()) {
         return std::string(emptyName);
     }
-    Buffer escaped;
-    if (name == emptyName) {
-        appendEscape(escaped, '_');
-        escaped.append(name.substr(1));
-        return std::string(escaped.getText());
-    }
+    std::string escaped(escapeLength * name.size(), '\0');
+    char* to = escaped.data();
     for (std::size_t position = 0; position < name.size();) {
         const auto [codePoint, length] = decodeUtf8(name.substr(position));
         if (length == 0) {
-            appendEscapedByte(escaped, name[position]);
+            to = putEscapedByte(to, name[position]);
             ++position;
             continue;
         }
-        if (codePoint == '_') {
-            appendUnderscore(escaped, name, position, isNameByte);
+        if (name == emptyName && position == 0) {
+            to = putEscape(to, codePoint);
+        } else if (codePoint == '_') {
+            to = putUnderscore(to, name, position, isNameByte);
         } else if (isNameLetter(codePoint) || (position > 0 && isNameCharacterBehindFirst(codePoint))) {
-            escaped.append(name.substr(position, length));
+            to = put(to, name.substr(position, length));
         } else {
-            appendEscapedCharacter(escaped, codePoint);
+            to = putEscapedCharacter(to, codePoint);
         }
         position += length;
     }
-    return std::string(escaped.getText());
+    escaped.resize(static_cast<std::size_t>(to - escaped.data()));
+    return escaped;
 }
 
 void unescape(std::string& text, std::size_t begin) {

@@ -1,15 +1,20 @@
 #pragma once
 
-#include "Xml/Buffer.h"
-
 #include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace orv::xml {
 
-/// Appends a text as the character data of an element, so that the parsed data, unescaped, is the text.
-void appendEscapedText(Buffer& out, std::string_view text);
+/// A text to be written as the character data of an element, so that the parsed data, unescaped, is the text.
+struct CharacterData {
+    std::string_view text;
+};
+
+/// At least the size of what put writes.
+std::size_t maximumSize(CharacterData data);
+
+char* put(char* to, CharacterData data);
 
 /// A name as the name of an element, so that the parsed name, unescaped, is the name. Letters of the widely
 /// used scripts stay; what some parsers don't take in names, the colon of namespaces included, is escaped.

@@ -41,31 +41,20 @@ struct MarkupWriter::State {
           lineBreak(lineBreakOf(lineEnding)),
           deepestLine(std::string(lineBreak) + std::string(indentationWidth * maximumIndentedDepth, ' ')) {}
 
-    void startChild() {
+    /// The line break and the indentation that a child of the open element starts with.
+    std::string_view startChild() {
         if (openElements.empty()) {
-            return;
+            return {};
         }
         OpenElement& parent = openElements.back();
         parent.isEmpty = false;
-        if (!parent.isInline) {
-            breakLine();
-        }
+        return parent.isInline ? std::string_view() : newLine();
     }
 
-    /// Begins a line, indented by the number of open elements.
-    void breakLine() {
-        if (!lineBreak.empty()) {
-            const std::size_t blanks = indentationWidth * std::min(openElements.size(), maximumIndentedDepth);
-            out.append(std::string_view(deepestLine).substr(0, lineBreak.size() + blanks));
-        }
-    }
-
-    void appendCharacters(std::string_view text) {
-        if (text.empty()) {
-            out.append("<![CDATA[]]>");
-        } else {
-            appendEscapedText(out, text);
-        }
+    /// The beginning of a line that is indented by the number of open elements.
+    std::string_view newLine() const {
+        const std::size_t blanks = indentationWidth * std::min(openElements.size(), maximumIndentedDepth);
+        return std::string_view(deepestLine).substr(0, lineBreak.empty() ? 0 : lineBreak.size() + blanks);
     }
 
     Buffer out;
@@ -86,19 +75,16 @@ void MarkupWriter::appendDeclaration() {
 
 void MarkupWriter::appendOutside(std::string_view markup) {
     if (!markup.empty()) {
-        state->out.append(markup);
-        state->out.append(state->lineBreak);
+        state->out.append(markup, state->lineBreak);
     }
 }
 
 void MarkupWriter::startElement(std::string_view name, std::string_view attributes, bool isInline) {
-    const Names::Name& known = state->names[state->names.numberOf(name)];
-    state->startChild();
-    state->out.append(known.startTag);
+    const Names::Name& known = state->names.find(name);
+    state->out.append(state->startChild(), known.startTag);
     if (!attributes.empty()) {
         state->out.dropLast();
-        state->out.append(attributes);
-        state->out.append(">");
+        state->out.append(attributes, ">");
     }
     state->openElements.push_back({&known, true, isInline});
 }
@@ -107,12 +93,11 @@ void MarkupWriter::appendText(std::string_view text) {
     State::OpenElement& parent = state->openElements.back();
     parent.isEmpty = false;
     parent.isInline = true;
-    state->appendCharacters(text);
+    state->out.append(CharacterData{text});
 }
 
 void MarkupWriter::appendMarkup(std::string_view markup) {
-    state->startChild();
-    state->out.append(markup);
+    state->out.append(state->startChild(), markup);
 }
 
 void MarkupWriter::endElement() {
@@ -122,10 +107,7 @@ void MarkupWriter::endElement() {
         state->out.dropLast();
         state->out.append("/>");
     } else {
-        if (!ended.isInline) {
-            state->breakLine();
-        }
-        state->out.append(ended.name->endTag);
+        state->out.append(ended.isInline ? std::string_view() : state->newLine(), ended.name->endTag);
     }
     if (state->openElements.empty()) {
         state->out.append(state->lineBreak);
@@ -133,11 +115,8 @@ void MarkupWriter::endElement() {
 }
 
 void MarkupWriter::appendElement(std::string_view name, std::string_view text) {
-    const Names::Name& known = state->names[state->names.numberOf(name)];
-    state->startChild();
-    state->out.append(known.startTag);
-    state->appendCharacters(text);
-    state->out.append(known.endTag);
+    const Names::Name& known = state->names.find(name);
+    state->out.append(state->startChild(), known.startTag, CharacterData{text}, known.endTag);
 }
 
 std::string_view MarkupWriter::getText() const {

@@ -6,29 +6,51 @@
 
 namespace orv::xml {
 
-std::uint32_t Names::numberOf(std::string_view name) {
-    // Names mostly follow each other as they did before, in one record after another.
-    if (!names.empty() && names[names[last]->next]->text == name) {
-        return last = names[last]->next;
+namespace {
+
+/// A text that was put together a moment ago is compared faster byte by byte than as a whole, which has to wait until
+/// all of its pieces have been stored.
+bool isSame(std::string_view one, std::string_view other) {
+    if (one.size() != other.size()) {
+        return false;
     }
-    const std::uint32_t number = findOrAdd(name);
-    names[last]->next = number;
-    return last = number;
+    for (std::size_t position = 0; position < one.size(); ++position) {
+        if (one[position] != other[position]) {
+            return false;
+        }
+    }
+    return true;
 }
 
-std::uint32_t Names::findOrAdd(std::string_view name) {
-    if (const auto known = numbers.find(name); known != numbers.end()) {
-        return known->second;
+} // namespace
+
+const Names::Name& Names::find(std::string_view text) {
+    // Names mostly follow each other as they did before, in one record after another.
+    if (expected == nullptr || !isSame(expected->text, text)) {
+        Name& found = findOrAdd(text);
+        if (last != nullptr) {
+            last->next = &found;
+        }
+        expected = &found;
+    }
+    last = expected;
+    expected = last->next;
+    return *last;
+}
+
+Names::Name& Names::findOrAdd(std::string_view text) {
+    if (const auto known = numbers.find(text); known != numbers.end()) {
+        return names[known->second];
     }
     constexpr std::size_t maximum = std::size_t{1} << numberBits;
     if (names.size() >= maximum) {
         throw std::length_error("too many XML names");
     }
     const auto number = static_cast<std::uint32_t>(names.size());
-    const std::string escaped = escapedName(name);
-    names.push_back(std::make_unique<Name>(Name{std::string(name), "<" + escaped + ">", "</" + escaped + ">"}));
-    numbers.emplace(names.back()->text, number);
-    return number;
+    const std::string escaped = escapedName(text);
+    Name& added = names.emplace_back(Name{number, std::string(text), "<" + escaped + ">", "</" + escaped + ">"});
+    numbers.emplace(added.text, number);
+    return added;
 }
 
 } // namespace orv::xml

@@ -2,38 +2,38 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 namespace orv::xml {
 
-/// The names of elements and processing instructions, each kept once and known by a number, with its tags.
+/// The names of elements and processing instructions, each kept once, with its number and its tags.
 class Names {
 public:
     static constexpr unsigned numberBits = 29;
 
     struct Name {
+        std::uint32_t number;
         std::string text;
         std::string startTag; // as it stands in a saved document, without attributes
         std::string endTag;
-        std::uint32_t next = 0; // the name that was asked for last after this one
+        Name* next = nullptr; // that was asked for last after this one
     };
 
-    /// The number of the name, which is a new one if there wasn't any. Throws std::length_error when there are too
-    /// many.
-    std::uint32_t numberOf(std::string_view name);
+    /// The name of that text, which is a new one if there wasn't any. Throws std::length_error when there are too many.
+    const Name& find(std::string_view text);
 
-    const Name& operator[](std::uint32_t number) const { return *names[number]; }
+    const Name& operator[](std::uint32_t number) const { return names[number]; }
 
 private:
-    std::uint32_t findOrAdd(std::string_view name);
+    Name& findOrAdd(std::string_view text);
 
-    std::vector<std::unique_ptr<Name>> names;
+    std::deque<Name> names;
     std::unordered_map<std::string_view, std::uint32_t> numbers; // the keys lie in names
-    std::uint32_t last = 0;                                      // that was asked for
+    Name* last = nullptr;                                        // that was asked for
+    Name* expected = nullptr;                                    // to be asked for next
 };
 
 } // namespace orv::xml
