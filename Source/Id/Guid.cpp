@@ -99,19 +99,6 @@ std::string uuidText(const Bytes& bytes) {
     return text;
 }
 
-std::string globalIdText(const Bytes& bytes) {
-    std::array<char, globalIdLength> text{globalIdDigits[bytes[0] >> 6U], globalIdDigits[bytes[0] & 0x3fU]};
-    std::size_t length = 2;
-    for (std::size_t first = 1; first < bytes.size(); first += 3) {
-        const std::uint32_t bits = (static_cast<std::uint32_t>(bytes[first]) << 16U) |
-                                   (static_cast<std::uint32_t>(bytes[first + 1]) << 8U) | bytes[first + 2];
-        for (const unsigned shift : {18U, 12U, 6U, 0U}) {
-            text[length++] = globalIdDigits[(bits >> shift) & 0x3fU];
-        }
-    }
-    return {text.data(), length};
-}
-
 /// Ids of one authoring tool often differ in a few bits only. Multiplying by an odd constant (2^64 divided by
 /// the golden ratio) carries each bit upwards, and the shifts bring them down again.
 std::uint64_t mixed(std::uint64_t bits) {
@@ -137,12 +124,31 @@ bool Guid::boSet(std::string_view text) {
 }
 
 std::string Guid::toString(bool asUuid) const {
+    if (!asUuid) {
+        const auto globalId = toGlobalId();
+        return {globalId.data(), globalId.size()};
+    }
     Bytes bytes{static_cast<std::uint8_t>(data1 >> 24U), static_cast<std::uint8_t>(data1 >> 16U),
                 static_cast<std::uint8_t>(data1 >> 8U),  static_cast<std::uint8_t>(data1),
                 static_cast<std::uint8_t>(data2 >> 8U),  static_cast<std::uint8_t>(data2),
                 static_cast<std::uint8_t>(data3 >> 8U),  static_cast<std::uint8_t>(data3)};
     std::copy(std::begin(data4), std::end(data4), bytes.begin() + 8);
-    return asUuid ? uuidText(bytes) : globalIdText(bytes);
+    return uuidText(bytes);
+}
+
+std::array<char, globalIdLength> Guid::toGlobalId() const {
+    std::uint64_t high = (std::uint64_t{data1} << 32U) | (std::uint64_t{data2} << 16U) | data3;
+    std::uint64_t low = 0;
+    for (const std::uint8_t byte : data4) {
+        low = (low << 8U) | byte;
+    }
+    std::array<char, globalIdLength> text{};
+    for (std::size_t position = globalIdLength; position > 0; --position) {
+        text[position - 1] = globalIdDigits[low & 0x3fU];
+        low = (low >> 6U) | (high << 58U);
+        high >>= 6U;
+    }
+    return text;
 }
 
 std::uint64_t Guid::hash() const noexcept {

@@ -2,6 +2,7 @@
 
 #include "Export.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -28,6 +29,9 @@ struct ORV_EXPORT Guid {
 
     /// The UUID in lower case if asUuid is true, the GlobalId otherwise. boSet takes both.
     std::string toString(bool asUuid) const;
+
+    /// The characters of the GlobalId, without a string to hold them.
+    std::array<char, 22> toGlobalId() const;
 
     /// A well-spread hash of all sixteen bytes, the same in every process.
     std::uint64_t hash() const noexcept;

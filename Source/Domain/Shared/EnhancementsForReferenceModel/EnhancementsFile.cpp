@@ -55,7 +55,8 @@ void appendAttribute(xml::MarkupWriter& document, const std::string& name, const
 
 void appendRecord(xml::MarkupWriter& document, const EnhancementBase& record) {
     document.startElement(record.getEntityName());
-    document.appendElement("OwnerId", record.ownerId.toString(false));
+    const auto ownerId = record.ownerId.toGlobalId();
+    document.appendElement("OwnerId", {ownerId.data(), ownerId.size()});
     for (const auto& [name, value] : record.getAttributes()) {
         appendAttribute(document, name, value);
     }
