@@ -5,9 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
-#include <cstring>
 #include <optional>
 
 namespace orv::xml {
@@ -103,38 +101,6 @@ bool isPlain(char byte) {
     return plainBytes[static_cast<unsigned char>(byte)];
 }
 
-/// Bytes that are looked at together.
-using Block = signed char __attribute__((vector_size(16)));
-
-/// The number of plain bytes that the block begins with, with tabs and line feeds not counted as plain.
-std::size_t countPlainBytes(Block block) {
-    const Block special = (block < 0x20) | (block == '&') | ((block | ('<' ^ '>')) == '>') | (block == '_');
-    const auto [first, last] = std::bit_cast<std::array<std::uint64_t, 2>>(special);
-    static_assert(std::endian::native == std::endian::little);
-    if (first != 0) {
-        return static_cast<std::size_t>(std::countr_zero(first)) / 8;
-    }
-    return last == 0 ? sizeof(Block) : sizeof(first) + static_cast<std::size_t>(std::countr_zero(last)) / 8;
-}
-
-/// Puts the plain bytes that the text begins with, at least up to a tab or line feed, and gives their number.
-std::size_t putPlainBytes(char* to, std::string_view text) {
-    std::size_t count = 0;
-    for (; text.size() - count >= sizeof(Block); count += sizeof(Block)) {
-        Block block;
-        std::memcpy(&block, text.data() + count, sizeof(Block));
-        std::memcpy(to + count, &block, sizeof(Block));
-        const std::size_t plain = countPlainBytes(block);
-        if (plain < sizeof(Block)) {
-            return count + plain;
-        }
-    }
-    const auto* const begin = text.begin() + count;
-    const auto* const end = std::find_if_not(begin, text.end(), isPlain);
-    put(to + count, {begin, end});
-    return static_cast<std::size_t>(end - text.begin());
-}
-
 struct Step {
     char* to;
     std::size_t length; // of what was taken from the text
@@ -152,9 +118,6 @@ Step putSpecialCharacter(char* to, std::string_view text) {
     case '\r':
         // A parser would take a carriage return as it stands for a line end.
         return {put(to, "&#13;"), 1};
-    case '\t':
-    case '\n':
-        return {put(to, text.substr(0, 1)), 1};
     case '_':
         return {putUnderscore(to, text, 0, isPlain), 1};
     default:
@@ -215,8 +178,9 @@ char* put(char* to, CharacterData data) {
         return put(to, noCharacters);
     }
     for (std::string_view rest = data.text; !rest.empty();) {
-        const std::size_t plain = putPlainBytes(to, rest);
-        to += plain;
+        const auto* const special = std::find_if_not(rest.begin(), rest.end(), isPlain);
+        const auto plain = static_cast<std::size_t>(special - rest.begin());
+        to = put(to, rest.substr(0, plain));
         rest.remove_prefix(plain);
         if (!rest.empty()) {
             const Step step = putSpecialCharacter(to, rest);
