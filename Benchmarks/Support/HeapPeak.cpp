@@ -1,6 +1,7 @@
 #include "Support/HeapPeak.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <malloc.h>
 
 // The GNU C library's own, under the names by which replacements reach them.
@@ -15,13 +16,26 @@ void __libc_free(void* block);
 
 namespace {
 
-std::size_t live = 0;
-std::size_t peak = 0;
+bool isCounting = false;
+std::ptrdiff_t live = 0; // beyond those at the beginning
+std::ptrdiff_t peak = 0;
+
+std::ptrdiff_t sizeOf(void* block) {
+    return static_cast<std::ptrdiff_t>(malloc_usable_size(block));
+}
 
 void* counted(void* block) {
-    live += malloc_usable_size(block);
-    peak = std::max(peak, live);
+    if (isCounting) {
+        live += sizeOf(block);
+        peak = std::max(peak, live);
+    }
     return block;
+}
+
+void discount(void* block) {
+    if (isCounting) {
+        live -= sizeOf(block);
+    }
 }
 
 } // namespace
@@ -38,12 +52,12 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 
 void* realloc(void* block, std::size_t size) {
-    live -= malloc_usable_size(block);
+    discount(block);
     return counted(__libc_realloc(block, size));
 }
 
 void free(void* block) {
-    live -= malloc_usable_size(block);
+    discount(block);
     __libc_free(block);
 }
 }
@@ -51,12 +65,17 @@ void free(void* block) {
 
 namespace orv::benchmarks {
 
-HeapPeak::HeapPeak() : liveBefore(live) {
-    peak = live;
+HeapPeak::HeapPeak() {
+    live = peak = 0;
+    isCounting = true;
+}
+
+HeapPeak::~HeapPeak() {
+    isCounting = false;
 }
 
 std::size_t HeapPeak::bytes() const {
-    return peak - liveBefore;
+    return static_cast<std::size_t>(peak);
 }
 
 } // namespace orv::benchmarks

@@ -5,15 +5,16 @@
 namespace orv::benchmarks {
 
 /// The most bytes that the process has on the heap at a time, in C code as well, beyond those at its making. Linking it
-/// replaces malloc. For one thread, and one at a time.
+/// replaces malloc, which takes longer while there is one. For one thread, and one at a time.
 class HeapPeak {
 public:
     HeapPeak();
+    ~HeapPeak();
+
+    HeapPeak(const HeapPeak&) = delete;
+    HeapPeak& operator=(const HeapPeak&) = delete;
 
     std::size_t bytes() const;
-
-private:
-    std::size_t liveBefore;
 };
 
 } // namespace orv::benchmarks

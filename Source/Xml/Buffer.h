@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -11,22 +10,26 @@
 
 namespace orv::xml {
 
+/// Copies a piece of one to two words.
+template <typename Word>
+void putEnds(char* to, std::string_view piece) {
+    Word first = 0;
+    Word last = 0;
+    std::memcpy(&first, piece.data(), sizeof(Word));
+    std::memcpy(&last, piece.data() + piece.size() - sizeof(Word), sizeof(Word));
+    std::memcpy(to, &first, sizeof(Word));
+    std::memcpy(to + piece.size() - sizeof(Word), &last, sizeof(Word));
+}
+
 /// Copies the piece to where there is room for it and gives the end of the copy. Two copies of a fixed size that
 /// overlap are quicker than one of any size, and most pieces are short.
 inline char* put(char* to, std::string_view piece) {
-    constexpr auto copyEnds = []<typename Word>(char* destination, std::string_view source, Word first) {
-        Word last = 0;
-        std::memcpy(&first, source.data(), sizeof(Word));
-        std::memcpy(&last, source.data() + source.size() - sizeof(Word), sizeof(Word));
-        std::memcpy(destination, &first, sizeof(Word));
-        std::memcpy(destination + source.size() - sizeof(Word), &last, sizeof(Word));
-    };
     if (piece.size() > 2 * sizeof(std::uint64_t)) {
         std::memcpy(to, piece.data(), piece.size());
     } else if (piece.size() >= sizeof(std::uint64_t)) {
-        copyEnds(to, piece, std::uint64_t{});
+        putEnds<std::uint64_t>(to, piece);
     } else if (piece.size() >= sizeof(std::uint32_t)) {
-        copyEnds(to, piece, std::uint32_t{});
+        putEnds<std::uint32_t>(to, piece);
     } else {
         std::copy(piece.begin(), piece.end(), to);
     }

@@ -202,7 +202,7 @@ bool EnhancementsFile::read(std::istream& stream) {
 }
 
 /// Parses the stream; gives nothing if it holds no document of records.
-std::optional<xml::Outline> EnhancementsFile::parse(std::istream& stream, std::uint64_t expectedSize) {
+std::optional<xml::Outline> EnhancementsFile::parse(std::istream& stream, std::uint64_t streamSize) {
     constexpr auto endOfFile = std::istream::traits_type::eof();
     if (!stream.good()) {
         report("Stream must be open", readName, 66);
@@ -213,7 +213,7 @@ std::optional<xml::Outline> EnhancementsFile::parse(std::istream& stream, std::u
     if (!stream.good() || stream.peek() == endOfFile) {
         return std::nullopt;
     }
-    auto document = xml::Outline::parse(stream, expectedSize);
+    auto document = xml::Outline::parse(stream, streamSize);
     if (document && document->getRootName() != rootName) {
         report("Error in Enhancements xml file.", readName, 76);
         return std::nullopt;

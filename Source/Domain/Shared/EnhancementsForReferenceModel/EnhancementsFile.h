@@ -66,7 +66,7 @@ public:
     static bool read(std::istream& stream);
 
 private:
-    static std::optional<xml::Outline> parse(std::istream& stream, std::uint64_t expectedSize);
+    static std::optional<xml::Outline> parse(std::istream& stream, std::uint64_t streamSize);
     static void load(const xml::Outline& document);
     void createFile() const;
     std::unique_ptr<utilities::FileLock> tryLock() const;
