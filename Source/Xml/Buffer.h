@@ -10,6 +10,9 @@
 
 namespace orv::xml {
 
+/// An expected size may be wrong, and must not cost all memory then.
+constexpr std::size_t maximumExpectation = std::size_t{1} << 28U;
+
 /// Copies a piece of one to two words.
 template <typename Word>
 void putEnds(char* to, std::string_view piece) {
@@ -44,7 +47,7 @@ inline std::size_t maximumSize(std::string_view piece) {
 class Buffer {
 public:
     /// With room for a text of that size; it may get longer.
-    explicit Buffer(std::size_t expectedSize = 0) : capacity(expectedSize) {}
+    explicit Buffer(std::size_t expectedSize) { restart(expectedSize); }
 
     /// Appends all the pieces, each of a type that has maximumSize and put.
     template <typename... Pieces>
@@ -56,6 +59,17 @@ public:
         char* end = room.get() + size;
         ((end = put(end, pieces)), ...);
         size = static_cast<std::size_t>(end - room.get());
+    }
+
+    /// Forgets the text. The room stays, unless it is too small for the next one.
+    void restart(std::size_t expectedSize) {
+        const std::size_t expected = std::min(expectedSize, maximumExpectation);
+        size = 0;
+        if (capacity < expected) {
+            capacity = 0;
+            room.reset();
+            grow(expected);
+        }
     }
 
     /// Takes back the last byte.
@@ -71,8 +85,8 @@ private:
         room = std::move(larger);
     }
 
-    std::size_t capacity;
-    std::unique_ptr<char[]> room = std::make_unique_for_overwrite<char[]>(capacity);
+    std::size_t capacity = 0;
+    std::unique_ptr<char[]> room;
     std::size_t size = 0;
 };
 

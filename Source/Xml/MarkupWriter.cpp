@@ -69,6 +69,12 @@ MarkupWriter::MarkupWriter(LineEnding lineEnding, std::size_t expectedSize)
 
 MarkupWriter::~MarkupWriter() = default;
 
+void MarkupWriter::restart(std::size_t expectedSize) {
+    state->out.restart(expectedSize);
+    state->openElements.clear();
+    state->names = Names();
+}
+
 void MarkupWriter::appendDeclaration() {
     appendOutside(R"(<?xml version="1.0" encoding="UTF-8"?>)");
 }

@@ -20,6 +20,9 @@ public:
     MarkupWriter(const MarkupWriter&) = delete;
     MarkupWriter& operator=(const MarkupWriter&) = delete;
 
+    /// Begins another document. What was written goes, but the room for it stays.
+    void restart(std::size_t expectedSize);
+
     /// The XML declaration, on a line of its own; if any, first of all.
     void appendDeclaration();
 

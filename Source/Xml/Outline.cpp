@@ -1,5 +1,6 @@
 #include "Xml/Outline.h"
 
+#include "Xml/Buffer.h"
 #include "Xml/Escape.h"
 #include "Xml/Parser.h"
 
@@ -21,7 +22,7 @@ private:
     void beginElement(const char* name, const char** attributes) override {
         if (getDepth() == 1) {
             outline.rootName = unescapedName(name);
-            outline.content.reserve(std::min(expectedSize, maximumReserve));
+            outline.content.reserve(std::min(expectedSize, maximumExpectation));
             return;
         }
         if (getDepth() == 2) {
@@ -50,9 +51,6 @@ private:
     }
 
     void appendMarkup(std::string_view markup) override { outline.content += markup; }
-
-    // A size that is wrong must not cost all memory.
-    static constexpr std::size_t maximumReserve = std::size_t{1} << 28U;
 
     std::size_t expectedSize;
     Outline outline;

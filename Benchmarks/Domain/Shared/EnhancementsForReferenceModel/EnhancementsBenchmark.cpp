@@ -55,21 +55,29 @@ Records& store(const std::string& path, Records records) {
 void addOurs(benchmark::State& state) {
     const TemporaryDirectory directory;
     Records& records = store(directory / "store.xml", makeMarks(state.range()));
-    double heap = 0;
+    const auto removeLast = [&records] {
+        auto last = std::move(records.back());
+        records.pop_back();
+        return last;
+    };
     for ([[maybe_unused]] const auto iteration : state) {
         auto mark = makeMark(static_cast<int>(state.range()));
-        const orv::benchmarks::HeapPeak peak;
         const auto start = Clock::now();
         Enhancements::addEnhancement(std::move(mark));
         state.SetIterationTime(Seconds(Clock::now() - start).count());
-        heap = static_cast<double>(peak.bytes());
-        records.pop_back();
+        removeLast();
         // The file is brought back to the old number of records.
-        auto last = std::move(records.back());
-        records.pop_back();
-        Enhancements::addEnhancement(std::move(last));
+        Enhancements::addEnhancement(removeLast());
     }
-    state.counters["heap/document"] = heap / static_cast<double>(std::filesystem::file_size(directory / "store.xml"));
+    // A database that has kept nothing from the additions before.
+    Enhancements& database = *Enhancements::getOrCreateEnhancementsDb();
+    Records kept = std::move(records);
+    database = Enhancements();
+    recordsOf(database) = std::move(kept);
+    const orv::benchmarks::HeapPeak heap;
+    Enhancements::addEnhancement(removeLast());
+    state.counters["heap/document"] =
+        static_cast<double>(heap.bytes()) / static_cast<double>(std::filesystem::file_size(directory / "store.xml"));
 }
 
 // The floor
@@ -142,48 +150,63 @@ void addFloor(benchmark::State& state) {
 
 // Loads
 
-struct LoadCost {
-    double seconds;
-    double heap;
-};
+/// What the function gives in a process of its own: a process loads once.
+template <typename Function>
+double inAnotherProcess(Function function) {
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) != 0) {
+        std::abort();
+    }
+    double result = 0;
+    if (fork() == 0) {
+        result = function();
+        _exit(write(ends[1], &result, sizeof result) == sizeof result ? 0 : 1);
+    }
+    close(ends[1]);
+    if (read(ends[0], &result, sizeof result) != sizeof result) {
+        std::abort();
+    }
+    close(ends[0]);
+    wait(nullptr);
+    return result;
+}
 
-/// A process loads once, so each load is in a process of its own.
+void prepareLoad() {
+    Factory::registerClass(std::make_unique<Mark>());
+    *Enhancements::getOrCreateEnhancementsDb() = Enhancements();
+}
+
+void load(std::int64_t count) {
+    EnhancementsFile::readFile();
+    if (static_cast<std::int64_t>(Enhancements::getOrCreateEnhancementsDb()->getRecords().size()) != count) {
+        std::abort();
+    }
+}
+
 void loadOurs(benchmark::State& state) {
     const TemporaryDirectory directory;
     const std::string path = directory / "store.xml";
     store(path, makeMarks(state.range()));
-    // The records take as much as these.
-    const orv::benchmarks::HeapPeak recordsHeap;
-    const Records records = makeMarks(state.range());
-    const auto recordBytes = static_cast<double>(recordsHeap.bytes());
     for ([[maybe_unused]] const auto iteration : state) {
-        std::array<int, 2> ends{};
-        LoadCost cost{};
-        if (pipe(ends.data()) != 0) {
-            std::abort();
-        }
-        const pid_t child = fork();
-        if (child == 0) {
-            Factory::registerClass(std::make_unique<Mark>());
-            *Enhancements::getOrCreateEnhancementsDb() = Enhancements();
-            const orv::benchmarks::HeapPeak heap;
+        state.SetIterationTime(inAnotherProcess([&state] {
+            prepareLoad();
             const auto start = Clock::now();
-            EnhancementsFile::readFile();
-            cost = {Seconds(Clock::now() - start).count(), static_cast<double>(heap.bytes())};
-            const auto loaded =
-                static_cast<std::int64_t>(Enhancements::getOrCreateEnhancementsDb()->getRecords().size());
-            _exit(loaded == state.range() && write(ends[1], &cost, sizeof cost) == sizeof cost ? 0 : 1);
-        }
-        close(ends[1]);
-        if (read(ends[0], &cost, sizeof cost) != sizeof cost) {
-            state.SkipWithError("the load fails");
-        }
-        close(ends[0]);
-        waitpid(child, nullptr, 0);
-        state.SetIterationTime(cost.seconds);
-        state.counters["heap/document"] =
-            (cost.heap - recordBytes) / static_cast<double>(std::filesystem::file_size(path));
+            load(state.range());
+            return Seconds(Clock::now() - start).count();
+        }));
     }
+    const double heap = inAnotherProcess([&state] {
+        prepareLoad();
+        const orv::benchmarks::HeapPeak peak;
+        load(state.range());
+        return static_cast<double>(peak.bytes());
+    });
+    const double records = inAnotherProcess([&state] {
+        const orv::benchmarks::HeapPeak peak;
+        makeMarks(state.range());
+        return static_cast<double>(peak.bytes());
+    });
+    state.counters["heap/document"] = (heap - records) / static_cast<double>(std::filesystem::file_size(path));
 }
 
 void loadFloor(benchmark::State& state) {

@@ -3,6 +3,7 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/CarriedMarkup.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementBase.h"
 #include "Export.h"
+#include "Xml/MarkupWriter.h"
 
 #include <memory>
 #include <vector>
@@ -50,6 +51,7 @@ private:
 
     std::vector<std::unique_ptr<EnhancementBase>> records;
     CarriedMarkup carried;
+    mutable std::unique_ptr<xml::MarkupWriter> idleWriter; // of the file, between two documents
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

@@ -89,9 +89,6 @@ std::unique_ptr<EnhancementBase> recordFrom(const xml::Outline::Part& part) {
 /// The states in which this process has read or left files: what a file holds that is still in its state is in memory.
 std::map<utilities::FileState::Identity, utilities::FileState> knownStates;
 
-/// Of the next document: somewhat more than the last one's.
-std::size_t expectedSize = 0;
-
 bool isKnown(const utilities::FileState& state) {
     const auto known = knownStates.find(state.identity);
     return known != knownStates.end() && known->second == state;
@@ -142,11 +139,26 @@ bool EnhancementsFile::write(std::ostream& stream) const {
         report("Stream must be open", writeName, 108);
         return false;
     }
-    xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
-    appendDocument(document);
-    const std::string_view text = document.getText();
-    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-    return stream.good();
+    return useDocument(0, [&stream](std::string_view text) {
+        stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+        return stream.good();
+    });
+}
+
+/// Makes the document of the database, which replaces one of that size, and gives what use gives for its text. The
+/// writer is kept for the next document: room of this size is dear to get.
+template <typename Use>
+bool EnhancementsFile::useDocument(std::uint64_t replacedSize, Use use) const {
+    constexpr std::size_t growth = 8192; // as a rule more than a record
+    auto document = std::move(enhancementsDb.idleWriter);
+    if (!document) {
+        document = std::make_unique<xml::MarkupWriter>(xml::LineEnding::Lf);
+    }
+    document->restart(replacedSize + growth);
+    appendDocument(*document);
+    const bool isUsed = use(document->getText());
+    enhancementsDb.idleWriter = std::move(document);
+    return isUsed;
 }
 
 void EnhancementsFile::appendDocument(xml::MarkupWriter& out) const {
@@ -172,8 +184,6 @@ void EnhancementsFile::appendDocument(xml::MarkupWriter& out) const {
     }
     out.endElement();
     out.appendOutside(carried.surroundings.after);
-    constexpr std::size_t slack = 8192;
-    expectedSize = out.getText().size() + slack;
 }
 
 bool EnhancementsFile::readFile() {
@@ -261,9 +271,7 @@ std::unique_ptr<utilities::FileLock> EnhancementsFile::tryLock() const {
 /// Whether the file holds the database as it is. False if an operation of a kind throws.
 bool EnhancementsFile::holdsDocument(const utilities::FileLock& lock) const {
     try {
-        xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
-        appendDocument(document);
-        return lock.holds(document.getText());
+        return useDocument(lock.getState().size, [&lock](std::string_view text) { return lock.holds(text); });
     } catch (...) {
         return false;
     }
@@ -273,10 +281,8 @@ bool EnhancementsFile::holdsDocument(const utilities::FileLock& lock) const {
 /// the end of a guard has nobody to give it to. Nothing is written then.
 void EnhancementsFile::writeThrough(utilities::FileLock& lock) const {
     try {
-        xml::MarkupWriter document(xml::LineEnding::Lf, expectedSize);
-        appendDocument(document);
         // A failure isn't told. What it leaves in the file is in memory as well.
-        lock.replaceContent(document.getText());
+        useDocument(lock.getState().size, [&lock](std::string_view text) { return lock.replaceContent(text); });
         if (const auto state = lock.seal()) {
             knownStates.insert_or_assign(state->identity, *state);
         }

@@ -72,6 +72,8 @@ private:
     std::unique_ptr<utilities::FileLock> tryLock() const;
     void writeThrough(utilities::FileLock& lock) const;
     void appendDocument(xml::MarkupWriter& out) const;
+    template <typename Use>
+    bool useDocument(std::uint64_t replacedSize, Use use) const;
     bool holdsDocument(const utilities::FileLock& lock) const;
 
     static std::filesystem::path filePath;
