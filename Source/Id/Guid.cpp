@@ -137,17 +137,21 @@ std::string Guid::toString(bool asUuid) const {
 }
 
 std::array<char, globalIdLength> Guid::toGlobalId() const {
-    std::uint64_t high = (std::uint64_t{data1} << 32U) | (std::uint64_t{data2} << 16U) | data3;
+    const std::uint64_t high = (std::uint64_t{data1} << 32U) | (std::uint64_t{data2} << 16U) | data3;
     std::uint64_t low = 0;
     for (const std::uint8_t byte : data4) {
         low = (low << 8U) | byte;
     }
     std::array<char, globalIdLength> text{};
-    for (std::size_t position = globalIdLength; position > 0; --position) {
-        text[position - 1] = globalIdDigits[low & 0x3fU];
-        low = (low >> 6U) | (high << 58U);
-        high >>= 6U;
-    }
+    const auto putDigits = [&text](std::size_t begin, std::size_t end, std::uint64_t bits) {
+        for (std::size_t position = end; position > begin; --position) {
+            text[position - 1] = globalIdDigits[bits & 0x3fU];
+            bits >>= 6U;
+        }
+    };
+    putDigits(0, 8, high >> 20U);
+    putDigits(8, 16, (high << 28U) | (low >> 36U));
+    putDigits(16, globalIdLength, low);
     return text;
 }
 

@@ -2,24 +2,38 @@
 
 #include "Xml/Escape.h"
 
+#include <cstring>
 #include <stdexcept>
 
 namespace orv::xml {
 
 namespace {
 
-/// A text that was put together a moment ago is compared faster byte by byte than as a whole, which has to wait until
-/// all of its pieces have been stored.
+/// Whether texts of the same size, of one to two words, are the same.
+template <typename Word>
+bool haveSameEnds(std::string_view one, std::string_view other) {
+    const auto differenceAt = [&](std::size_t position) {
+        Word first = 0;
+        Word second = 0;
+        std::memcpy(&first, one.data() + position, sizeof(Word));
+        std::memcpy(&second, other.data() + position, sizeof(Word));
+        return first ^ second;
+    };
+    return (differenceAt(0) | differenceAt(one.size() - sizeof(Word))) == 0;
+}
+
+/// For short texts that were put together a moment ago several times as quick as the comparison of string_view.
 bool isSame(std::string_view one, std::string_view other) {
     if (one.size() != other.size()) {
         return false;
     }
-    for (std::size_t position = 0; position < one.size(); ++position) {
-        if (one[position] != other[position]) {
-            return false;
-        }
+    if (one.size() >= sizeof(std::uint64_t) && one.size() <= 2 * sizeof(std::uint64_t)) {
+        return haveSameEnds<std::uint64_t>(one, other);
     }
-    return true;
+    if (one.size() >= sizeof(std::uint32_t) && one.size() < sizeof(std::uint64_t)) {
+        return haveSameEnds<std::uint32_t>(one, other);
+    }
+    return one == other;
 }
 
 } // namespace
