@@ -54,14 +54,14 @@ TEST_F(PropertyValueTest, leavesAMovedFromTextEmptyWithItsIndex) {
 
 TEST_F(PropertyValueTest, reportsAGetOfAnotherAlternativeAndGivesItsDefault) {
     const PropertyValue value(2.5);
-    const tests::Report expected{"Property value doesn't hold the given type.", "orv::object::PropertyValue::get",
-                                 "Source/Object/PropertyValue", 93};
+    const std::string expected =
+        "Source/Object/PropertyValue:93: orv::object::PropertyValue::get: Property value doesn't hold the given type.";
     EXPECT_EQ(value.get<double>(), 2.5);
     EXPECT_EQ(value.get<std::string>(), "");
-    EXPECT_EQ(takeReports(), std::vector{expected});
+    EXPECT_EQ(takeReports(), tests::Reports{expected});
     EXPECT_EQ(PropertyValue("1").get<bool>(), false);
     EXPECT_EQ(PropertyValue().get<std::optional<std::string>>(), std::nullopt);
-    EXPECT_EQ(takeReports(), std::vector({expected, expected}));
+    EXPECT_EQ(takeReports(), tests::Reports({expected, expected}));
 
     assert::Assert::setEnabled(false);
     EXPECT_EQ(value.get<std::string>(), "");

@@ -7,8 +7,9 @@
 #include "Support/SampleRecord.h"
 #include "Support/TemporaryDirectory.h"
 
+#include <algorithm>
 #include <functional>
-#include <map>
+#include <set>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -54,46 +55,51 @@ protected:
         return documentOf(elements);
     }
 
-    /// The texts of the records in the database, in order.
-    static std::vector<std::string> loadedTexts() {
-        std::vector<std::string> texts;
+    /// The texts of the records in the database, in order, a blank behind each.
+    static std::string loadedTexts() {
+        std::string texts;
         for (const auto& record : Enhancements::getOrCreateEnhancementsDb()->getRecords()) {
-            texts.push_back(dynamic_cast<const SampleRecord&>(*record).attributes.front().second.get<std::string>());
+            const auto& attributes = dynamic_cast<const SampleRecord&>(*record).attributes;
+            texts += attributes.front().second.get<std::string>() + ' ';
         }
         return texts;
     }
 
-    /// Runs the action in a process of its own, which is another one for the file and loads it anew, and gives whether
-    /// the action gave true.
-    static bool inAnotherProcess(const std::function<bool()>& action) {
+    /// Runs the action in a process of its own, which is another one for the file and loads it anew, and gives the text
+    /// that the action gave.
+    static std::string inAnotherProcess(const std::function<std::string()>& action) {
+        int ends[2];
+        EXPECT_EQ(::pipe(ends), 0);
         const pid_t child = ::fork();
         if (child == 0) {
-            ::_exit(action() ? 0 : 1);
+            const std::string text = action();
+            ::_exit(::write(ends[1], text.data(), text.size()) == std::ssize(text) ? 0 : 1);
         }
+        ::close(ends[1]);
+        std::string text(1000, '\0');
+        text.resize(static_cast<std::size_t>(std::max<ssize_t>(0, ::read(ends[0], text.data(), text.size()))));
+        ::close(ends[0]);
         int status = -1;
         ::waitpid(child, &status, 0);
-        return status == 0;
+        EXPECT_EQ(status, 0);
+        return text;
     }
 
     /// The contents of the kept copies, by name and so by time.
     std::vector<std::string> keptCopies() const {
-        std::map<std::string, std::string> copies;
-        for (const auto& entry : std::filesystem::directory_iterator(path.parent_path())) {
-            if (entry.path().filename().native().starts_with("store.xml.kept-")) {
-                copies[entry.path()] = contentOf(entry.path());
-            }
-        }
         std::vector<std::string> contents;
-        for (const auto& [name, content] : copies) {
-            contents.push_back(content);
+        for (const auto& file : std::set<std::filesystem::path>(begin(files()), end(files()))) {
+            if (file.filename().native().starts_with("store.xml.kept-")) {
+                contents.push_back(contentOf(file));
+            }
         }
         return contents;
     }
 
-    std::size_t fileCount() const {
-        const auto entries = std::filesystem::directory_iterator(path.parent_path());
-        return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+    std::filesystem::directory_iterator files() const {
+        return std::filesystem::directory_iterator(path.parent_path());
     }
+    std::ptrdiff_t fileCount() const { return std::distance(begin(files()), end(files())); }
 
     TemporaryDirectory directory;
     std::filesystem::path path = directory / "store.xml";

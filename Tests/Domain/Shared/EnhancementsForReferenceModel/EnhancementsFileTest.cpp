@@ -1,10 +1,6 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
 
-#include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
-#include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
-#include "Support/ReportTest.h"
-#include "Support/SampleRecord.h"
-#include "Support/TemporaryDirectory.h"
+#include "Support/StoreTest.h"
 
 #include <gtest/gtest.h>
 
@@ -13,45 +9,39 @@
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
 
-using tests::contentOf;
-using tests::Report;
-using tests::SampleRecord;
-using tests::setContent;
+using namespace tests;
 
-Report reportOf(const std::string& operation, std::uint32_t line, const std::string& message) {
-    return {message, "orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::" + operation,
-            "Source/Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile", line};
+std::string reportOf(const std::string& operation, int line, const std::string& message) {
+    return "Source/Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile:" + std::to_string(line) +
+           ": orv::domain::shared::enhancementsforreferencemodel::EnhancementsFile::" + operation + ": " + message;
 }
 
-class EnhancementsFileTest : public tests::ReportTest {
+class EnhancementsFileTest : public StoreTest {
 protected:
     EnhancementsFileTest() {
-        Factory::registerClass(std::make_unique<SampleRecord>("SampleNote"));
-        Factory::registerClass(std::make_unique<tests::SealedRecord>());
-        EnhancementsFile::setFilePath(path);
+        Factory::registerClass(std::make_unique<SealedRecord>());
+        EnhancementsFile::setFilePath(path = directory / "a/b/c/store.xml");
     }
 
-    tests::TemporaryDirectory directory;
-    std::filesystem::path path = directory / "a/b/c/store.xml";
     Enhancements enhancements;
 };
 
 const std::string emptyDocument = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Enhancements/>\n";
 
 TEST_F(EnhancementsFileTest, writesTextsNumbersAndTruthValuesAndLeavesOtherAttributesEmpty) {
-    auto record = std::make_unique<SampleRecord>("SampleNote",
-                                                 tests::TypedAttributes{{"Width", -250},
-                                                                        {"Visible", true},
-                                                                        {"Label", "Sample A"},
-                                                                        {"Offset", 2.5},
-                                                                        {"None", {}},
-                                                                        {"OwnerId", ""},
-                                                                        {"Maybe", std::optional<std::string>("text")}});
+    auto record =
+        std::make_unique<SampleRecord>("Sample", TypedAttributes{{"Width", -250},
+                                                                 {"Visible", true},
+                                                                 {"Label", "Sample A"},
+                                                                 {"Offset", 2.5},
+                                                                 {"None", {}},
+                                                                 {"OwnerId", ""},
+                                                                 {"Maybe", std::optional<std::string>("text")}});
     record->ownerId.boSet("1xS3BCk291UvhgP2dvNMKI");
     Enhancements::addEnhancement(std::move(record));
     EXPECT_EQ(contentOf(path), R"(<?xml version="1.0" encoding="UTF-8"?>
 <Enhancements>
-  <SampleNote>
+  <Sample>
     <OwnerId>1xS3BCk291UvhgP2dvNMKI</OwnerId>
     <Width>-250</Width>
     <Visible>true</Visible>
@@ -60,7 +50,7 @@ TEST_F(EnhancementsFileTest, writesTextsNumbersAndTruthValuesAndLeavesOtherAttri
     <None/>
     <OwnerId><![CDATA[]]></OwnerId>
     <Maybe/>
-  </SampleNote>
+  </Sample>
 </Enhancements>
 )");
 }
@@ -70,10 +60,10 @@ TEST_F(EnhancementsFileTest, reportsAStreamThatIsNotGoodAndLeavesItAlone) {
     stream.setstate(std::ios_base::failbit);
     EnhancementsFile file(enhancements);
     EXPECT_FALSE(file.write(stream));
-    EXPECT_EQ(takeReports(), std::vector{reportOf("write", 108, "Stream must be open")});
+    EXPECT_EQ(takeReports(), Reports{reportOf("write", 108, "Stream must be open")});
     EXPECT_FALSE(EnhancementsFile::read(stream));
-    EXPECT_EQ(takeReports(), std::vector({reportOf("read", 66, "Stream must be open"),
-                                          reportOf("read", 67, "You have got an empty file without header")}));
+    EXPECT_EQ(takeReports(), Reports({reportOf("read", 66, "Stream must be open"),
+                                      reportOf("read", 67, "You have got an empty file without header")}));
     EXPECT_EQ(stream.str(), "<Enhancements/>");
 }
 
@@ -87,11 +77,14 @@ TEST_F(EnhancementsFileTest, makesTheFileAndItsDirectoriesWhenItIsLockedFirst) {
         setContent(path, std::string(1000, ' '));
     }
     EXPECT_EQ(contentOf(path), emptyDocument) << "written whole, without the rest of older content";
+    std::filesystem::current_path(directory / ".");
+    EnhancementsFile::setFilePath("store.xml");
+    EXPECT_TRUE(EnhancementsFile(enhancements).lockFile());
+    EXPECT_EQ(contentOf(directory / "store.xml"), emptyDocument);
 }
 
 TEST_F(EnhancementsFileTest, leavesAnExistingEmptyFileAloneUntilItWrites) {
-    path = directory / "store.xml";
-    EnhancementsFile::setFilePath(path);
+    EnhancementsFile::setFilePath(path = directory / "store.xml");
     setContent(path, "");
     {
         EnhancementsFile file(enhancements);
@@ -105,7 +98,7 @@ TEST_F(EnhancementsFileTest, reportsASecondLockOfTheSameGuardAndLosesTheFirst) {
     EnhancementsFile file(enhancements);
     EXPECT_TRUE(file.lockFile());
     EXPECT_FALSE(file.lockFile()) << "the attempt runs while the lock is held";
-    EXPECT_EQ(takeReports(), std::vector{reportOf("lockFile", 24, "File is already locked")});
+    EXPECT_EQ(takeReports(), Reports{reportOf("lockFile", 24, "File is already locked")});
     EXPECT_EQ(contentOf(path), emptyDocument);
     EXPECT_TRUE(EnhancementsFile(enhancements).lockFile());
 }
@@ -113,61 +106,51 @@ TEST_F(EnhancementsFileTest, reportsASecondLockOfTheSameGuardAndLosesTheFirst) {
 TEST_F(EnhancementsFileTest, reportsThatItCannotWriteWithoutTheLock) {
     EnhancementsFile file(enhancements);
     file.writeFile();
-    EXPECT_EQ(takeReports(), std::vector{reportOf("writeFile", 53, "Not able to lock file before writing")});
+    EXPECT_EQ(takeReports(), Reports{reportOf("writeFile", 53, "Not able to lock file before writing")});
     EXPECT_FALSE(std::filesystem::exists(path));
-}
-
-TEST_F(EnhancementsFileTest, takesABareNameRelativeToTheCurrentDirectory) {
-    std::filesystem::current_path(directory / ".");
-    EnhancementsFile::setFilePath("store.xml");
-    EXPECT_TRUE(EnhancementsFile(enhancements).lockFile());
-    EXPECT_EQ(contentOf(directory / "store.xml"), emptyDocument);
 }
 
 struct ReadCase {
     std::string content;
-    bool result;
-    std::vector<tests::StringAttributes> received;
-    std::vector<Report> reports;
+    std::optional<std::string> records; ///< With the attributes that each received; nothing if the content is refused.
+    Reports reports = {};
 };
 
 TEST_F(EnhancementsFileTest, readsTheRecordsOfRegisteredKindsAndNothingElse) {
-    const Report isEmpty = reportOf("read", 67, "You have got an empty file without header");
-    const Report otherRoot = reportOf("read", 76, "Error in Enhancements xml file.");
+    const Reports isEmpty = {reportOf("read", 67, "You have got an empty file without header")};
+    const Reports otherRoot = {reportOf("read", 76, "Error in Enhancements xml file.")};
     const ReadCase cases[] = {
-        {"", false, {}, {isEmpty}},
-        {" \n ", false, {}, {}},
-        {"no document", false, {}, {}},
-        {"<Enhancements>", false, {}, {}},
-        {"<Enhancements/><Enhancements/>", false, {}, {}},
-        {"<Enhancements><SampleNote/></Enhancements>x", false, {}, {}},
-        {"<Other><SampleNote/></Other>", false, {}, {otherRoot}},
-        {"<enhancements/>", false, {}, {otherRoot}},
-        {"<Enhancements/>", true, {}, {}},
-        {"<Enhancements> <!-- c --> text <Unknown><A>1</A></Unknown><Sealed/> </Enhancements>", true, {}, {}},
-        {"<Enhancements><SampleNote/></Enhancements>", true, {{}}, {}},
-        // clang-format off
-        {"<Enhancements><SampleNote><A>1</A></SampleNote>\n<SampleNote><A>1</A></SampleNote></Enhancements>", true,
-         {{{"A", "1"}}, {{"A", "1"}}}, {}},
-        {"<Enhancements><SampleNote> x <A> 1 </A><!-- c --><Empty/><OwnerId>o</OwnerId><OwnerId>p</OwnerId>"
-         "<B>1<C/>2</B><D><E>3</E></D><F><!--c-->4</F></SampleNote></Enhancements>", true,
-         {{{"A", " 1 "}, {"OwnerId", "o"}, {"OwnerId", "p"}, {"B", "1"}, {"D", ""}, {"F", "c"}}}, {}},
+        {"", {}, isEmpty},
+        {" \n ", {}},
+        {"<Enhancements><Sample/></Enhancements>x", {}},
+        {"<Other><Sample/></Other>", {}, otherRoot},
+        {"<enhancements/>", {}, otherRoot},
+        {"<Enhancements/>", ""},
+        {"<Enhancements> <!-- c --> text <Unknown><A>1</A></Unknown><Sealed/> </Enhancements>", ""},
+        {"<Enhancements><Sample/>\n<Sample><A>1</A></Sample><Sample/></Enhancements>", "Sample;Sample A=1;Sample;"},
+        {"<Enhancements><Sample> x <A> 1 </A><!-- c --><Empty/><OwnerId>o</OwnerId><OwnerId>p</OwnerId>"
+         "<B>1<C/>2</B><D><E>3</E></D><F><!--c-->4</F></Sample></Enhancements>",
+         "Sample A= 1  OwnerId=o OwnerId=p B=1 D= F=c;"},
         {"\xEF\xBB\xBF<!DOCTYPE Enhancements [<!ENTITY e 'x'>]>"
-         "<Enhancements><SampleNote><A>&e;</A></SampleNote></Enhancements>", true, {{{"A", "x"}}}, {}},
-        // clang-format on
+         "<Enhancements><Sample><A>&e;</A></Sample></Enhancements>",
+         "Sample A=x;"},
     };
     const auto database = Enhancements::getOrCreateEnhancementsDb();
-    for (const auto& [content, result, received, expectedReports] : cases) {
+    for (const auto& [content, expected, expectedReports] : cases) {
         std::filesystem::remove(path);
         std::istringstream stream(content);
-        EXPECT_EQ(EnhancementsFile::read(stream), result) << content;
+        EXPECT_EQ(EnhancementsFile::read(stream), expected.has_value()) << content;
         EXPECT_EQ(takeReports(), expectedReports) << content;
-        std::vector<tests::StringAttributes> actual;
+        std::string records;
         for (const auto& record : database->getRecords()) {
-            actual.push_back(dynamic_cast<const SampleRecord&>(*record).received);
+            records += record->getEntityName();
+            for (const auto& [name, text] : dynamic_cast<const SampleRecord&>(*record).received) {
+                records += ' ' + name + '=' + text;
+            }
+            records += ';';
         }
-        EXPECT_EQ(actual, received) << content;
-        EXPECT_EQ(std::filesystem::exists(path), !received.empty()) << content;
+        EXPECT_EQ(records, expected.value_or("")) << content;
+        EXPECT_EQ(std::filesystem::exists(path), !records.empty()) << content;
         database->resetDb();
     }
 }

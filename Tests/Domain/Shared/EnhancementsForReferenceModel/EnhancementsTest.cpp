@@ -8,12 +8,10 @@
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
 
-using tests::contentOf;
-using tests::SampleRecord;
-using tests::setContent;
+using namespace tests;
 using utilities::FileLock;
 
-using EnhancementsTest = tests::StoreTest;
+using EnhancementsTest = StoreTest;
 
 TEST_F(EnhancementsTest, areEmptyWithoutAFileWhichIsNotMade) {
     const auto database = Enhancements::getOrCreateEnhancementsDb();
@@ -22,13 +20,6 @@ TEST_F(EnhancementsTest, areEmptyWithoutAFileWhichIsNotMade) {
     setContent(path, document({"late"}));
     EXPECT_EQ(Enhancements::getOrCreateEnhancementsDb(), database);
     EXPECT_TRUE(database->getRecords().empty());
-}
-
-TEST_F(EnhancementsTest, areLoadedAtTheFirstAdditionInFileOrderWithTheNewRecordLast) {
-    setContent(path, document({"a", "b"}));
-    EXPECT_TRUE(add("c"));
-    EXPECT_EQ(contentOf(path), document({"a", "b", "c"}));
-    EXPECT_EQ(Enhancements::getOrCreateEnhancementsDb()->getRecords().size(), 3U);
 }
 
 TEST_F(EnhancementsTest, areRewrittenOnceForEachRecordThatIsLoaded) {
@@ -47,14 +38,6 @@ TEST_F(EnhancementsTest, refuseARecordWhileAnotherHoldsTheLockAndTakeItLater) {
     EXPECT_EQ(contentOf(path), document({"a"}));
     EXPECT_TRUE(add("c"));
     EXPECT_EQ(contentOf(path), document({"a", "c"}));
-}
-
-TEST_F(EnhancementsTest, areNotLoadedWhileAnotherHoldsTheLock) {
-    setContent(path, document({"a", "b"}));
-    const auto held = FileLock::tryLock(path, true, FileLock::Access::ReadWrite);
-    EXPECT_TRUE(Enhancements::getOrCreateEnhancementsDb()->getRecords().empty());
-    EXPECT_EQ(SampleRecord::destroyed, 2);
-    EXPECT_EQ(contentOf(path), document({"a", "b"}));
 }
 
 TEST_F(EnhancementsTest, comeBackInANewFileWhenItVanishesOrThePathChanges) {
@@ -85,7 +68,7 @@ TEST_F(EnhancementsTest, areClearedInMemoryAndInTheFileWithTheNextAddition) {
 class ThrowingRecord : public SampleRecord {
 public:
     using SampleRecord::SampleRecord;
-    tests::TypedAttributes getAttributes() const override { throw std::runtime_error("no attributes"); }
+    TypedAttributes getAttributes() const override { throw std::runtime_error("no attributes"); }
 };
 
 TEST_F(EnhancementsTest, leaveTheFileWholeWhenAKindThrowsWhileItIsWritten) {
