@@ -1,7 +1,5 @@
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
-#include "FoundationClasses/FcPropertySingleValue.h"
-
 #include <gtest/gtest.h>
 
 namespace orv::ifc {
@@ -9,15 +7,6 @@ namespace {
 
 using def::xml::Def;
 using def::xml::PropertyKind;
-
-/// Makes a property of the published definition in a set of its own.
-template <class Property>
-std::shared_ptr<Property> make(const std::string& pset, const std::string& property) {
-    const auto set = std::make_shared<fc::core::kernel::FcPropertySet>();
-    const auto made = addSchemaDefToPropertySetDefinition(findSchemaDefForProperty(pset, property), set);
-    EXPECT_TRUE(made != nullptr && set->findProperty(property) == made) << pset << ' ' << property;
-    return std::dynamic_pointer_cast<Property>(made);
-}
 
 TEST(SchemaDefinitions, areThoseOfTheNewestVersionAsPublished) {
     const Def& status = *findSchemaDefForProperty("Pset_WallCommon", "Status");
@@ -42,15 +31,7 @@ TEST(SchemaDefinitions, areFoundByTheirExactNamesAlone) {
     }
     EXPECT_EQ(findSchemaDefForProperty("Pset_WallCommon", "firerating"), nullptr);
     EXPECT_EQ(findSchemaDefForProperty("PSET_WALLCOMMON", "FireRating"), nullptr);
-    EXPECT_EQ(findSchemaDefForProperty("Pset_WallCommon", ""), nullptr);
     EXPECT_EQ(findSchemaDefForProperty("", ""), nullptr);
-}
-
-TEST(SchemaDefinitions, makePropertiesWithoutATypeIfItIsMissingOrUnknown) {
-    const auto untyped = make<fc::FcPropertySingleValue>("Pset_ReinforcingMeshCommon", "MeshLength");
-    EXPECT_EQ(untyped->nominalValue.getType(), nullptr);
-    const auto list = make<fc::FcPropertyListValue>("Pset_ReinforcingBarCommon", "BendingParameters");
-    EXPECT_EQ(list->valueType, nullptr);
 }
 
 TEST(SchemaDefinitions, ofHostsMakePropertiesToo) {
