@@ -7,8 +7,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <fcntl.h>
-#include <spawn.h>
 #include <sstream>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -29,34 +27,43 @@ struct Outcome {
 
 class AnnotateTest : public ::testing::Test {
 protected:
-    pid_t start(std::vector<std::string> arguments, const std::string& name) {
+    pid_t start(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), ANNOTATE);
-        std::vector<char*> pointers;
-        for (std::string& argument : arguments) {
-            pointers.push_back(argument.data());
+        std::vector<char*> pointers(arguments.size() + 1);
+        std::transform(arguments.begin(), arguments.end(), pointers.begin(), [](auto& each) { return each.data(); });
+        const pid_t process = ::fork();
+        if (process == 0) {
+            if (std::freopen(outputOf(::getpid()).c_str(), "w", stdout) != nullptr &&
+                std::freopen(errorOf(::getpid()).c_str(), "w", stderr) != nullptr) {
+                ::execv(ANNOTATE, pointers.data());
+            }
+            ::_exit(127);
         }
-        pointers.push_back(nullptr);
-        posix_spawn_file_actions_t actions;
-        ::posix_spawn_file_actions_init(&actions);
-        const int flags = O_WRONLY | O_CREAT | O_TRUNC;
-        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, (directory / (name + ".out")).c_str(), flags, 0600);
-        ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, (directory / (name + ".err")).c_str(), flags, 0600);
-        pid_t process = -1;
-        EXPECT_EQ(::posix_spawn(&process, ANNOTATE, &actions, nullptr, pointers.data(), environ), 0);
-        ::posix_spawn_file_actions_destroy(&actions);
         return process;
     }
 
-    Outcome finish(pid_t process, const std::string& name) {
+    Outcome finish(pid_t process) const {
         int status = 0;
         EXPECT_EQ(::waitpid(process, &status, 0), process);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(directory / (name + ".out")),
-                contentOf(directory / (name + ".err"))};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(outputOf(process)),
+                contentOf(errorOf(process))};
     }
 
-    Outcome run(const std::vector<std::string>& arguments) { return finish(start(arguments, "run"), "run"); }
+    Outcome run(const std::vector<std::string>& arguments) const { return finish(start(arguments)); }
 
-    std::string firstId(const std::string& model) { return run({model, "objects"}).output.substr(0, 22); }
+    std::string outputOf(pid_t process) const { return directory / (std::to_string(process) + ".out"); }
+    std::string errorOf(pid_t process) const { return directory / (std::to_string(process) + ".err"); }
+
+    std::string firstId(const std::string& model, const std::string& ifcClass = "IfcObject") const {
+        return run({model, "objects", "--class", ifcClass}).output.substr(0, 22);
+    }
+
+    void expectRefusal(const std::vector<std::string>& arguments, int status, const std::string& error) const {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, status) << outcome.error;
+        EXPECT_NE(outcome.error.find(error), std::string::npos) << outcome.error << "doesn't tell: " << error;
+        EXPECT_EQ(outcome.output, "");
+    }
 
     static std::vector<std::string> models() {
         std::vector<std::string> paths = {HOUSE};
@@ -127,57 +134,62 @@ TEST_F(AnnotateTest, bringsNotesBackAfterARestartInOrderWithEveryCharacter) {
 }
 
 TEST_F(AnnotateTest, bringsPropertyValuesBackAfterARestart) {
-    const std::vector<std::string> single = {"Pset_WallCommon", "FireRating"};
-    const std::vector<std::string> list = {"Pset_Address", "AddressLines"};
-    const std::vector<std::string> table = {"Pset_AirTerminalPHistory", "InductionRatio"};
-    const std::string id = firstId(HOUSE);
-    const auto command = [&](const std::string& name, const std::vector<std::string>& property,
-                             const std::vector<std::string>& values) {
-        std::vector<std::string> arguments = {HOUSE, name, "--store", store, id, property[0], property[1]};
-        arguments.insert(arguments.end(), values.begin(), values.end());
-        return run(arguments);
-    };
-    EXPECT_EQ(command("set", single, {"F60"}).status, 0);
-    EXPECT_EQ(command("set", single, {"[010]"}).status, 0);
-    EXPECT_EQ(command("set-list", list, {"007", "[a,b]", "[]", "b c"}).status, 0);
-    EXPECT_EQ(command("set-table", table, {"1", "2.5", "3", "4"}).status, 0);
-    const std::string content = contentOf(store);
-    const struct {
-        std::string name;
-        std::vector<std::string> property;
-        std::vector<std::string> values;
-        int status;
-        std::string error;
-    } refused[] = {
-        {"set",
-         {"Pset_WallCommon", "FireRate"},
-         {"F90"},
-         1,
-         "Pset_WallCommon has no FireRate; did you mean FireRating?"},
-        {"get",
-         {"Pset_WalCommon", "FireRating"},
-         {},
-         1,
-         "no property set Pset_WalCommon; did you mean Pset_WallCommon?"},
-        {"set", {"Pset_WallCommon", "ThermalTransmittance"}, {"warm"}, 1, "IfcThermalTransmittanceMeasure and refused"},
-        {"set", {"Pset_AirTerminalBoxTypeCommon", "AirPressureRange"}, {"1;x"}, 1, "refused what was given"},
-        {"set", {"Pset_AirTerminalBoxTypeCommon", "AirPressureRange"}, {"1;2;3;4"}, 1, "three parts at most"},
-        {"set", list, {"a"}, 1, "Use the command set-list"},
-        {"set-list", {"Pset_WallCommon", "Status"}, {"NEW"}, 1, "is of the kind enumerated. Use the command set."},
-        {"set-list", list, {"c"}, 1, "lists and tables are set once"},
-        {"set-table", table, {"1"}, 2, "A table takes pairs"},
-        {"set", {"Pset_ActionRequest", "RequestSourceName"}, {"a"}, 1, "is of the kind reference"},
-        {"get", {"Pset_WallCommon", "IsExternal"}, {}, 1, "isn't set on " + id},
-    };
-    for (const auto& [name, property, values, status, error] : refused) {
-        const Outcome outcome = command(name, property, values);
-        EXPECT_EQ(outcome.status, status) << outcome.error;
-        EXPECT_NE(outcome.error.find(error), std::string::npos) << outcome.error << "doesn't tell: " << error;
+    const std::pair<const char*, const char*> sets[] = {{"IfcWall", "Pset_WallCommon"},
+                                                        {"IfcDoor", "Pset_DoorCommon"},
+                                                        {"IfcSpace", "Pset_SpaceCommon"},
+                                                        {"IfcBuilding", "Pset_BuildingCommon"}};
+    for (const std::string& model : models()) {
+        for (const auto& [ifcClass, set] : sets) {
+            const std::string id = firstId(model, ifcClass);
+            EXPECT_EQ(run({model, "set", id, set, "Reference", "of " + id, "--store", store}).status, 0);
+        }
+        for (const auto& [ifcClass, set] : sets) {
+            const std::string id = firstId(model, ifcClass);
+            EXPECT_EQ(run({model, "get", id, set, "Reference", "--store", store}).output, "of " + id + "\n");
+        }
     }
+}
+
+TEST_F(AnnotateTest, setsEachKindOfPropertyWithItsCommandAndRefusesOtherValues) {
+    const std::string id = firstId(HOUSE);
+    const auto argumentsOf = [&](const std::string& line) {
+        std::istringstream words(line);
+        std::string word;
+        std::getline(words, word, '|');
+        std::vector<std::string> arguments = {HOUSE, word, "--store", store, id};
+        while (std::getline(words, word, '|')) {
+            arguments.push_back(word);
+        }
+        return arguments;
+    };
+    const std::string list = "Pset_Address|AddressLines";
+    const std::string table = "Pset_AirTerminalPHistory|InductionRatio";
+    for (const std::string& line :
+         {std::string("set|Pset_WallCommon|FireRating|F60"), std::string("set|Pset_WallCommon|FireRating|[010]"),
+          "set-list|" + list + "|007|[a,b]|[]|b c", "set-table|" + table + "|1|2.5|3|4"}) {
+        EXPECT_EQ(run(argumentsOf(line)).status, 0) << line;
+    }
+    const std::string content = contentOf(store);
+    const std::pair<std::string, std::string> refused[] = {
+        {"set|Pset_WallCommon|FireRate|F90", "Pset_WallCommon has no FireRate; did you mean FireRating?"},
+        {"get|Pset_WalCommon|FireRating", "no property set Pset_WalCommon; did you mean Pset_WallCommon?"},
+        {"set|Pset_WallCommon|ThermalTransmittance|warm", "IfcThermalTransmittanceMeasure and refused"},
+        {"set|Pset_AirTerminalBoxTypeCommon|AirPressureRange|1;x", "refused what was given"},
+        {"set|Pset_AirTerminalBoxTypeCommon|AirPressureRange|1;2;3;4", "three parts at most"},
+        {"set|" + list + "|a", "Use the command set-list"},
+        {"set-list|Pset_WallCommon|Status|NEW", "is of the kind enumerated. Use the command set."},
+        {"set-list|" + list + "|c", "lists and tables are set once"},
+        {"set|Pset_ActionRequest|RequestSourceName|a", "is of the kind reference"},
+        {"get|Pset_WallCommon|IsExternal", "isn't set on " + id},
+    };
+    for (const auto& [line, error] : refused) {
+        expectRefusal(argumentsOf(line), 1, error);
+    }
+    expectRefusal(argumentsOf("set-table|" + table + "|1"), 2, "A table takes pairs");
     EXPECT_EQ(contentOf(store), content);
-    EXPECT_EQ(command("get", single, {}).output, "[010]\n");
-    EXPECT_EQ(command("get", list, {}).output, "007\n[a,b]\n[]\nb c\n");
-    EXPECT_EQ(command("get", table, {}).output, "1\t2.5\n3\t4\n");
+    EXPECT_EQ(run(argumentsOf("get|Pset_WallCommon|FireRating")).output, "[010]\n");
+    EXPECT_EQ(run(argumentsOf("get|" + list)).output, "007\n[a,b]\n[]\nb c\n");
+    EXPECT_EQ(run(argumentsOf("get|" + table)).output, "1\t2.5\n3\t4\n");
 }
 
 TEST_F(AnnotateTest, listsTheDefinitionsWithoutAModel) {
@@ -194,84 +206,64 @@ TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
     setContent(garbage, "no document");
     setContent(other, "<Other/>");
     setContent(cut, contentOf(HOUSE).substr(0, 3000));
-    const struct {
-        std::vector<std::string> arguments;
-        int status;
-        std::string error;
-    } cases[] = {
-        // clang-format off
-        {{}, 2, "subcommand"}, {{"objects"}, 2, "MODEL"}, {{HOUSE}, 2, "subcommand"},
-        {{HOUSE, "note", id}, 2, "TEXT"}, {{HOUSE, "note", id, "text", "--priority", "much"}, 2, "--priority"},
-        {{HOUSE, "notes", "--store", HOUSE}, 2, "the model itself"}, {{HOUSE, "notes", "--store", ""}, 2, "--store"},
-        {{HOUSE, "notes", ""}, 2, "GLOBALID"}, {{HOUSE, "notes", "--store", directory / "none/"}, 1, "isn't a file"},
-        {{HOUSE, "note", "wall", "text"}, 1, "wall isn't a GlobalId"},
-        {{HOUSE, "note", "0000000000000000000000", "text", "--store", store},
-         // clang-format on
-         1,
-         "There is no object 0000000000000000000000"},
-        {{HOUSE, "notes", "0000000000000000000000", "--store", store}, 1, "There is no object"},
-        {{HOUSE, "objects", "--class", "IfcRoot"}, 1, "IfcRoot isn't a class of objects"},
-        {{garbage, "objects"}, 1, garbage},
-        {{cut, "objects"}, 1, cut},
-        {{directory / "missing.ifc", "objects"}, 1, "missing.ifc"},
-        {{HOUSE, "note", id, "text", "--store", garbage}, 1, "isn't a file of users' additions (garbage, line 1"},
-        {{HOUSE, "notes", "--store", other}, 1, "its root element is Other"},
-        {{HOUSE, "note", id, "text", "--store", directory / "."}, 1, "isn't a file"},
-        {{HOUSE, "note", id, "text", "--store", garbage + "/store.xml"}, 1, "store.xml can't be"},
+    const std::string unknown = "0000000000000000000000";
+    const std::pair<std::vector<std::string>, std::string> misused[] = {
+        {{}, "subcommand"},
+        {{"objects"}, "MODEL"},
+        {{HOUSE, "note", id}, "TEXT"},
+        {{HOUSE, "note", id, "text", "--priority", "much"}, "--priority"},
+        {{HOUSE, "notes", "--store", HOUSE}, "the model itself"},
+        {{HOUSE, "notes", "--store", ""}, "--store"},
+        {{HOUSE, "notes", ""}, "GLOBALID"},
     };
-    for (const auto& [arguments, status, error] : cases) {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.status, status) << outcome.error;
-        EXPECT_NE(outcome.error.find(error), std::string::npos) << outcome.error << "doesn't tell: " << error;
-        EXPECT_EQ(outcome.output, "");
+    for (const auto& [arguments, error] : misused) {
+        expectRefusal(arguments, 2, error);
+    }
+    const std::pair<std::vector<std::string>, std::string> refused[] = {
+        {{HOUSE, "note", "wall", "text"}, "wall isn't a GlobalId"},
+        {{HOUSE, "note", unknown, "text", "--store", store}, "There is no object " + unknown},
+        {{HOUSE, "notes", unknown, "--store", store}, "There is no object"},
+        {{HOUSE, "objects", "--class", "IfcRoot"}, "IfcRoot isn't a class of objects"},
+        {{garbage, "objects"}, garbage},
+        {{cut, "objects"}, cut},
+        {{directory / "missing.ifc", "objects"}, "missing.ifc"},
+        {{HOUSE, "note", id, "text", "--store", garbage}, "isn't a file of users' additions (garbage, line 1"},
+        {{HOUSE, "notes", "--store", other}, "its root element is Other"},
+        {{HOUSE, "notes", "--store", directory / "none/"}, "isn't a file"},
+        {{HOUSE, "note", id, "text", "--store", directory / "."}, "isn't a file"},
+        {{HOUSE, "note", id, "text", "--store", garbage + "/store.xml"}, "store.xml can't be"},
+    };
+    for (const auto& [arguments, error] : refused) {
+        expectRefusal(arguments, 1, error);
     }
     EXPECT_FALSE(std::filesystem::exists(store));
     EXPECT_EQ(contentOf(garbage), "no document");
     EXPECT_EQ(contentOf(other), "<Other/>");
 }
 
-TEST_F(AnnotateTest, tellsThatAnotherProgramHasTheStoreLocked) {
-    const std::string id = firstId(HOUSE);
-    EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
-    const std::string content = contentOf(store);
-    auto held = FileLock::tryLock(store, true, FileLock::Access::Read);
-    for (const auto& arguments : {std::vector<std::string>{HOUSE, "note", id, "second", "--store", store},
-                                  {HOUSE, "notes", "--store", store}}) {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_NE(outcome.error.find("is locked by another program"), std::string::npos) << outcome.error;
-        EXPECT_EQ(outcome.output, "");
-    }
-    EXPECT_EQ(contentOf(store), content);
-}
-
 TEST_F(AnnotateTest, tellsThatANoteDidNotGetIntoTheFile) {
     const std::string id = firstId(HOUSE);
     EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
     const std::string content = contentOf(store);
+    auto held = FileLock::tryLock(store, true, FileLock::Access::Read);
+    expectRefusal({HOUSE, "note", id, "second", "--store", store}, 1, "is locked by another program");
+    expectRefusal({HOUSE, "notes", "--store", store}, 1, "is locked by another program");
+    held.reset();
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-    const rlimit limit{std::filesystem::file_size(store) + 50, RLIM_INFINITY};
+    const rlimit limit{content.size() + 50, RLIM_INFINITY};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    const Outcome outcome = run({HOUSE, "note", id, "second", "--store", store});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("It didn't get into " + store), std::string::npos) << outcome.error;
+    expectRefusal({HOUSE, "note", id, "second", "--store", store}, 1, "It didn't get into " + store);
     EXPECT_EQ(contentOf(store), content);
-    EXPECT_EQ(outcome.output, "");
 }
 
 TEST_F(AnnotateTest, ofManyProcessesTakesTurnsAndLosesNoNote) {
     const std::string id = firstId(HOUSE);
-    std::vector<pid_t> processes;
-    for (int number = 0; number < 24; ++number) {
-        const std::string text = "note " + std::to_string(number);
-        processes.push_back(start({HOUSE, "note", id, text, "--store", store}, text));
-        if (processes.size() % 8 == 0) {
-            for (std::size_t finished = processes.size() - 8; finished < processes.size(); ++finished) {
-                const Outcome outcome = finish(processes[finished], "note " + std::to_string(finished));
-                EXPECT_EQ(outcome.output, "Stored in " + store + ".\n") << outcome.error;
-                EXPECT_EQ(outcome.status, 0);
-            }
-        }
+    std::vector<pid_t> processes(8);
+    for (pid_t& process : processes) {
+        process = start({HOUSE, "note", id, "text", "--store", store});
+    }
+    for (const pid_t process : processes) {
+        EXPECT_EQ(finish(process).output, "Stored in " + store + ".\n");
     }
     EXPECT_EQ(lineCount(run({HOUSE, "notes", "--store", store}).output), processes.size());
 }
