@@ -26,4 +26,20 @@ inline std::string contentOf(const xml::const_Node& node) {
     return content;
 }
 
+/// What is saved of the file is a document with the same root and content, and saved again the same bytes.
+inline void requireComesBack(const xml::File& file, const xml::const_Node& root) {
+    for (const auto lineEnding : {xml::LineEnding::None, xml::LineEnding::Lf, xml::LineEnding::CrLf}) {
+        const std::string text = saved(file, lineEnding);
+        std::istringstream stream(text);
+        xml::File copy;
+        const auto copiedRoot = copy.parse(stream, "copy", nullptr);
+        require(copiedRoot.has_value(), "a saved document is one");
+        require(copiedRoot->getNodeName() == root.getNodeName(), "the root's name comes back");
+        require(lineEnding != xml::LineEnding::None || contentOf(*copiedRoot) == contentOf(root),
+                "the content comes back");
+        require(lineEnding == xml::LineEnding::CrLf || saved(copy, lineEnding) == text,
+                "a document saved twice gives the same bytes");
+    }
+}
+
 } // namespace orv::fuzz

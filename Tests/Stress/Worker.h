@@ -31,26 +31,20 @@ struct Dice : std::mt19937_64 {
 };
 
 /// The files that processes share for a while, and the journal of what happened, a letter and a text a line: + stored,
-/// ~ accepted but not seen, ! refused, - reset, > path changed. The main program counts d kills, e ends, c corruptions,
-/// k copies and R rounds beside them.
+/// = put there by others, ~ accepted but not seen, ! refused, > path changed. The main program counts d kills, e ends,
+/// c corruptions, k copies and R rounds beside them.
 struct Round {
     enum class Space { Ample, Limited, Small };
 
     fs::path anyStore(Dice& dice) const { return stores / ("store" + std::to_string(dice.below(3)) + ".xml"); }
 
     void note(char event, const std::string& text) const {
-        const int journal = ::open(journalPath.c_str(), O_WRONLY | O_APPEND | O_CREAT, 0600);
-        const std::string line = event + text + '\n';
-        if (::write(journal, line.data(), line.size()) != std::ssize(line)) {
-            throw std::runtime_error("no journal");
-        }
-        ::close(journal);
+        std::ofstream(journalPath, std::ios_base::app) << event + text + '\n' << std::flush;
     }
 
     fs::path stores; // a directory
     fs::path journalPath;
     Space space;
-    bool hasResets;
 };
 
 /// Waits for the lock of an existing file, and has it until the guard's end.
@@ -58,14 +52,6 @@ inline ScopeGuard hold(const fs::path& path, int operation) {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     ::flock(descriptor, operation);
     return ScopeGuard([descriptor] { ::close(descriptor); });
-}
-
-/// Whether a copy that was kept of the file has a content of that sort.
-template <typename Sort>
-bool isKept(const fs::path& store, Sort sort) {
-    return std::any_of(fs::directory_iterator(store.parent_path()), {}, [&](const fs::path& file) {
-        return file.native().starts_with(store.native() + ".kept-") && sort(contentOf(file));
-    });
 }
 
 /// Gives whether the record was accepted.
@@ -95,8 +81,6 @@ public:
             if (action < 2) {
                 EnhancementsFile::setFilePath(path = round.anyStore(dice));
                 round.note('>', path);
-            } else if (action == 2 && round.hasResets) {
-                reset();
             } else if (action < 14) {
                 ::usleep(dice.below(5000));
             } else {
@@ -124,19 +108,13 @@ private:
         ::setrlimit(RLIMIT_FSIZE, &limit);
     }
 
+    /// Whether the file or a kept copy of it has the element.
     bool isStored(const std::string& element) const {
         const ScopeGuard held = hold(path, LOCK_SH);
-        const auto hasIt = [&](const std::string& content) { return content.find(element) != std::string::npos; };
-        return hasIt(contentOf(path)) || isKept(path, hasIt);
-    }
-
-    /// The records are noted as gone before they are.
-    void reset() const {
-        const auto database = Enhancements::getOrCreateEnhancementsDb();
-        for (const auto& record : database->getRecords()) {
-            round.note('-', dynamic_cast<SampleRecord&>(*record).attributes.at(0).second.get<std::string>());
-        }
-        database->resetDb();
+        return std::any_of(fs::directory_iterator(round.stores), {}, [&](const fs::path& file) {
+            return (file == path || file.native().starts_with(path.native() + ".kept-")) &&
+                   contentOf(file).find(element) != std::string::npos;
+        });
     }
 
     const Round& round;

@@ -1,5 +1,5 @@
 // Processes that share a few files, kills, other programs and short space, all at random: stress [SECONDS [SEED]].
-// Whatever happens, a record that was stored once is in a file or in a kept copy, and each file is of use.
+// Whatever happens, what was stored once is in a file or in a kept copy, and each file takes another record.
 
 #include "Stress/Judge.h"
 #include "Stress/Worker.h"
@@ -29,14 +29,16 @@ void disturb(const Round& round, Dice& dice, Judge& judge) {
     const std::string content = contentOf(path);
     const auto half = content.size() / 2;
     const std::string unique = "other " + std::to_string(dice());
-    const std::string spoilt[] = {content.substr(0, dice.below(content.size() + 1)),
-                                  "<Foreign>" + unique + "</Foreign>",
-                                  content.substr(0, half) + std::string(content.size() - half, '<')};
+    const std::string mark = "<Edit>" + unique + "</Edit>";
+    const std::string spoilt[] = {content.substr(0, dice.below(content.size() + 1)) + mark, "<Foreign>" + mark,
+                                  content.substr(0, half) + std::string(half, '<') + mark};
     const unsigned action = dice.below(8);
     if (action < 3) {
         judge.sawDestroyed(content);
         setContent(path, spoilt[action]);
-        judge.saw(contentOf(path));
+        if (contentOf(path) == spoilt[action]) {
+            round.note('=', unique);
+        }
     } else if (action == 3) {
         judge.sawDestroyed(content);
         fs::remove(path);
@@ -48,12 +50,12 @@ void disturb(const Round& round, Dice& dice, Judge& judge) {
         ::usleep(dice.below(20'000));
     } else if (const auto end = content.rfind("</Enhancements>"); end != std::string::npos) {
         // Puts another file in its place, as editors do.
-        const std::string edited = std::string(content).insert(end, "<Edit>" + unique + "</Edit>");
+        const std::string edited = std::string(content).insert(end, mark);
         const fs::path other = path.native() + ".new";
         setContent(other, edited);
         if (contentOf(other) == edited) {
             fs::rename(other, path);
-            round.note('+', unique);
+            round.note('=', unique);
         }
         fs::remove(other);
     }
@@ -83,13 +85,6 @@ void work(const Round& round, Dice& dice, Judge& judge, Events& events) {
         if (::waitpid(worker, &status, isToDie ? 0 : WNOHANG) == worker) {
             const bool isKilled = isToDie && WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
             judge.check(isKilled || status == 0, "a process ended with status " + std::to_string(status));
-            for (const auto& entry : fs::directory_iterator(round.stores)) {
-                // Under a limit a living process may have torn the file itself: it has all of it in memory.
-                if (entry.path().extension() == ".xml" && round.space != Space::Limited) {
-                    const ScopeGuard held = hold(entry.path(), LOCK_SH);
-                    judge.saw(contentOf(entry.path()));
-                }
-            }
             ++events[isKilled ? 'd' : 'e'];
             worker = start();
         }
@@ -112,7 +107,7 @@ int run(Dice& dice, Events& events) {
     static const bool canMount =
         ::unshare(CLONE_NEWNS) == 0 && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
     const tests::TemporaryDirectory directory;
-    Round round{directory / "stores", directory / "journal", static_cast<Space>(dice.below(3)), dice.below(4) == 0};
+    Round round{directory / "stores", directory / "journal", static_cast<Space>(dice.below(3))};
     const char* stores = round.stores.c_str();
     fs::create_directory(stores);
     const std::string size = "size=" + std::to_string(smallSize);
