@@ -58,14 +58,18 @@ TEST(Guid, staysAsItWasWhenATextIsRefused) {
     }
 }
 
-TEST(Guid, hashesIdsThatDifferInOneBitFarApart) {
+TEST(Guid, bringsBackIdsThatDifferInOneBitAndHashesThemFarApart) {
+    const Guid& id = spellings[1].id;
     for (unsigned bit = 0; bit < 64; ++bit) {
-        Guid high = spellings[1].id;
-        Guid low = high;
+        Guid high = id;
+        Guid low = id;
         high.data1 ^= 1U << bit % 32;
         low.data4[bit / 8] ^= static_cast<std::uint8_t>(1U << bit % 8);
-        EXPECT_GT(std::popcount(high.hash() ^ spellings[1].id.hash()), 8) << bit;
-        EXPECT_GT(std::popcount(low.hash() ^ spellings[1].id.hash()), 8) << bit;
+        for (const Guid& other : {high, low}) {
+            EXPECT_GT(std::popcount(other.hash() ^ id.hash()), 8) << bit;
+            Guid read;
+            EXPECT_TRUE(read.boSet(other.toString(bit % 2 == 0)) && read == other) << bit;
+        }
     }
 }
 
