@@ -15,7 +15,7 @@ struct Alternative {
     const std::type_info& type;
 };
 
-TEST_F(PropertyValueTest, keepsEachAlternativeThroughCopyAndMove) {
+TEST_F(PropertyValueTest, tellsItsAlternativesApart) {
     const Alternative alternatives[] = {
         {PropertyValue(), 0, PropertyValue().getType()},
         {1, 1, typeid(int)},
@@ -31,24 +31,9 @@ TEST_F(PropertyValueTest, keepsEachAlternativeThroughCopyAndMove) {
         {std::optional<std::string>(), 10, typeid(std::optional<std::string>)},
     };
     for (const auto& [value, index, type] : alternatives) {
-        PropertyValue copy = value;
-        const PropertyValue moved = std::move(copy);
-        for (const PropertyValue* held : {&value, &moved}) {
-            EXPECT_EQ(held->getIndex(), index);
-            EXPECT_EQ(held->isEmpty(), index == 0);
-            EXPECT_EQ(held->getType(), type);
-        }
-    }
-}
-
-TEST_F(PropertyValueTest, leavesAMovedFromTextEmptyWithItsIndex) {
-    const std::string text(100, 'x');
-    for (PropertyValue source : {PropertyValue(text), PropertyValue("short")}) {
-        PropertyValue target(std::string(200, 'y'));
-        target = std::move(source);
-        EXPECT_FALSE(target.get<std::string>().empty());
-        EXPECT_EQ(source.getIndex(), 5);
-        EXPECT_EQ(source.get<std::string>(), "");
+        EXPECT_EQ(value.getIndex(), index);
+        EXPECT_EQ(value.isEmpty(), index == 0);
+        EXPECT_EQ(value.getType(), type) << index;
     }
 }
 

@@ -52,19 +52,6 @@ TEST_F(EnhancementsTest, comeBackInANewFileWhenItVanishesOrThePathChanges) {
     EXPECT_EQ(contentOf(path), document({"a", "b"}));
 }
 
-TEST_F(EnhancementsTest, areClearedInMemoryAndInTheFileWithTheNextAddition) {
-    EXPECT_TRUE(add("a"));
-    const auto database = Enhancements::getOrCreateEnhancementsDb();
-    database->resetDb();
-    database->resetDb();
-    EXPECT_EQ(SampleRecord::destroyed, 1);
-    EXPECT_EQ(contentOf(path), document({"a"}));
-    EXPECT_EQ(Enhancements::getOrCreateEnhancementsDb(), database);
-    EXPECT_TRUE(database->getRecords().empty());
-    EXPECT_TRUE(add("b"));
-    EXPECT_EQ(contentOf(path), document({"b"}));
-}
-
 class ThrowingRecord : public SampleRecord {
 public:
     using SampleRecord::SampleRecord;

@@ -26,10 +26,17 @@ TEST_F(ProtectionTest, carriesWhatIsNoRecordAsItStoodAndWhereItStood) {
     EXPECT_EQ(loadedTexts(), "a b ");
     EXPECT_EQ(contentOf(path), stored);
     EXPECT_TRUE(add("c"));
-    EXPECT_EQ(contentOf(path), before + unmade + element("a") + element("b") + text + element("c") + after);
+    const std::string added = before + unmade + element("a") + element("b") + text + element("c") + after;
+    EXPECT_EQ(contentOf(path), added);
 
-    Enhancements::getOrCreateEnhancementsDb()->resetDb();
+    const auto database = Enhancements::getOrCreateEnhancementsDb();
+    database->resetDb();
+    database->resetDb();
+    EXPECT_EQ(SampleRecord::destroyed, 3);
+    EXPECT_EQ(loadedTexts(), "");
+    EXPECT_EQ(contentOf(path), added) << "until the next addition";
     EXPECT_TRUE(add("d"));
+    EXPECT_EQ(Enhancements::getOrCreateEnhancementsDb(), database);
     EXPECT_EQ(contentOf(path), before + unmade + text + element("d") + after);
     EXPECT_TRUE(keptCopies().empty());
 }

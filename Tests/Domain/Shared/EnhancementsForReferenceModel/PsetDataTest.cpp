@@ -253,18 +253,11 @@ TEST_F(PsetDataTest, convertsNothingInTheTypedGetters) {
 /// A value that the type takes, and how it reads back.
 std::pair<PropertyValue, std::string> sampleOf(std::string_view typeName) {
     const auto* type = fc::FcValueType::find(typeName);
-    switch (type == nullptr ? fc::FcContent::Text : type->content) {
-    case fc::FcContent::Text:
-        return {"a text", "5:a text"};
-    case fc::FcContent::Integer:
-        return {42, "1:42"};
-    case fc::FcContent::Boolean:
-        return {true, "3:true"};
-    case fc::FcContent::Logical:
-        return {object::Logical::Unknown, "2:unknown"};
-    default:
-        return {0.125, "4:0.125"};
-    }
+    const bool isTruth =
+        type != nullptr && (type->content == fc::FcContent::Boolean || type->content == fc::FcContent::Logical);
+    fc::FcValue taken(type);
+    EXPECT_TRUE(taken.updateValueFromPropertyValue(isTruth ? PropertyValue(true) : PropertyValue(42)));
+    return {taken.getAsPropertyValue(), shown(taken.getAsPropertyValue())};
 }
 
 TEST_F(PsetDataTest, setsAndReadsEveryPublishedProperty) {
