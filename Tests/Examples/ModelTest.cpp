@@ -77,15 +77,13 @@ TEST_F(ModelTest, readsStatementsWhereverABlockOfTheFileEnds) {
 
 TEST_F(ModelTest, findsTheFirstObjectOfAValidGlobalId) {
     const std::string uuid = "7b7032cc-b822-417b-9aea-6429f95d6512";
-    const Model model = read(header + "#1=IFCWALL('" + uuid + "',$,$);#2=IFCWALL('bad',$,$);" + wall + "#8=IFCDOOR('" +
-                             id + "',$,$);" + footer);
+    const Model model =
+        read(header + "#1=IFCWALL('" + uuid + "',$,$);" + wall + "#8=IFCDOOR('" + id + "',$,$);" + footer);
     orv::Guid wanted;
     ASSERT_TRUE(wanted.boSet(id));
-    ASSERT_NE(model.find(wanted), nullptr);
-    EXPECT_EQ(model.find(wanted)->id, 7U);
+    EXPECT_EQ(model.find(wanted), &model.getObjects().at(1));
     ASSERT_TRUE(wanted.boSet(uuid));
     EXPECT_EQ(model.find(wanted), nullptr);
-    EXPECT_EQ(model.getObjects().size(), 4U);
 }
 
 TEST_F(ModelTest, tellsWhatIsWrongWithAFile) {

@@ -32,7 +32,7 @@ void disturb(const Round& round, Dice& dice, Judge& judge) {
     const std::string mark = "<Edit>" + unique + "</Edit>";
     const std::string spoilt[] = {content.substr(0, dice.below(content.size() + 1)) + mark, "<Foreign>" + mark,
                                   content.substr(0, half) + std::string(half, '<') + mark};
-    const unsigned action = dice.below(8);
+    const unsigned action = dice.below(7);
     if (action < 3) {
         judge.sawDestroyed(content);
         setContent(path, spoilt[action]);
@@ -45,8 +45,6 @@ void disturb(const Round& round, Dice& dice, Judge& judge) {
     } else if (action == 4) { // writes the same again
         std::fstream(path, std::ios_base::in | std::ios_base::out | std::ios_base::binary) << content;
     } else if (action == 5) {
-        fs::last_write_time(path, fs::file_time_type::clock::now());
-    } else if (action == 6) {
         ::usleep(dice.below(20'000));
     } else if (const auto end = content.rfind("</Enhancements>"); end != std::string::npos) {
         // Puts another file in its place, as editors do.
