@@ -3,6 +3,7 @@
 #include "FoundationClasses/FcPropertyEnumeratedValue.h"
 #include "FoundationClasses/FcPropertyTableValue.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
+#include "Support/OverlayReading.h"
 #include "Support/ReportTest.h"
 
 #include <gtest/gtest.h>
@@ -26,13 +27,6 @@ const Property table{"Pset_AirTerminalPHistory", "InductionRatio"};
 const std::string source = "Source/Domain/Shared/EnhancementsForReferenceModel/PsetData:";
 const std::string scope = "orv::domain::shared::enhancementsforreferencemodel::PsetData::";
 
-/// A text that tells alternative and value apart.
-std::string shown(const PropertyValue& value) {
-    fc::FcValue text;
-    text.updateValueFromPropertyValue(value);
-    return std::to_string(value.getIndex()) + ':' + text.getAsString(false).value_or("");
-}
-
 class PsetDataTest : public tests::ReportTest {
 protected:
     PsetDataTest() {
@@ -50,17 +44,8 @@ protected:
         PsetData(false).setValue(wallId, property.first, property.second, value);
     }
 
-    /// What all of a property's readers give: the value, "|value" for each of a list, "|defining=defined" for each row.
-    std::string get(const Property& property) {
-        PsetData overlay;
-        std::string text = shown(overlay.getValue(wallId, property.first, property.second));
-        for (const PropertyValue& value : overlay.getListValues(wallId, property.first, property.second)) {
-            text += '|' + shown(value);
-        }
-        for (const auto& [defining, defined] : overlay.getTableValues(wallId, property.first, property.second)) {
-            text += '|' + shown(defining) + '=' + shown(defined);
-        }
-        return text;
+    static std::string get(const Property& property) {
+        return tests::readingOf(wallId, property.first, property.second);
     }
 
     /// The number of properties in the sets of the wall's shadow object.
@@ -255,9 +240,9 @@ std::pair<PropertyValue, std::string> sampleOf(std::string_view typeName) {
     const auto* type = fc::FcValueType::find(typeName);
     const bool isTruth =
         type != nullptr && (type->content == fc::FcContent::Boolean || type->content == fc::FcContent::Logical);
-    fc::FcValue taken(type);
-    EXPECT_TRUE(taken.updateValueFromPropertyValue(isTruth ? PropertyValue(true) : PropertyValue(42)));
-    return {taken.getAsPropertyValue(), shown(taken.getAsPropertyValue())};
+    const PropertyValue value = isTruth ? PropertyValue(true) : PropertyValue(42);
+    EXPECT_NE(tests::takenAs(typeName, value), "0:") << typeName;
+    return {value, tests::takenAs(typeName, value)};
 }
 
 TEST_F(PsetDataTest, setsAndReadsEveryPublishedProperty) {
