@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <fcntl.h>
 #include <sstream>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -33,10 +34,10 @@ protected:
         std::transform(arguments.begin(), arguments.end(), pointers.begin(), [](auto& each) { return each.data(); });
         const pid_t process = ::fork();
         if (process == 0) {
-            if (std::freopen(outputOf(::getpid()).c_str(), "w", stdout) != nullptr &&
-                std::freopen(errorOf(::getpid()).c_str(), "w", stderr) != nullptr) {
-                ::execv(ANNOTATE, pointers.data());
-            }
+            const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
+            ::dup2(::open(outputOf(::getpid()).c_str(), flags, 0600), STDOUT_FILENO);
+            ::dup2(::open(errorOf(::getpid()).c_str(), flags, 0600), STDERR_FILENO);
+            ::execv(ANNOTATE, pointers.data());
             ::_exit(127);
         }
         return process;

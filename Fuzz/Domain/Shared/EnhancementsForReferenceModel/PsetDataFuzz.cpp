@@ -77,9 +77,9 @@ PropertyValue valueOf(char type, const std::string& text) {
 } // namespace
 
 int LLVMFuzzerTestOneInput(const fuzz::Byte* data, std::size_t size) {
-    const auto wall = std::make_shared<fc::core::kernel::FcObjectDefinition>(*fc::IfcClass::find("IfcWall"));
+    auto wall = std::make_shared<fc::core::kernel::FcObjectDefinition>(*fc::IfcClass::find("IfcWall"));
     wall->guid.data1 = 1;
-    const auto database = std::make_shared<fc::FcShadowDb>();
+    auto database = std::make_shared<fc::FcShadowDb>();
     PsetData::getPsetShadowDbReadOnlyCallbackSet([&] { return database; });
     PsetData::getPsetShadowDbReadWriteCallbackSet([&] { return std::pair(database, ScopeGuard()); });
     PsetData::getObjectFromGuidCallbackSet([&](const Guid&) { return wall; });
@@ -107,13 +107,14 @@ int LLVMFuzzerTestOneInput(const fuzz::Byte* data, std::size_t size) {
         }
         Account& account = accounts[name];
         if (const Def* const definition = ifc::findSchemaDefForProperty(set, name)) {
-            const std::string taken = takenAs(definition->valueType, value);
+            std::string row = '|' + takenAs(definition->valueType, value);
             if (form < 2) {
                 writeValue(account, *definition, value);
             } else if (form == 2) {
-                writeRows(account, count, definition->kind == PropertyKind::List ? '|' + taken : "");
+                writeRows(account, count, definition->kind == PropertyKind::List ? row : "");
             } else {
-                writeRows(account, count, definition->kind == PropertyKind::Table ? '|' + taken + '=' + taken : "");
+                row += '=' + row.substr(1);
+                writeRows(account, count, definition->kind == PropertyKind::Table ? row : "");
             }
         }
         const std::string reading = readingOf(wall->guid, set, name);
