@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <csignal>
 #include <fcntl.h>
+#include <map>
 #include <sstream>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -140,12 +141,12 @@ TEST_F(AnnotateTest, bringsPropertyValuesBackAfterARestart) {
                                                         {"IfcSpace", "Pset_SpaceCommon"},
                                                         {"IfcBuilding", "Pset_BuildingCommon"}};
     for (const std::string& model : models()) {
+        std::map<std::string, std::string> ids;
         for (const auto& [ifcClass, set] : sets) {
-            const std::string id = firstId(model, ifcClass);
+            const std::string id = ids[set] = firstId(model, ifcClass);
             EXPECT_EQ(run({model, "set", id, set, "Reference", "of " + id, "--store", store}).status, 0);
         }
-        for (const auto& [ifcClass, set] : sets) {
-            const std::string id = firstId(model, ifcClass);
+        for (const auto& [set, id] : ids) {
             EXPECT_EQ(run({model, "get", id, set, "Reference", "--store", store}).output, "of " + id + "\n");
         }
     }
