@@ -20,8 +20,9 @@ struct Fault {
 };
 
 constexpr int forever = 1 << 20;
-constexpr Fault faults[] = {{EINTR, 1},  {EINTR, 100},      {EIO, 1}, {EIO, forever},
-                            {ENOSPC, 1}, {ENOSPC, forever}, {0, 1},   {0, forever}};
+constexpr Fault faults[] = {{EINTR, 1},  {EINTR, 100},      {EIO, 1},    {EIO, forever},
+                            {ENOSPC, 1}, {ENOSPC, forever}, {EDQUOT, 1}, {EDQUOT, forever},
+                            {EACCES, 1}, {EACCES, forever}, {0, 1},      {0, forever}};
 
 Fault fault{};
 int callsAhead;
