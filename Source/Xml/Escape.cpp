@@ -259,7 +259,6 @@ std::string unescapedName(std::string_view name) {
 }
 
 std::string_view trimmed(std::string_view markup) {
-    constexpr std::string_view whiteSpace = " \t\r\n";
     const std::size_t begin = markup.find_first_not_of(whiteSpace);
     return begin == std::string_view::npos ? std::string_view()
                                            : markup.substr(begin, markup.find_last_not_of(whiteSpace) + 1 - begin);

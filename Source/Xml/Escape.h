@@ -26,6 +26,9 @@ void unescape(std::string& text, std::size_t begin);
 /// The name that an element's parsed name stands for.
 std::string unescapedName(std::string_view name);
 
+/// Of markup.
+constexpr std::string_view whiteSpace = " \t\r\n";
+
 /// The markup without the white space at its ends.
 std::string_view trimmed(std::string_view markup);
 

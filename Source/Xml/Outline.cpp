@@ -4,6 +4,8 @@
 #include "Xml/Escape.h"
 #include "Xml/Parser.h"
 
+#include <expat.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -13,14 +15,22 @@ class Outline::Reader : public Parser {
 public:
     explicit Reader(std::size_t expected) : expectedSize(expected) {}
 
-    Outline takeOutline() {
+    /// The outline, once it has been parsed; nothing if its parts aren't well-formed when they stand for themselves.
+    /// That may be in other encodings than UTF-8, where Expat lets more characters into names.
+    std::optional<Outline> takeOutline() {
         outline.surroundings = std::move(surroundings);
-        return std::move(outline);
+        outline.content.resize(outline.content.find_last_not_of(whiteSpace) + 1);
+        const auto& [before, attributes, after] = outline.surroundings;
+        const bool isWellFormed = accepts({before, "<r", attributes, ">", outline.content, "</r>", after});
+        return isWellFormed ? std::optional(std::move(outline)) : std::nullopt;
     }
 
 private:
     void beginElement(const char* name, const char** attributes) override {
         if (getDepth() == 1) {
+            if (hasDoctype()) {
+                rewriteText();
+            }
             outline.rootName = unescapedName(name);
             outline.content.reserve(std::min(expectedSize, maximumExpectation));
             return;
@@ -50,6 +60,20 @@ private:
         }
     }
 
+    /// Text of entities may mean something else in their place.
+    void rewriteText() {
+        XML_SetCharacterDataHandler(getExpat(), [](void* self, const XML_Char* data, int length) {
+            handle<Reader>(self, [=](Reader& reader) {
+                reader.outline.content += markupOf(std::string_view(data, static_cast<std::size_t>(length)));
+            });
+        });
+        // An empty section is an empty text.
+        XML_SetCdataSectionHandler(
+            getExpat(),
+            [](void* self) { handle<Reader>(self, [](Reader& reader) { reader.outline.content += "<![CDATA[]]>"; }); },
+            [](void*) {});
+    }
+
     void appendMarkup(std::string_view markup) override { outline.content += markup; }
 
     std::size_t expectedSize;
@@ -58,7 +82,7 @@ private:
 
 std::optional<Outline> Outline::parse(std::istream& stream, std::size_t expectedSize) {
     Reader reader(expectedSize);
-    return reader.parse(stream) ? std::optional(reader.takeOutline()) : std::nullopt;
+    return reader.parse(stream) ? reader.takeOutline() : std::nullopt;
 }
 
 std::string_view Outline::getContent() const {

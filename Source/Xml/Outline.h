@@ -16,11 +16,11 @@ namespace orv::xml {
 /// its own, and for what has to go through a rewrite as it stands. It takes little more memory than the document.
 ///
 /// Markup is in UTF-8 and otherwise as parsed, without white space at its ends. If the document has a document type
-/// declaration, entities are expanded and tags normalised, so that the markup doesn't need it.
+/// declaration, entities are expanded, and texts and tags normalised, so that the markup doesn't need it.
 class ORV_EXPORT Outline {
 public:
-    /// Parses as File does, and gives no value for what File gives none. expectedSize is that of the document in bytes,
-    /// as far as it is known.
+    /// Parses as File does, and gives no value for what File gives none, but a document may be longer. expectedSize is
+    /// that of the document in bytes, as far as it is known.
     static std::optional<Outline> parse(std::istream& stream, std::size_t expectedSize);
 
     const std::string& getRootName() const { return rootName; }

@@ -20,8 +20,12 @@ constexpr int maximumEntities = 256;
 constexpr int firstBufferSize = 1 << 16;
 constexpr int lastBufferSize = 1 << 29;
 
-void appendAttributeValue(std::string& out, std::string_view value) {
-    for (const char character : value) {
+void appendEscaped(std::string& out, std::string_view text, std::string_view specials) {
+    for (const char character : text) {
+        if (specials.find(character) == std::string_view::npos) {
+            out += character;
+            continue;
+        }
         switch (character) {
         case '&':
             out += "&amp;";
@@ -29,16 +33,14 @@ void appendAttributeValue(std::string& out, std::string_view value) {
         case '<':
             out += "&lt;";
             break;
+        case '>':
+            out += "&gt;";
+            break;
         case '"':
             out += "&quot;";
             break;
-        case '\t':
-        case '\n':
-        case '\r':
-            out += "&#" + std::to_string(character) + ";";
-            break;
         default:
-            out += character;
+            out += "&#" + std::to_string(character) + ";";
         }
     }
 }
@@ -159,10 +161,33 @@ std::string Parser::markupOf(const char** attributes) {
     std::string markup;
     for (; attributes[0] != nullptr; attributes += 2) {
         markup.append(" ").append(attributes[0]).append("=\"");
-        appendAttributeValue(markup, attributes[1]);
+        appendEscaped(markup, attributes[1], "&<\"\t\n\r");
         markup += '"';
     }
     return markup;
+}
+
+std::string Parser::markupOf(std::string_view text) {
+    std::string markup;
+    appendEscaped(markup, text, "&<>\r");
+    return markup;
+}
+
+bool Parser::accepts(std::initializer_list<std::string_view> document) {
+    const std::unique_ptr<XML_ParserStruct, Release> checker(XML_ParserCreate("UTF-8"));
+    if (!checker) {
+        throw std::bad_alloc();
+    }
+    for (std::string_view piece : document) {
+        while (!piece.empty()) {
+            const std::string_view block = piece.substr(0, lastBufferSize);
+            if (XML_Parse(checker.get(), block.data(), static_cast<int>(block.size()), 0) != XML_STATUS_OK) {
+                return false;
+            }
+            piece.remove_prefix(block.size());
+        }
+    }
+    return XML_Parse(checker.get(), nullptr, 0, 1) == XML_STATUS_OK;
 }
 
 void Parser::handOn() {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <initializer_list>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -30,6 +31,9 @@ public:
     };
 
     const Failure& getFailure() const { return failure; }
+
+    /// Whether the pieces, in UTF-8, are a well-formed document together.
+    static bool accepts(std::initializer_list<std::string_view> document);
 
 protected:
     Parser();
@@ -59,6 +63,9 @@ protected:
 
     /// The attributes of a tag, each with a blank ahead of it.
     static std::string markupOf(const char** attributes);
+
+    /// Character data, which says the same wherever it stands.
+    static std::string markupOf(std::string_view text);
 
     XML_ParserStruct* getExpat() const { return expat.get(); }
 

@@ -155,12 +155,20 @@ TEST(XmlOutline, givesTheMarkupOfElementsAndOfWhatIsAroundThemAsItStood) {
 
 TEST(XmlOutline, givesMarkupThatNeedsNoDeclarations) {
     std::istringstream stream("<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE r [<!-- no --><?no no?>"
-                              "<!ENTITY e 'x&#38;lt;<f b=\"&#38;amp;\"/>'><!ENTITY v '1&#34;2'>"
-                              "<!ATTLIST g c CDATA 'd'>]><r><g a='&v;'>&e;<!--\xE4--></g></r>");
+                              "<!ENTITY e 'x&#38;lt;<f b=\"&#38;amp;\"/>'><!ENTITY v '1&#34;2'><!ENTITY b ']]&#13;'>"
+                              "<!ATTLIST g c CDATA 'd'>]><r><g a='&v;'>&e;<!--\xE4-->&b;></g><h><![CDATA[]]></h></r>");
     const auto outline = Outline::parse(stream, 0);
     ASSERT_TRUE(outline);
-    EXPECT_EQ(outline->getContent(), "<g a=\"1&quot;2\" c=\"d\">x&lt;<f b=\"&amp;\"></f><!--\xC3\xA4--></g>");
+    EXPECT_EQ(outline->getContent(), "<g a=\"1&quot;2\" c=\"d\">x&lt;<f b=\"&amp;\"></f><!--\xC3\xA4-->]]&#13;&gt;</g>"
+                                     "<h><![CDATA[]]></h>");
     EXPECT_EQ(outline->getSurroundings().before, "");
+}
+
+TEST(XmlOutline, isNotGivenForNamesThatOtherEncodingsAloneAllow) {
+    for (const std::string document : {"<r><e\xBA/></r>", "<r \xB5='1'/>", "<r/><?p\xAA?>"}) {
+        std::istringstream stream("<?xml version='1.0' encoding='ISO-8859-1'?>" + document);
+        EXPECT_FALSE(Outline::parse(stream, 0)) << document;
+    }
 }
 
 class ReasonKeeper : public errorhandler::ParseInterface,

@@ -74,15 +74,19 @@ std::vector<std::pair<std::string, std::string>> attributesOf(const xml::const_N
     return attributes;
 }
 
-/// The record that the element stands for; null if it isn't of a kind that Factory makes.
+/// The record that the element stands for; null if it isn't of a kind that Factory makes, or too long for a document.
 std::unique_ptr<EnhancementBase> recordFrom(const xml::Outline::Part& part) {
     auto record = Factory::createEntityFromName(part.getName());
-    if (record) {
-        std::istringstream stream{std::string(part.element)};
-        xml::File file;
-        const auto element = file.parse(stream, rootName, nullptr);
-        record->setAttributes(attributesOf(*element));
+    if (!record) {
+        return nullptr;
     }
+    std::istringstream stream{std::string(part.element)};
+    xml::File file;
+    const auto element = file.parse(stream, rootName, nullptr);
+    if (!element) {
+        return nullptr;
+    }
+    record->setAttributes(attributesOf(*element));
     return record;
 }
 
