@@ -241,11 +241,11 @@ void StepScanner::fail(char expected) const {
 
 /// Reads on behind what is left of the block.
 void StepScanner::readMore() {
-    constexpr std::size_t blockSize = 128UL * 1024;
     blockPosition = position();
     block.erase(0, static_cast<std::size_t>(next - block.data()));
     const std::size_t left = block.size();
     block.resize(left + std::max(left, blockSize));
+    blockSize = std::min(2 * blockSize, maximumBlockSize);
     file.read(block.data() + left, static_cast<std::streamsize>(block.size() - left));
     block.resize(left + static_cast<std::size_t>(file.gcount()));
     isLastBlock = !file;

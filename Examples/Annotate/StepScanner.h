@@ -119,7 +119,11 @@ private:
     }
     std::string lineOf(const char* place) const;
 
+    // Small files aren't worth a large block.
+    static constexpr std::size_t maximumBlockSize = 128UL * 1024;
+
     std::istream& file;
+    std::size_t blockSize = maximumBlockSize / 8;
     std::string block;
     std::uintmax_t blockPosition = 0;
     bool isLastBlock = false;
