@@ -149,6 +149,7 @@ std::array<char, globalIdLength> Guid::toGlobalId() const {
             bits >>= 6U;
         }
     };
+    // Eight digits of the upper 44 bits, eight of the next 48 and six of the last 36.
     putDigits(0, 8, high >> 20U);
     putDigits(8, 16, (high << 28U) | (low >> 36U));
     putDigits(16, globalIdLength, low);

@@ -39,6 +39,7 @@ inline char* put(char* to, std::string_view piece) {
     return to + piece.size();
 }
 
+/// At least the number of bytes that put writes.
 inline std::size_t maximumSize(std::string_view piece) {
     return piece.size();
 }
@@ -49,7 +50,7 @@ public:
     /// With room for a text of that size; it may get longer.
     explicit Buffer(std::size_t expectedSize) { restart(expectedSize); }
 
-    /// Appends all the pieces, each of a type that has maximumSize and put.
+    /// Appends all the pieces, each of a type that has maximumSize and put. None may lie in the buffer itself.
     template <typename... Pieces>
     void append(const Pieces&... pieces) {
         const std::size_t needed = (maximumSize(pieces) + ...);
@@ -79,10 +80,11 @@ public:
 
 private:
     void grow(std::size_t needed) {
-        capacity = std::max(capacity + capacity / 2, size + needed);
-        auto larger = std::make_unique_for_overwrite<char[]>(capacity);
-        put(larger.get(), getText());
-        room = std::move(larger);
+        const std::size_t larger = std::max(capacity + capacity / 2, size + needed);
+        auto newRoom = std::make_unique_for_overwrite<char[]>(larger);
+        put(newRoom.get(), getText());
+        room = std::move(newRoom);
+        capacity = larger;
     }
 
     std::size_t capacity = 0;

@@ -32,6 +32,7 @@ DocumentParser::DocumentParser() {
         handle<DocumentParser>(self, [=](DocumentParser& parser) {
             if (parser.getDepth() > 0) {
                 parser.endText();
+                parser.checkName(target);
                 parser.document->appendProcessingInstruction(parser.openElements.back(), target, data);
             } else {
                 parser.handOn();

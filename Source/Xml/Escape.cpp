@@ -17,8 +17,7 @@ constexpr std::size_t escapeLength = 7;
 constexpr std::string_view emptyName = "_x_";
 constexpr std::string_view noCharacters = "<![CDATA[]]>";
 
-// A byte from 0x80 on that is no part of valid UTF-8 stands as the lone low surrogate of 0xdc00 plus the
-// byte.
+// A byte from 0x80 on that is no part of valid UTF-8 stands as the lone low surrogate of 0xdc00 plus the byte.
 constexpr std::uint32_t byteSurrogates = 0xdc00;
 
 std::optional<std::uint32_t> hexDigitValue(char digit) {
@@ -167,7 +166,7 @@ bool isNameCharacterBehindFirst(char32_t codePoint) {
 } // namespace
 
 std::size_t maximumSize(CharacterData data) {
-    constexpr std::size_t shortSize = 256;
+    constexpr std::size_t shortSize = 256; // below this, room is cheaper than counting
     const std::string_view text = data.text;
     const auto plain = text.size() < shortSize ? 0 : std::count_if(text.begin(), text.end(), isPlain);
     return noCharacters.size() + text.size() + (escapeLength - 1) * (text.size() - static_cast<std::size_t>(plain));

@@ -37,8 +37,9 @@ enum class Encoding { Utf8 = 0 };
 ///
 /// Text next to text is one text node. Of a parsed document elements, texts, comments and processing instructions below
 /// the root are nodes; CDATA sections are text, entities are expanded. What stands around the root's content, its
-/// attributes included, is kept as it is, but for a document type declaration. Other attributes are passed over, and a
-/// name with a colon comes out escaped: markup that must not change goes through an Outline and a MarkupWriter.
+/// attributes included, is kept (the attributes spelled anew), but for a document type declaration. Other attributes
+/// are passed over, and a name with a colon comes out escaped: markup that must not change goes through an Outline and
+/// a MarkupWriter.
 ///
 /// A document has up to 4 GiB of text and up to 4 billion nodes; appending more raises std::length_error. The depth of
 /// a document is bounded by memory alone.
@@ -61,7 +62,8 @@ public:
     /// used after that. UTF-8, UTF-16, ISO-8859-1 and US-ASCII are understood, by byte order mark or
     /// declaration. documentName is what messages call the document. Gives no value, and leaves the object
     /// empty, for what isn't one well-formed document, declares more than 256 entities, expands them to a multiple of
-    /// its size, is too long, or can't be read; and also, changing nothing, if there is a document already.
+    /// its size, has a name with a character that Latin-1 and UTF-16 documents alone could have there, is too long, or
+    /// can't be read; and also, changing nothing, if there is a document already.
     std::optional<Element> parse(std::istream& stream, const std::string& documentName,
                                  errorhandler::ParseInterface* handler);
 

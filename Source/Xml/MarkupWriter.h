@@ -11,6 +11,9 @@ namespace orv::xml {
 
 /// Writes a document from its beginning to its end, without a document object: for many elements in a row, which File
 /// would take several times as long and as much memory to save. Names and texts are escaped as File tells.
+///
+/// Markup isn't checked. appendText and endElement require an open element. More than half a billion names raise
+/// std::length_error.
 class ORV_EXPORT MarkupWriter {
 public:
     /// expectedSize is that of the whole document in bytes; it may get longer.
@@ -33,7 +36,7 @@ public:
     /// in it isn't put on lines of its own, since there is text among it; after a text nothing is.
     void startElement(std::string_view name, std::string_view attributes = {}, bool isInline = false);
 
-    /// A text of the open element, given whole.
+    /// A text of the open element, given whole: what begins an escape in one piece and ends it in the next is missed.
     void appendText(std::string_view text);
 
     /// Well-formed content of an element, on a line of its own and otherwise as it is.

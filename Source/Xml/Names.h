@@ -19,8 +19,12 @@ public:
         std::string text;
         std::string startTag; // as it stands in a saved document, without attributes
         std::string endTag;
-        Name* next = nullptr; // that was asked for last after this one
+        Name* next = nullptr; // the one that followed this one the last time
     };
+
+    Names() = default;
+    Names(const Names&) = delete; // the members point into each other
+    Names& operator=(Names&&) = default;
 
     /// The name of that text, which is a new one if there wasn't any. Throws std::length_error when there are too many.
     const Name& find(std::string_view text);
@@ -32,8 +36,8 @@ private:
 
     std::deque<Name> names;
     std::unordered_map<std::string_view, std::uint32_t> numbers; // the keys lie in names
-    Name* last = nullptr;                                        // that was asked for
-    Name* expected = nullptr;                                    // to be asked for next
+    Name* lastFound = nullptr;
+    Name* expected = nullptr; // what find looks at first
 };
 
 } // namespace orv::xml

@@ -14,9 +14,8 @@ class Document;
 class Element;
 class NodeList;
 
-/// A node of a document for reading: an element, a text, a comment or a processing instruction. A small
-/// handle to be passed by value; it stays valid for as long as
-/// the File that it came from.
+/// A node of a document for reading: an element, a text, a comment or a processing instruction. A small handle to
+/// be passed by value; it stays valid for as long as the File that it came from.
 class ORV_EXPORT const_Node {
 public:
     /// An element's name, a processing instruction's target, "#text" or "#comment".

@@ -15,21 +15,18 @@ class Outline::Reader : public Parser {
 public:
     explicit Reader(std::size_t expected) : expectedSize(expected) {}
 
-    /// The outline, once it has been parsed; nothing if its parts aren't well-formed when they stand for themselves.
-    /// That may be in other encodings than UTF-8, where Expat lets more characters into names.
+    /// The outline, once it has been parsed; nothing if a name in its content would be none in UTF-8.
     std::optional<Outline> takeOutline() {
         outline.surroundings = std::move(surroundings);
         outline.content.resize(outline.content.find_last_not_of(whiteSpace) + 1);
-        const auto& [before, attributes, after] = outline.surroundings;
-        const bool isWellFormed = accepts({before, "<r", attributes, ">", outline.content, "</r>", after});
-        return isWellFormed ? std::optional(std::move(outline)) : std::nullopt;
+        return accepts({"<r>", outline.content, "</r>"}) ? std::optional(std::move(outline)) : std::nullopt;
     }
 
 private:
     void beginElement(const char* name, const char** attributes) override {
         if (getDepth() == 1) {
             if (hasDoctype()) {
-                rewriteText();
+                takeTextAsData();
             }
             outline.rootName = unescapedName(name);
             outline.content.reserve(std::min(expectedSize, maximumExpectation));
@@ -60,8 +57,9 @@ private:
         }
     }
 
-    /// Text of entities may mean something else in their place.
-    void rewriteText() {
+    /// From here on text is read as data and spelled anew: what an entity stands for may mean something else in its
+    /// place, as "]]" does ahead of ">".
+    void takeTextAsData() {
         XML_SetCharacterDataHandler(getExpat(), [](void* self, const XML_Char* data, int length) {
             handle<Reader>(self, [=](Reader& reader) {
                 reader.outline.content += markupOf(std::string_view(data, static_cast<std::size_t>(length)));

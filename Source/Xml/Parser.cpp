@@ -18,7 +18,10 @@ constexpr int maximumEntities = 256;
 
 // Expat looks at an unfinished comment, tag or reference anew with every buffer, so buffers grow with those.
 constexpr int firstBufferSize = 1 << 16;
-constexpr int lastBufferSize = 1 << 29;
+constexpr int lastBufferSize = 1 << 29; // Expat takes lengths as int
+
+/// Expat takes more characters in names when a document isn't in UTF-8; the same names in UTF-8 would be no XML.
+constexpr const char* foreignName = "a name has a character that UTF-8 documents can't have in names";
 
 void appendEscaped(std::string& out, std::string_view text, std::string_view specials) {
     for (const char character : text) {
@@ -67,10 +70,17 @@ bool Parser::parse(std::istream& stream) {
     if (exception) {
         std::rethrow_exception(exception);
     }
-    for (std::string* const outside : {&surroundings.before, &surroundings.after}) {
-        *outside = std::string(trimmed(*outside));
+    if (!isParsed) {
+        return false;
     }
-    return isParsed;
+    auto& [before, attributes, after] = surroundings;
+    before = std::string(trimmed(before));
+    after = std::string(trimmed(after));
+    if (!accepts({before, "<r", attributes, "/>", after})) {
+        noteFailure(foreignName);
+        return false;
+    }
+    return true;
 }
 
 bool Parser::readAll(std::istream& stream) {
@@ -202,6 +212,13 @@ void Parser::keepMarkup(std::string_view markup) {
     }
 }
 
+void Parser::checkName(std::string_view name) {
+    const bool isAscii = std::all_of(name.begin(), name.end(), [](char byte) { return byte >= 0; });
+    if (!isAscii && !accepts({"<", name, "/>"})) {
+        stop(foreignName);
+    }
+}
+
 void Parser::stop(const char* reason) {
     isStopped = true;
     noteFailure(reason);
@@ -215,7 +232,7 @@ void Parser::stopForException() {
         stop("the document is too long");
     } catch (...) {
         exception = std::current_exception();
-        stop("an exception passed");
+        stop("an exception passed"); // which parse throws again
     }
 }
 

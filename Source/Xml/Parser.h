@@ -58,13 +58,16 @@ protected:
     /// Markup below the root, in UTF-8 and otherwise as it stands, that isn't handled or was handed on.
     virtual void appendMarkup(std::string_view /*markup*/) {}
 
+    /// Stops the parser if the name, which comes out as it is, would be none in UTF-8.
+    void checkName(std::string_view name);
+
     /// Hands the markup that is being handled on to appendMarkup or, outside the root, to the surroundings.
     void handOn();
 
     /// The attributes of a tag, each with a blank ahead of it.
     static std::string markupOf(const char** attributes);
 
-    /// Character data, which says the same wherever it stands.
+    /// Character data that reads the same wherever it is put.
     static std::string markupOf(std::string_view text);
 
     XML_ParserStruct* getExpat() const { return expat.get(); }

@@ -228,7 +228,7 @@ void eachLoad(benchmark::internal::Benchmark* benchmark) {
     benchmark->RangeMultiplier(10)->Range(10, 1000)->UseManualTime();
 }
 
-/// Its 10,000 rewrites take half a minute.
+/// Its 10,000 rewrites take too long for five repetitions.
 void longestLoad(benchmark::internal::Benchmark* benchmark) {
     benchmark->Arg(10000)->UseManualTime()->Iterations(1)->Repetitions(1);
 }

@@ -1,6 +1,6 @@
-// A sequence of writes, against a plain account of what each property reads back as. A line of the input is a write:
-// a digit for the property, one for the form of the write, one for the number of rows, a letter for the type of the
-// value, and the value.
+// A sequence of writes, against a plain account of what each property reads back as (a bounded one: three parts). A
+// line of the input is a write: a digit for the property, one for the form of the write, one for the number of rows, a
+// letter for the type of the value, and the value.
 
 #include "IfcVersionMapping/SchemaDefinitions.h"
 #include "Require.h"

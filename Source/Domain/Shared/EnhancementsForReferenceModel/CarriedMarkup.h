@@ -21,14 +21,7 @@ public:
         std::string markup;
     };
 
-    /// Behind all that was found before, and in this order.
-    void append(std::size_t position, std::string_view markup) {
-        if (!markup.empty()) {
-            pieces.push_back({position, std::string(markup)});
-        }
-    }
-
-    /// For a database that has lost its records.
+    /// Puts all pieces ahead of the first record, since there is none left to stand among.
     void moveToFront() {
         for (Piece& piece : pieces) {
             piece.position = 0;
@@ -47,10 +40,10 @@ public:
         behindTurn = part.behind;
     }
 
-    /// The record that the element gave, while it isn't added.
+    /// Takes the record that the turn's element gave; noteAddition tells when it is added.
     void setCandidate(const EnhancementBase* record) { candidate = record; }
 
-    /// That record has been added, if it is the one, and stands for the element from now on.
+    /// A record was added. If it is the candidate, it stands for the element from now on.
     void noteAddition(const EnhancementBase* record) {
         if (record == candidate) {
             inTurn = {};
@@ -78,6 +71,13 @@ public:
     xml::Surroundings surroundings;
 
 private:
+    /// Adds a piece behind all others, unless it is empty.
+    void append(std::size_t position, std::string_view markup) {
+        if (!markup.empty()) {
+            pieces.push_back({position, std::string(markup)});
+        }
+    }
+
     std::vector<Piece> pieces;
     std::string_view inTurn;
     std::string_view behindTurn;

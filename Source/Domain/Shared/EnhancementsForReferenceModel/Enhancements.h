@@ -26,14 +26,16 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 class Enhancements : public std::enable_shared_from_this<Enhancements> {
 public:
     /// The database, shared with all callers; never null, whether or not the file could be read. The records
-    /// of the file are added to it one by one, each with a rewrite of the file, on the first call.
+    /// of the file are added to it one by one, each with a rewrite of the file, on the first call. What a kind throws
+    /// then comes through and ends the load; what wasn't loaded stays in the file.
     ORV_EXPORT static std::shared_ptr<Enhancements> getOrCreateEnhancementsDb();
 
     /// Takes the record, which must not be null, into the database and rewrites the file with all records under its
     /// lock. If the lock can't be had (another program holds it, or the file can't be made or opened for writing), or a
     /// copy must be kept and can't be made, nothing happens and the record stays in the caller's pointer; otherwise
     /// that is null afterwards. A write that fails under the lock isn't reported: the record stays in memory and is
-    /// written with the next addition. If the disk was full, the file keeps its old content.
+    /// written with the next addition. If the disk was full, or a kind throws while the document is
+    /// made, the file keeps its old content.
     ORV_EXPORT static void addEnhancement(std::unique_ptr<EnhancementBase>&& record);
 
     /// Destroys all records. The file stays as it is until the next addition, which leaves none of them there, and
@@ -51,7 +53,7 @@ private:
 
     std::vector<std::unique_ptr<EnhancementBase>> records;
     CarriedMarkup carried;
-    mutable std::unique_ptr<xml::MarkupWriter> idleWriter; // of the file, between two documents
+    mutable std::unique_ptr<xml::MarkupWriter> idleWriter; // kept for its room
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

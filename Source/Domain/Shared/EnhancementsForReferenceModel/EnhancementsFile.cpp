@@ -82,7 +82,7 @@ std::unique_ptr<EnhancementBase> recordFrom(const xml::Outline::Part& part) {
     }
     std::istringstream stream{std::string(part.element)};
     xml::File file;
-    const auto element = file.parse(stream, rootName, nullptr);
+    const auto element = file.parse(stream, {}, nullptr);
     if (!element) {
         return nullptr;
     }
@@ -150,7 +150,8 @@ bool EnhancementsFile::write(std::ostream& stream) const {
 }
 
 /// Makes the document of the database, which replaces one of that size, and gives what use gives for its text. The
-/// writer is kept for the next document: room of this size is dear to get.
+/// writer is kept for the next document: room of this size is dear to get. Meanwhile it isn't to be found, since a
+/// kind's operations may throw or add a record.
 template <typename Use>
 bool EnhancementsFile::useDocument(std::uint64_t replacedSize, Use use) const {
     constexpr std::size_t growth = 8192; // as a rule more than a record

@@ -1,0 +1,59 @@
+#include "Xml/Outline.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace orv::xml {
+namespace {
+
+TEST(XmlOutline, givesTheMarkupOfElementsAndOfWhatIsAroundThemAsItStood) {
+    const std::vector<std::pair<std::string, std::string>> parts = {
+        {"t &amp;<![CDATA[<]]> &#x41;", "<x:e a = '1'\tb=\"&#10;>\" ><f/> \r\n<!-- c --></x:e >"},
+        {"<?pi d?> \n<!--c-->", "<e_x0041_/>"},
+        {"", "<g>\n</g>"}};
+    std::string content;
+    for (const auto& [ahead, element] : parts) {
+        content += "\n " + ahead + '\t' + element;
+    }
+    std::istringstream stream("<!-- 1 -->\n<?pi?> <r xmlns:x='u'>" + content + " L\xC3\xA4nge </r> <!-- 2 -->\n");
+    const auto outline = Outline::parse(stream, 0);
+    ASSERT_TRUE(outline && outline->size() == parts.size());
+    EXPECT_EQ(outline->getRootName(), "r");
+    EXPECT_EQ(outline->getContent(), content.substr(2) + " L\xC3\xA4nge");
+    for (std::size_t number = 0; number < parts.size(); ++number) {
+        const Outline::Part part = (*outline)[number];
+        EXPECT_EQ(part.ahead, parts[number].first);
+        EXPECT_EQ(part.element, parts[number].second);
+        EXPECT_TRUE(outline->getContent().ends_with(part.behind));
+        const std::string next =
+            number + 1 < parts.size() ? parts[number + 1].first + parts[number + 1].second : "L\xC3";
+        EXPECT_EQ(part.behind.substr(0, 2), next.substr(0, 2));
+    }
+    EXPECT_EQ((*outline)[0].getName(), "x:e");
+    EXPECT_EQ((*outline)[1].getName(), "eA");
+    EXPECT_EQ(outline->getSurroundings().before, "<!-- 1 -->\n<?pi?>");
+    EXPECT_EQ(outline->getSurroundings().rootAttributes, " xmlns:x=\"u\"");
+    EXPECT_EQ(outline->getSurroundings().after, "<!-- 2 -->");
+}
+
+TEST(XmlOutline, givesMarkupThatNeedsNoDeclarations) {
+    std::istringstream stream("<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE r [<!-- no --><?no no?>"
+                              "<!ENTITY e 'x&#38;lt;<f b=\"&#38;amp;\"/>'><!ENTITY v '1&#34;2'><!ENTITY b ']]&#13;'>"
+                              "<!ATTLIST g c CDATA 'd'>]><r><g a='&v;'>&e;<!--\xE4-->&b;></g><h><![CDATA[]]></h></r>");
+    const auto outline = Outline::parse(stream, 0);
+    ASSERT_TRUE(outline);
+    EXPECT_EQ(outline->getContent(), "<g a=\"1&quot;2\" c=\"d\">x&lt;<f b=\"&amp;\"></f><!--\xC3\xA4-->]]&#13;&gt;</g>"
+                                     "<h><![CDATA[]]></h>");
+    EXPECT_EQ(outline->getSurroundings().before, "");
+}
+
+TEST(XmlOutline, isNotGivenForNamesThatOtherEncodingsAloneAllow) {
+    for (const std::string document : {"<r><e\xBA/></r>", "<r \xB5='1'/>", "<r/><?p\xAA?>"}) {
+        std::istringstream stream("<?xml version='1.0' encoding='ISO-8859-1'?>" + document);
+        EXPECT_FALSE(Outline::parse(stream, 0)) << document;
+    }
+}
+
+} // namespace
+} // namespace orv::xml
