@@ -1,8 +1,9 @@
 #include "FoundationClasses/IfcClass.h"
 
+#include "FoundationClasses/NameHash.h"
+
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <iterator>
 
@@ -48,8 +49,16 @@ constexpr char toUpper(char letter) {
     return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
 
+/// Looks at all letters, several in a step, which is quicker than to stop at the first that differs.
 constexpr bool equalsInAnyCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return toUpper(x) == toUpper(y); });
+    if (a.size() != b.size()) {
+        return false;
+    }
+    unsigned char difference = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        difference |= static_cast<unsigned char>(toUpper(a[i]) ^ toUpper(b[i]));
+    }
+    return difference == 0;
 }
 
 /// An open-addressing hash table of both lists, built by the compiler. It holds the numbers of the rows in the one list
@@ -81,13 +90,9 @@ private:
                                                    : olderClasses[number - 1 - std::size(presentClasses)];
     }
 
-    /// Doesn't tell the cases of a letter apart.
     static constexpr std::size_t firstSlot(std::string_view name) {
-        std::uint64_t hash = 0;
-        for (const char letter : name) {
-            hash = std::rotl(hash, 5) ^ (static_cast<unsigned char>(letter) | 0x20U);
-        }
-        return (hash * 0x9E3779B97F4A7C15U >> 32U) % slotCount;
+        constexpr std::uint64_t letterCase = 0x2020202020202020U;
+        return hashOf(name, letterCase) % slotCount;
     }
 
     static constexpr std::size_t nextSlot(std::size_t slot) { return (slot + 1) % slotCount; }

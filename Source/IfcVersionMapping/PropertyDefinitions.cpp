@@ -1,3 +1,4 @@
+#include "FoundationClasses/NameHash.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
 #include <algorithm>
@@ -87,35 +88,8 @@ struct Carried {
 
 constexpr Carried carriedDefinitions;
 
-constexpr std::uint64_t mixed(std::uint64_t hash, std::uint64_t word) {
-    hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
-    return hash ^ (hash >> 32U);
-}
-
-constexpr std::uint64_t wordAt(const char* text) {
-    std::array<char, sizeof(std::uint64_t)> letters{};
-    std::copy_n(text, letters.size(), letters.begin());
-    return std::bit_cast<std::uint64_t>(letters);
-}
-
-/// Takes eight letters at a time; the last eight may overlap those before them.
-constexpr std::uint64_t hashOf(std::string_view name) {
-    std::uint64_t hash = name.size();
-    if (name.size() < sizeof(std::uint64_t)) {
-        for (const char letter : name) {
-            hash = mixed(hash, static_cast<unsigned char>(letter));
-        }
-        return hash;
-    }
-    const char* const last = name.data() + name.size() - sizeof(std::uint64_t);
-    for (const char* letters = name.data(); letters < last; letters += sizeof(std::uint64_t)) {
-        hash = mixed(hash, wordAt(letters));
-    }
-    return mixed(hash, wordAt(last));
-}
-
 constexpr std::uint64_t hashOf(std::string_view set, std::string_view property) {
-    return mixed(std::rotl(hashOf(set), 1), hashOf(property));
+    return fc::mixed(std::rotl(fc::hashOf(set), 1), fc::hashOf(property));
 }
 
 /// An open-addressing hash table of the definitions, built by the compiler. It holds their numbers, no addresses.
