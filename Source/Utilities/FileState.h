@@ -1,37 +1,39 @@
 #pragma once
 
-#include "Export.h"
+#include "OrvExport.h"
 
+#include <array>
+#include <compare>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <tuple>
 
 namespace orv::utilities {
 
 /// Which file it is, and what tells one state of it from another without reading it.
 struct FileState {
-    /// A file keeps its identity when it is written or renamed.
+    /// A file keeps its identity when it is written or renamed. What the numbers mean is the platform's.
     struct Identity {
-        std::uint64_t device;
-        std::uint64_t inode;
+        std::uint64_t volume = 0;
+        std::array<std::uint64_t, 2> file{};
 
-        bool operator==(const Identity&) const = default;
-        bool operator<(const Identity& other) const {
-            return std::tie(device, inode) < std::tie(other.device, other.inode);
-        }
+        auto operator<=>(const Identity&) const = default;
     };
 
     Identity identity;
-    std::uint64_t size;            // in bytes
-    std::int64_t modificationTime; // of the content, in nanoseconds since 1970
-    std::int64_t changeTime;       // of the content, the permissions or the names, likewise
+    std::uint64_t size = 0;            // in bytes
+    std::int64_t modificationTime = 0; // of the content, in nanoseconds since 1970
+    std::int64_t changeTime = 0;       // of the content, the permissions or the names, likewise
 
     bool operator==(const FileState&) const = default;
 
+    /// Whether it is so old that a write from now on shows in the times of another state: file systems keep them in
+    /// steps of some milliseconds, or of up to two seconds.
+    ORV_UTILITIES_EXPORT bool isOld() const;
+
     /// The state of the file that the path names, links followed; nothing if there is none, if it is no regular file
     /// or if its state can't be told.
-    ORV_EXPORT static std::optional<FileState> of(const std::filesystem::path& path);
+    ORV_UTILITIES_EXPORT static std::optional<FileState> of(const std::filesystem::path& path);
 };
 
 } // namespace orv::utilities

@@ -1,14 +1,12 @@
 #include "Utilities/KeptCopy.h"
 
-#include "Utilities/SystemCalls.h"
+#include "Utilities/Beside.h"
 
-#include <array>
-#include <cerrno>
+#include <algorithm>
 #include <chrono>
-#include <ctime>
-#include <fcntl.h>
+#include <cstdint>
+#include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace orv::utilities {
@@ -17,105 +15,90 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t chunkSize = 1 << 16;
-constexpr const char* keptMark = ".kept-";
+constexpr std::string_view keptMark = ".kept-";
+constexpr std::string_view unfinishedMark = ".keeping-";
+constexpr std::string_view exampleTime = "20261122T184501.250000Z";
 
-/// Hands the content on, piece by piece with its position, for as long as the consumer gives true.
-template <typename Consumer>
-bool forEachPiece(const OpenFile& file, Consumer consume) {
-    std::vector<char> buffer(chunkSize);
-    for (std::uint64_t position = 0;;) {
-        const auto size = file.read(buffer.data(), buffer.size(), position);
-        if (!size || !consume(std::string_view(buffer.data(), *size), position)) {
-            return false;
-        }
-        if (*size < buffer.size()) {
-            return true;
-        }
-        position += *size;
-    }
-}
-
-/// Whether the path is another file of the same content. A link to the file itself is no copy.
-bool isCopy(const fs::path& path, const OpenFile& file, const FileState& state) {
-    const OwnedFile copy(path, O_RDONLY | O_NOFOLLOW);
-    const auto copyState = copy.isOpen() ? copy.getState() : std::nullopt;
-    if (!copyState || copyState->size != state.size || copyState->identity == state.identity) {
-        return false;
-    }
-    std::string buffer(chunkSize, '\0');
-    return forEachPiece(file, [&](std::string_view piece, std::uint64_t position) {
-        return copy.read(buffer.data(), piece.size(), position) == piece.size() && buffer.starts_with(piece);
-    });
-}
-
-/// Whether a kept copy beside the path is one of the file's present content; nothing if that can't be told.
-std::optional<bool> isKept(const OpenFile& file, const fs::path& path) {
-    const auto state = file.getState();
-    const std::string beginning = path.filename().native() + keptMark;
-    std::error_code error;
-    fs::directory_iterator entry(path.parent_path(), error);
-    for (; state && !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        if (entry->path().filename().native().starts_with(beginning) && isCopy(entry->path(), file, *state)) {
-            return true;
-        }
-    }
-    return state && !error ? std::optional(false) : std::nullopt;
+/// With zeros ahead of it, as many as it takes.
+std::string padded(std::int64_t number, std::size_t width) {
+    const std::string digits = std::to_string(number);
+    return std::string(width - std::min(width, digits.size()), '0') + digits;
 }
 
 std::string utcTime(std::chrono::system_clock::time_point time) {
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
-    const auto microseconds = std::chrono::floor<std::chrono::microseconds>(time - seconds);
-    const std::time_t calendarTime = std::chrono::system_clock::to_time_t(seconds);
-    std::tm parts{};
-    ::gmtime_r(&calendarTime, &parts);
-    std::array<char, 16> text{};
-    const std::size_t length = std::strftime(text.data(), text.size(), "%Y%m%dT%H%M%S", &parts);
-    const std::string fraction = std::to_string(1'000'000 + microseconds.count()).substr(1);
-    return std::string(text.data(), length) + "." + fraction + "Z";
+    using namespace std::chrono;
+    const auto day = floor<days>(time);
+    const year_month_day date(day);
+    const hh_mm_ss clock(floor<microseconds>(time - day));
+    return padded(static_cast<int>(date.year()), 4) + padded(static_cast<unsigned>(date.month()), 2) +
+           padded(static_cast<unsigned>(date.day()), 2) + "T" + padded(clock.hours().count(), 2) +
+           padded(clock.minutes().count(), 2) + padded(clock.seconds().count(), 2) + "." +
+           padded(clock.subseconds().count(), 6) + "Z";
 }
 
-/// A path that begins like that and that no file has.
-fs::path unusedPath(const std::string& beginning) {
+/// What the names of copies, or of those under way, begin with.
+fs::path beginningOf(const fs::path& path, std::string_view mark) {
+    return beside(path, mark, exampleTime.size() + unfinishedMark.size() - mark.size());
+}
+
+fs::path unusedPath(const fs::path& path, std::string_view mark) {
+    const fs::path beginning = beginningOf(path, mark);
+    fs::path unused;
     auto time = std::chrono::system_clock::now();
-    fs::path path;
-    std::error_code ignored;
     do {
-        path = beginning + utcTime(time);
+        unused = beginning;
+        unused += utcTime(time);
         time += std::chrono::microseconds(1);
-    } while (fs::exists(path, ignored));
-    return path;
+    } while (utilities::exists(unused));
+    return unused;
 }
 
-bool makeCopy(const OpenFile& file, const fs::path& path, fs::perms permissions) {
-    const fs::path unfinished = unusedPath(path.native() + ".keeping-");
-    const OwnedFile copy(unfinished, O_WRONLY | O_CREAT | O_EXCL, static_cast<unsigned>(permissions));
+bool isCopy(const fs::path& path, const FileState& state, std::string_view content) {
+    const auto copy = Descriptor::open(path, Opening::ReadNoLink);
+    const auto copyState = copy.isOpen() ? copy.getState() : std::nullopt;
+    return copyState && copyState->size == content.size() && copyState->identity != state.identity &&
+           copy.read() == content;
+}
+
+/// Nothing if that can't be told.
+std::optional<bool> isKept(const fs::path& path, const FileState& state, std::string_view content) {
+    std::vector<fs::path> names;
+    if (systemCalls.list(path.parent_path(), names) != done) {
+        return std::nullopt;
+    }
+    const fs::path::string_type beginning = beginningOf(path, keptMark).filename().native();
+    return std::any_of(names.begin(), names.end(), [&](const fs::path& name) {
+        return name.native().starts_with(beginning) && isCopy(path.parent_path() / name, state, content);
+    });
+}
+
+bool makeCopy(const Descriptor& file, const fs::path& path, std::string_view content) {
+    const fs::path unfinished = unusedPath(path, unfinishedMark);
+    const auto copy = Descriptor::open(unfinished, Opening::MakeNew);
     if (!copy.isOpen()) {
         return false;
     }
-    const bool isDone = forEachPiece(file, [&](auto piece, auto position) { return copy.write(piece, position); }) &&
-                        copy.sync() &&
-                        systemCalls.rename(unfinished.c_str(), unusedPath(path.native() + keptMark).c_str()) == 0;
+    copy.takeAccess(file); // or its owner alone may read it
+    const bool isDone =
+        copy.write(content, 0) == done && copy.sync() == done && renameFile(unfinished, unusedCopyPath(path)) == done;
     if (!isDone) {
-        std::error_code ignored;
-        fs::remove(unfinished, ignored);
+        removeFile(unfinished);
     }
     return isDone;
 }
 
 } // namespace
 
-bool keepCopy(const OpenFile& file, const fs::path& path) {
+bool keepCopy(const Descriptor& file, const fs::path& path, std::string_view content) {
     std::error_code error;
     const fs::path absolute = fs::absolute(path, error);
-    const fs::perms permissions = fs::status(path, error).permissions() & fs::perms::all;
-    const OwnedFile directory(absolute.parent_path(), O_RDONLY | O_DIRECTORY);
-    const auto kept = error || !directory.isOpen() ? std::nullopt : isKept(file, absolute);
-    if (!kept || (!*kept && !makeCopy(file, absolute, permissions))) {
-        return false;
-    }
-    // Some file systems have nothing to sync of a directory and say so with EINVAL.
-    return directory.sync() || errno == EINVAL;
+    const auto state = error ? std::nullopt : file.getState();
+    const auto kept = state ? isKept(absolute, *state, content) : std::nullopt;
+    return kept && (*kept || makeCopy(file, absolute, content)) && syncDirectory(absolute.parent_path()) == done;
+}
+
+fs::path unusedCopyPath(const fs::path& path) {
+    return unusedPath(path, keptMark);
 }
 
 } // namespace orv::utilities
