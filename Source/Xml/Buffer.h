@@ -24,7 +24,7 @@ void putEnds(char* to, std::string_view piece) {
     std::memcpy(to + piece.size() - sizeof(Word), &last, sizeof(Word));
 }
 
-/// Copies the piece to where there is room for it and gives the end of the copy. Two copies of a fixed size that
+/// Copies the piece to where there is room for it and returns the end of the copy. Two copies of a fixed size that
 /// overlap are quicker than one of any size, and most pieces are short.
 inline char* put(char* to, std::string_view piece) {
     if (piece.size() > 2 * sizeof(std::uint64_t)) {
@@ -44,7 +44,8 @@ inline std::size_t maximumSize(std::string_view piece) {
     return piece.size();
 }
 
-/// A text in the making, for many short pieces: std::string's own append costs several times as much for each.
+/// An append-only text buffer for many short pieces, each of which costs std::string's own append several times as
+/// much.
 class Buffer {
 public:
     /// With room for a text of that size; it may get longer.
@@ -72,6 +73,9 @@ public:
             grow(expected);
         }
     }
+
+    /// Takes back what is behind that size.
+    void cut(std::size_t smaller) { size = smaller; }
 
     /// Takes back the last byte.
     void dropLast() { --size; }

@@ -20,7 +20,7 @@ std::uint32_t checkedSize(std::size_t size, std::size_t maximum) {
 } // namespace
 
 NodeIndex Document::appendElement(NodeIndex parent, std::string_view name) {
-    return append(parent, NodeKind::Element, names.find(name).number, noNode, noNode);
+    return append(parent, NodeKind::Element, names.find(name), noNode, noNode);
 }
 
 NodeIndex Document::appendText(NodeIndex parent, std::string_view text) {
@@ -45,9 +45,15 @@ NodeIndex Document::appendComment(NodeIndex parent, std::string_view text) {
 }
 
 NodeIndex Document::appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data) {
-    return appendWithText(parent, NodeKind::ProcessingInstruction, names.find(target).number, data);
+    return appendWithText(parent, NodeKind::ProcessingInstruction, names.find(target), data);
 }
 
+std::size_t Document::estimateSize() const {
+    constexpr std::size_t typicalMarkup = 16; // of a node with a short name
+    return texts.size() + typicalMarkup * nodes.size();
+}
+
+/// Replaces the escapes in the text that was appended last by what they stand for.
 void Document::unescapeLastText(NodeIndex text) {
     NodeData& node = nodes[text];
     unescape(texts, node.first);

@@ -6,10 +6,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <iosfwd>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace orv::xml {
+
+class MarkupWriter;
+struct ParseFailure;
 
 using NodeIndex = std::uint32_t;
 
@@ -24,20 +29,21 @@ class Document {
 public:
     /// An empty document, to be saved with the XML declaration or without.
     explicit Document(bool withDeclaration) : declaration(withDeclaration) {}
+
+    /// What the stream holds from its position on, or null, with the reason, if that isn't a document.
+    static std::unique_ptr<Document> parse(std::istream& stream, ParseFailure& failure);
+
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
     /// Appends to the children of the parent, which is an element, or makes the root if the parent is noNode.
     NodeIndex appendElement(NodeIndex parent, std::string_view name);
 
-    /// Appends a text, or goes on with the one that the parent's children end with, and gives the text node.
+    /// Appends a text, or goes on with the one that the parent's children end with, and returns the text node.
     NodeIndex appendText(NodeIndex parent, std::string_view text);
 
     NodeIndex appendComment(NodeIndex parent, std::string_view text);
     NodeIndex appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data);
-
-    /// Replaces the escapes in the text that was appended last by what they stand for.
-    void unescapeLastText(NodeIndex text);
 
     NodeKind getKind(NodeIndex node) const { return static_cast<NodeKind>(nodes[node].kind); }
     NodeIndex getNextSibling(NodeIndex node) const { return nodes[node].nextSibling; }
@@ -47,27 +53,23 @@ public:
         return getKind(node) == NodeKind::Element ? nodes[node].first : noNode;
     }
 
-    /// Whether there is a text among the element's children.
-    bool hasText(NodeIndex element) const { return nodes[element].hasText != 0; }
-
     /// The name of an element or a processing instruction.
-    const Names::Name& getName(NodeIndex node) const { return names[nodes[node].name]; }
+    const std::string& getName(NodeIndex node) const { return names[nodes[node].name]; }
 
     /// The text of what isn't an element.
     std::string_view getText(NodeIndex node) const {
         return std::string_view(texts).substr(nodes[node].first, nodes[node].last);
     }
 
-    bool hasDeclaration() const { return declaration; }
+    /// Writes the whole document, which must have a root.
+    void write(MarkupWriter& out) const;
 
-    /// A measure of what the document takes when it is saved.
-    std::size_t getTextSize() const { return texts.size(); }
-    std::size_t getNodeCount() const { return nodes.size(); }
-
-    /// What stands around the root's content.
-    Surroundings surroundings;
+    /// About what a document that is written takes, in bytes.
+    std::size_t estimateSize() const;
 
 private:
+    class Builder;
+
     static constexpr unsigned kindBits = 2;
     static constexpr unsigned nameBits = Names::numberBits;
 
@@ -83,8 +85,11 @@ private:
     NodeIndex append(NodeIndex parent, NodeKind kind, std::uint32_t name, std::uint32_t first, std::uint32_t last);
     NodeIndex appendWithText(NodeIndex parent, NodeKind kind, std::uint32_t name, std::string_view text);
     std::uint32_t storeText(std::string_view text);
+    void unescapeLastText(NodeIndex text);
+    bool begin(NodeIndex node, MarkupWriter& out) const;
 
     bool declaration;
+    Surroundings surroundings;  // of the root's content
     std::deque<NodeData> nodes; // which has no room to spare
     std::string texts;
     Names names;

@@ -5,7 +5,7 @@
 namespace orv::xml {
 
 /// A node that is known to be an element, for reading.
-class ORV_EXPORT const_Element : public const_Node {
+class ORV_XML_EXPORT const_Element : public const_Node {
 public:
     /// The node as an element, or no value if it is none.
     static std::optional<const_Element> toWrapper(const const_Node& node);
@@ -15,7 +15,7 @@ private:
 };
 
 /// A node that is known to be an element, for reading and appending.
-class ORV_EXPORT Element : public Node {
+class ORV_XML_EXPORT Element : public Node {
     friend class File;
     friend class Node;
 

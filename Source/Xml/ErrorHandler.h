@@ -1,29 +1,30 @@
 #pragma once
 
-#include "Export.h"
+#include "OrvExport.h"
 
 #include <string_view>
 
-/// What a host derives to be told in words why an operation of orv::xml::File gave no value or false. Handlers are not
-/// owned and may be null. A message is a phrase without a full stop, in English, that lives for the length of the call.
+/// What a host derives to be told in words why an operation of orv::xml::File returned no value or false. Handlers are
+/// not owned and may be null. A message is a phrase without a full stop, in English, that lives for the length of the
+/// call.
 namespace orv::xml::errorhandler {
 
 /// Is told why create or parse refused to begin.
-class ORV_EXPORT ExceptionInterface {
+class ORV_XML_EXPORT ExceptionInterface {
 public:
     virtual ~ExceptionInterface() = default;
     virtual void report(std::string_view message) = 0;
 };
 
 /// Is told why a text is no document.
-class ORV_EXPORT ParseInterface {
+class ORV_XML_EXPORT ParseInterface {
 public:
     virtual ~ParseInterface() = default;
     virtual void report(std::string_view message) = 0;
 };
 
 /// Is told why a document couldn't be saved.
-class ORV_EXPORT WriteInterface {
+class ORV_XML_EXPORT WriteInterface {
 public:
     virtual ~WriteInterface() = default;
     virtual void report(std::string_view message) = 0;

@@ -1,35 +1,26 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
+/// The escape of what XML can't carry: the seven characters _xHHHH_ with the hexadecimal number of a UTF-16 code unit.
+/// A byte from 0x80 on that is no part of valid UTF-8 stands as the lone low surrogate of 0xdc00 plus the byte.
 namespace orv::xml {
 
-/// A text to be written as the character data of an element, so that the parsed data, unescaped, is the text.
-struct CharacterData {
-    std::string_view text;
-};
+constexpr std::size_t escapeLength = 7;
 
-/// At least the size of what put writes.
-std::size_t maximumSize(CharacterData data);
+/// Each writes an escape to where there is room for it, and returns its end. A character from 0x10000 on takes two.
+char* putEscape(char* to, std::uint32_t unit);
+char* putEscapedByte(char* to, char byte);
+char* putEscapedCharacter(char* to, char32_t codePoint);
 
-char* put(char* to, CharacterData data);
-
-/// A name as the name of an element, so that the parsed name, unescaped, is the name. Letters of the widely
-/// used scripts stay; what some parsers don't take in names, the colon of namespaces included, is escaped.
-std::string escapedName(std::string_view name);
+/// The number HHHH of the _xHHHH at the position, if there is one; whether an underscore follows isn't looked at.
+std::optional<std::uint32_t> escapedUnit(std::string_view text, std::size_t position);
 
 /// Replaces each escape in what stands in text from begin on by the character or byte that it means.
 void unescape(std::string& text, std::size_t begin);
-
-/// The name that an element's parsed name stands for.
-std::string unescapedName(std::string_view name);
-
-/// Of markup.
-constexpr std::string_view whiteSpace = " \t\r\n";
-
-/// The markup without the white space at its ends.
-std::string_view trimmed(std::string_view markup);
 
 } // namespace orv::xml

@@ -1,9 +1,9 @@
 #include "Xml/File.h"
 
-#include "Xml/DocumentParser.h"
-#include "Xml/Writer.h"
+#include "Xml/Document.h"
+#include "Xml/MarkupWriter.h"
+#include "Xml/Parser.h"
 
-#include <istream>
 #include <ostream>
 
 namespace orv::xml {
@@ -41,12 +41,12 @@ std::optional<Element> File::parse(std::istream& stream, const std::string& docu
     if (reportExistingDocument()) {
         return std::nullopt;
     }
-    DocumentParser parser;
-    if (parser.parse(stream)) {
-        document = parser.takeDocument();
+    ParseFailure failure;
+    document = Document::parse(stream, failure);
+    if (document) {
         return Element(*document, 0);
     }
-    const auto& [reason, line, column] = parser.getFailure();
+    const auto& [reason, line, column] = failure;
     if (verboseLevel == VerboseLevel::Full) {
         report(handler,
                documentName + ", line " + std::to_string(line) + ", column " + std::to_string(column) + ": " + reason);
@@ -62,10 +62,8 @@ bool File::save(std::ostream& stream, errorhandler::WriteInterface* handler, Enc
         report(handler, "there is no document to save");
         return false;
     }
-    // What a node of a document with short names takes beside its text.
-    constexpr std::size_t typicalMarkup = 16;
-    MarkupWriter markup(lineEnding, document->getTextSize() + typicalMarkup * document->getNodeCount());
-    writeDocument(*document, markup);
+    MarkupWriter markup(lineEnding, document->estimateSize());
+    document->write(markup);
     const std::string_view text = markup.getText();
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
     if (!stream.good()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Export.h"
+#include "OrvExport.h"
 #include "Xml/Element.h"
 #include "Xml/ErrorHandler.h"
 #include "Xml/LineEnding.h"
@@ -43,7 +43,7 @@ enum class Encoding { Utf8 = 0 };
 ///
 /// A document has up to 4 GiB of text and up to 4 billion nodes; appending more raises std::length_error. The depth of
 /// a document is bounded by memory alone.
-class ORV_EXPORT File {
+class ORV_XML_EXPORT File {
 public:
     /// An empty document object. The handler must outlive it.
     explicit File(errorhandler::ExceptionInterface* handler = nullptr, VerboseLevel verbose = VerboseLevel::Default,
@@ -53,14 +53,14 @@ public:
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
-    /// Makes a document with a root element of that name and gives the root. version is that of XML, 1.0 if
-    /// it is empty; declaration decides whether a saved document begins with the XML declaration. Gives no
+    /// Makes a document with a root element of that name and returns the root. version is that of XML, 1.0 if
+    /// it is empty; declaration decides whether a saved document begins with the XML declaration. Returns no
     /// value, and changes nothing, for any version but 1.0, and if there is a document already.
     std::optional<Element> create(std::string_view rootName, std::string_view version, bool declaration);
 
-    /// Reads one document from the stream's position to its end and gives the root element. The stream isn't
+    /// Reads one document from the stream's position to its end and returns the root element. The stream isn't
     /// used after that. UTF-8, UTF-16, ISO-8859-1 and US-ASCII are understood, by byte order mark or
-    /// declaration. documentName is what messages call the document. Gives no value, and leaves the object
+    /// declaration. documentName is what messages call the document. Returns no value, and leaves the object
     /// empty, for what isn't one well-formed document, declares more than 256 entities, expands them to a multiple of
     /// its size, has a name with a character that Latin-1 and UTF-16 documents alone could have there, is too long, or
     /// can't be read; and also, changing nothing, if there is a document already.
@@ -68,7 +68,7 @@ public:
                                  errorhandler::ParseInterface* handler);
 
     /// Writes the whole document to the stream, from its present position and in one call, and neither seeks nor
-    /// flushes. Gives true if the stream is good afterwards; false if it isn't, or if there is no document.
+    /// flushes. Returns true if the stream is good afterwards; false if it isn't, or if there is no document.
     bool save(std::ostream& stream, errorhandler::WriteInterface* handler, Encoding encoding,
               LineEnding lineEnding) const;
 

@@ -1,10 +1,11 @@
 #include "Xml/MarkupWriter.h"
 
 #include "Xml/Buffer.h"
-#include "Xml/Escape.h"
 #include "Xml/Names.h"
+#include "Xml/Spelling.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,13 @@ std::string_view lineBreakOf(LineEnding lineEnding) {
 } // namespace
 
 struct MarkupWriter::State {
+    struct Tags {
+        std::string start; // without attributes
+        std::string end;
+    };
+
     struct OpenElement {
-        const Names::Name* name;
+        std::uint32_t name;
         bool isEmpty;
         bool isInline;
     };
@@ -40,6 +46,22 @@ struct MarkupWriter::State {
         : out(expectedSize),
           lineBreak(lineBreakOf(lineEnding)),
           deepestLine(std::string(lineBreak) + std::string(indentationWidth * maximumIndentedDepth, ' ')) {}
+
+    /// The number of the name, which has its tags then.
+    std::uint32_t find(std::string_view name) {
+        const std::uint32_t number = names.find(name);
+        if (number >= tags.size()) {
+            makeTags(number);
+        }
+        return number;
+    }
+
+    void makeTags(std::uint32_t last) {
+        for (auto number = static_cast<std::uint32_t>(tags.size()); number <= last; ++number) {
+            const std::string escaped = escapedName(names[number]);
+            tags.push_back({"<" + escaped + ">", "</" + escaped + ">"});
+        }
+    }
 
     /// The line break and the indentation that a child of the open element starts with.
     std::string_view startChild() {
@@ -61,6 +83,7 @@ struct MarkupWriter::State {
     std::string_view lineBreak;
     std::string deepestLine;
     Names names;
+    std::vector<Tags> tags; // by the number of the name
     std::vector<OpenElement> openElements;
 };
 
@@ -68,11 +91,18 @@ MarkupWriter::MarkupWriter(LineEnding lineEnding, std::size_t expectedSize)
     : state(std::make_unique<State>(lineEnding, expectedSize)) {}
 
 MarkupWriter::~MarkupWriter() = default;
+MarkupWriter::MarkupWriter(MarkupWriter&&) noexcept = default;
+MarkupWriter& MarkupWriter::operator=(MarkupWriter&&) noexcept = default;
 
 void MarkupWriter::restart(std::size_t expectedSize) {
     state->out.restart(expectedSize);
     state->openElements.clear();
     state->names = Names();
+    state->tags.clear();
+}
+
+void MarkupWriter::cut(std::size_t size) {
+    state->out.cut(size);
 }
 
 void MarkupWriter::appendDeclaration() {
@@ -86,13 +116,13 @@ void MarkupWriter::appendOutside(std::string_view markup) {
 }
 
 void MarkupWriter::startElement(std::string_view name, std::string_view attributes, bool isInline) {
-    const Names::Name& known = state->names.find(name);
-    state->out.append(state->startChild(), known.startTag);
+    const std::uint32_t number = state->find(name);
+    state->out.append(state->startChild(), state->tags[number].start);
     if (!attributes.empty()) {
         state->out.dropLast();
         state->out.append(attributes, ">");
     }
-    state->openElements.push_back({&known, true, isInline});
+    state->openElements.push_back({number, true, isInline});
 }
 
 void MarkupWriter::appendText(std::string_view text) {
@@ -103,7 +133,13 @@ void MarkupWriter::appendText(std::string_view text) {
 }
 
 void MarkupWriter::appendMarkup(std::string_view markup) {
-    state->out.append(state->startChild(), markup);
+    if (!markup.empty()) {
+        state->out.append(state->startChild(), markup);
+    }
+}
+
+void MarkupWriter::setFilled() {
+    state->openElements.back().isEmpty = false;
 }
 
 void MarkupWriter::endElement() {
@@ -113,7 +149,7 @@ void MarkupWriter::endElement() {
         state->out.dropLast();
         state->out.append("/>");
     } else {
-        state->out.append(ended.isInline ? std::string_view() : state->newLine(), ended.name->endTag);
+        state->out.append(ended.isInline ? std::string_view() : state->newLine(), state->tags[ended.name].end);
     }
     if (state->openElements.empty()) {
         state->out.append(state->lineBreak);
@@ -121,8 +157,12 @@ void MarkupWriter::endElement() {
 }
 
 void MarkupWriter::appendElement(std::string_view name, std::string_view text) {
-    const Names::Name& known = state->names.find(name);
-    state->out.append(state->startChild(), known.startTag, CharacterData{text}, known.endTag);
+    const State::Tags& tags = state->tags[state->find(name)];
+    state->out.append(state->startChild(), tags.start, CharacterData{text}, tags.end);
+}
+
+std::size_t MarkupWriter::getSize() const {
+    return getText().size();
 }
 
 std::string_view MarkupWriter::getText() const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Export.h"
+#include "OrvExport.h"
 #include "Xml/LineEnding.h"
 
 #include <cstddef>
@@ -9,22 +9,27 @@
 
 namespace orv::xml {
 
-/// Writes a document from its beginning to its end, without a document object: for many elements in a row, which File
-/// would take several times as long and as much memory to save. Names and texts are escaped as File tells.
+/// Writes a document piece by piece, from its beginning to its end, and makes no nodes: for a document of many like
+/// elements, which takes a fraction of the time and memory that a File takes. Names and texts are escaped as File
+/// tells.
 ///
 /// Markup isn't checked. appendText and endElement require an open element. More than half a billion names raise
-/// std::length_error.
-class ORV_EXPORT MarkupWriter {
+/// std::length_error. What was moved from may only be assigned to: two writers that are swapped after each document
+/// keep the text of the last one beside the next, without a copy.
+class ORV_XML_EXPORT MarkupWriter {
 public:
     /// expectedSize is that of the whole document in bytes; it may get longer.
     explicit MarkupWriter(LineEnding lineEnding, std::size_t expectedSize = 0);
     ~MarkupWriter();
 
-    MarkupWriter(const MarkupWriter&) = delete;
-    MarkupWriter& operator=(const MarkupWriter&) = delete;
+    MarkupWriter(MarkupWriter&& other) noexcept;
+    MarkupWriter& operator=(MarkupWriter&& other) noexcept;
 
     /// Begins another document. What was written goes, but the room for it stays.
     void restart(std::size_t expectedSize);
+
+    /// Takes back what was written behind that size, where the same elements must have been open.
+    void cut(std::size_t size);
 
     /// The XML declaration, on a line of its own; if any, first of all.
     void appendDeclaration();
@@ -39,8 +44,11 @@ public:
     /// A text of the open element, given whole: what begins an escape in one piece and ends it in the next is missed.
     void appendText(std::string_view text);
 
-    /// Well-formed content of an element, on a line of its own and otherwise as it is.
+    /// Well-formed content of an element, on a line of its own and otherwise as it is; nothing if it is empty.
     void appendMarkup(std::string_view markup);
+
+    /// The open element has content, on lines of its own, also if none of it is written here.
+    void setFilled();
 
     /// Ends the element that was started last and hasn't been ended.
     void endElement();
@@ -48,8 +56,12 @@ public:
     /// Starts an element with a text, and ends it.
     void appendElement(std::string_view name, std::string_view text);
 
-    /// What has been written so far, until more is.
+    /// What has been written so far, until more is or the writer ends.
     std::string_view getText() const;
+
+    /// The size of that in bytes. A child element, with the line break and the blanks ahead of it, stands between the
+    /// size before it was started and the size after it was ended.
+    std::size_t getSize() const;
 
 private:
     struct State;

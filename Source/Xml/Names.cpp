@@ -1,7 +1,5 @@
 #include "Xml/Names.h"
 
-#include "Xml/Escape.h"
-
 #include <cstring>
 #include <stdexcept>
 
@@ -39,8 +37,7 @@ bool isSame(std::string_view one, std::string_view other) {
 
 } // namespace
 
-const Names::Name& Names::find(std::string_view text) {
-    // Names mostly follow each other as they did before, in one record after another.
+std::uint32_t Names::find(std::string_view text) {
     if (expected == nullptr || !isSame(expected->text, text)) {
         Name& found = findOrAdd(text);
         if (lastFound != nullptr) {
@@ -50,7 +47,7 @@ const Names::Name& Names::find(std::string_view text) {
     }
     lastFound = expected;
     expected = lastFound->next;
-    return *lastFound;
+    return lastFound->number;
 }
 
 Names::Name& Names::findOrAdd(std::string_view text) {
@@ -62,8 +59,7 @@ Names::Name& Names::findOrAdd(std::string_view text) {
         throw std::length_error("too many XML names");
     }
     const auto number = static_cast<std::uint32_t>(names.size());
-    const std::string escaped = escapedName(text);
-    Name& added = names.emplace_back(Name{number, std::string(text), "<" + escaped + ">", "</" + escaped + ">"});
+    Name& added = names.emplace_back(Name{number, std::string(text)});
     numbers.emplace(added.text, number);
     return added;
 }

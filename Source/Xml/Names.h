@@ -9,35 +9,35 @@
 
 namespace orv::xml {
 
-/// The names of elements and processing instructions, each kept once, with its number and its tags.
+/// Numbers names, from 0 and each different one once. Names mostly follow each other as they did before, in one record
+/// after another, so each remembers the one that followed it the last time, and find looks at that first.
 class Names {
 public:
     static constexpr unsigned numberBits = 29;
-
-    struct Name {
-        std::uint32_t number;
-        std::string text;
-        std::string startTag; // as it stands in a saved document, without attributes
-        std::string endTag;
-        Name* next = nullptr; // the one that followed this one the last time
-    };
 
     Names() = default;
     Names(const Names&) = delete; // the members point into each other
     Names& operator=(Names&&) = default;
 
-    /// The name of that text, which is a new one if there wasn't any. Throws std::length_error when there are too many.
-    const Name& find(std::string_view text);
+    /// The number of the name, which is a new one if there wasn't any. Throws std::length_error when there are too
+    /// many.
+    std::uint32_t find(std::string_view text);
 
-    const Name& operator[](std::uint32_t number) const { return names[number]; }
+    const std::string& operator[](std::uint32_t number) const { return names[number].text; }
 
 private:
+    struct Name {
+        std::uint32_t number;
+        std::string text;
+        Name* next = nullptr;
+    };
+
     Name& findOrAdd(std::string_view text);
 
     std::deque<Name> names;
     std::unordered_map<std::string_view, std::uint32_t> numbers; // the keys lie in names
     Name* lastFound = nullptr;
-    Name* expected = nullptr; // what find looks at first
+    Name* expected = nullptr;
 };
 
 } // namespace orv::xml

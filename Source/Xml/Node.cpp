@@ -15,7 +15,7 @@ std::string const_Node::getNodeName() const {
     case NodeKind::Comment:
         return "#comment";
     default:
-        return document->getName(index).text;
+        return document->getName(index);
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Export.h"
+#include "OrvExport.h"
 
 #include <cstdint>
 #include <optional>
@@ -16,7 +16,7 @@ class NodeList;
 
 /// A node of a document for reading: an element, a text, a comment or a processing instruction. A small handle to
 /// be passed by value; it stays valid for as long as the File that it came from.
-class ORV_EXPORT const_Node {
+class ORV_XML_EXPORT const_Node {
 public:
     /// An element's name, a processing instruction's target, "#text" or "#comment".
     std::string getNodeName() const;
@@ -53,7 +53,7 @@ private:
 };
 
 /// A node of a document for reading and appending.
-class ORV_EXPORT Node : public const_Node {
+class ORV_XML_EXPORT Node : public const_Node {
 public:
     using const_Node::ChildNodesGet;
     using const_Node::NextSiblingGet;
@@ -61,12 +61,12 @@ public:
     NodeList ChildNodesGet();
     std::optional<Node> NextSiblingGet();
 
-    /// Appends a child element after the existing children and gives it. Any name will do; it comes back as it is.
+    /// Appends a child element after the existing children and returns it. Any name will do; it comes back as it is.
     /// Throws std::logic_error if this isn't an element.
     Element ElementNodeAppend(std::string_view name);
 
     /// Appends a text, of any bytes, after the existing children; after a text it goes on with that one.
-    /// Gives false, and does nothing, if this isn't an element.
+    /// Returns false, and does nothing, if this isn't an element.
     bool boTextNodeAppend(std::string_view text);
 
 protected:

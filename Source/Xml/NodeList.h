@@ -5,7 +5,7 @@
 namespace orv::xml {
 
 /// The children of a node, for reading: getFirstItem, and from there const_Node::NextSiblingGet.
-class ORV_EXPORT const_NodeList {
+class ORV_XML_EXPORT const_NodeList {
 public:
     /// The first node, or no value if the list is empty.
     std::optional<const_Node> getFirstItem() const { return firstItem; }
@@ -19,7 +19,7 @@ private:
 };
 
 /// The children of a node, for reading and appending: getFirstItem, and from there Node::NextSiblingGet.
-class ORV_EXPORT NodeList {
+class ORV_XML_EXPORT NodeList {
 public:
     /// The first node, or no value if the list is empty.
     std::optional<Node> getFirstItem() const { return firstItem; }

@@ -1,59 +1,74 @@
 #include "Xml/Outline.h"
 
-#include "Xml/Buffer.h"
-#include "Xml/Escape.h"
 #include "Xml/Parser.h"
+#include "Xml/Spelling.h"
+#include "Xml/WellFormed.h"
 
 #include <expat.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace orv::xml {
 
 class Outline::Reader : public Parser {
 public:
-    explicit Reader(std::size_t expected) : expectedSize(expected) {}
-
-    /// The outline, once it has been parsed; nothing if a name in its content would be none in UTF-8.
-    std::optional<Outline> takeOutline() {
+    /// The outline of the document, or std::nullopt if it is none or uses a name that is not a valid XML name in UTF-8.
+    std::optional<Outline> read(std::string document) {
+        if (!parse(document)) {
+            return std::nullopt;
+        }
+        if (outline.ownText) {
+            outline.content = {0, outline.ownText->size()};
+        }
+        outline.source = std::move(document);
         outline.surroundings = std::move(surroundings);
-        outline.content.resize(outline.content.find_last_not_of(whiteSpace) + 1);
-        return accepts({"<r>", outline.content, "</r>"}) ? std::optional(std::move(outline)) : std::nullopt;
+        const bool areNamesKnown = isUtf8() || isWellFormed({"<r>", *outline.ownText, "</r>"});
+        return areNamesKnown ? std::optional(std::move(outline)) : std::nullopt;
     }
 
 private:
     void beginElement(const char* name, const char** attributes) override {
         if (getDepth() == 1) {
-            if (hasDoctype()) {
-                takeTextAsData();
-            }
-            outline.rootName = unescapedName(name);
-            outline.content.reserve(std::min(expectedSize, maximumExpectation));
+            beginRoot(name);
             return;
         }
         if (getDepth() == 2) {
-            outline.elements.push_back({outline.content.size(), 0});
+            outline.elements.push_back({outline.ownText ? outline.ownText->size() : getTagBegin(), 0});
         }
         if (hasDoctype()) {
             // The tag may name entities, and lack attributes, that are declared there.
-            outline.content.append("<").append(name).append(markupOf(attributes)).append(">");
-        } else {
+            outline.ownText->append("<").append(name).append(attributeMarkup(attributes)).append(">");
+        } else if (outline.ownText) {
             handOn();
+        }
+    }
+
+    void beginRoot(const char* name) {
+        outline.rootName = unescapedName(name);
+        if (hasDoctype()) {
+            takeTextAsData();
+        }
+        if (hasDoctype() || !isUtf8()) {
+            outline.ownText.emplace();
+        } else {
+            setHandsOn(false);
+            outline.content.begin = getTagEnd();
         }
     }
 
     void endElement(const char* name) override {
         if (getDepth() == 1) {
+            setHandsOn(true);
+            outline.content.end = getTagBegin();
             return;
         }
         if (hasDoctype()) {
-            outline.content.append("</").append(name).append(">");
-        } else {
+            outline.ownText->append("</").append(name).append(">");
+        } else if (outline.ownText) {
             handOn();
         }
         if (getDepth() == 2) {
-            outline.elements.back().end = outline.content.size();
+            outline.elements.back().end = outline.ownText ? outline.ownText->size() : getTagEnd();
         }
     }
 
@@ -62,37 +77,37 @@ private:
     void takeTextAsData() {
         XML_SetCharacterDataHandler(getExpat(), [](void* self, const XML_Char* data, int length) {
             handle<Reader>(self, [=](Reader& reader) {
-                reader.outline.content += markupOf(std::string_view(data, static_cast<std::size_t>(length)));
+                *reader.outline.ownText += textMarkup(std::string_view(data, static_cast<std::size_t>(length)));
             });
         });
         // An empty section is an empty text.
         XML_SetCdataSectionHandler(
             getExpat(),
-            [](void* self) { handle<Reader>(self, [](Reader& reader) { reader.outline.content += "<![CDATA[]]>"; }); },
+            [](void* self) { handle<Reader>(self, [](Reader& reader) { *reader.outline.ownText += "<![CDATA[]]>"; }); },
             [](void*) {});
     }
 
-    void appendMarkup(std::string_view markup) override { outline.content += markup; }
+    void appendMarkup(std::string_view markup) override { *outline.ownText += markup; }
 
-    std::size_t expectedSize;
     Outline outline;
 };
 
-std::optional<Outline> Outline::parse(std::istream& stream, std::size_t expectedSize) {
-    Reader reader(expectedSize);
-    return reader.parse(stream) ? reader.takeOutline() : std::nullopt;
+std::optional<Outline> Outline::parse(std::string document) {
+    return Reader().read(std::move(document));
 }
 
 std::string_view Outline::getContent() const {
-    return trimmed(content);
+    return trimmed(cut(content.begin, content.end));
 }
 
 Outline::Part Outline::operator[](std::size_t number) const {
-    const Range& range = elements[number];
-    const std::size_t previousEnd = number == 0 ? 0 : elements[number - 1].end;
-    const std::string_view all = content;
-    return {trimmed(all.substr(previousEnd, range.begin - previousEnd)),
-            all.substr(range.begin, range.end - range.begin), trimmed(all.substr(range.end))};
+    const auto [begin, end] = elements[number];
+    const std::size_t previousEnd = number == 0 ? content.begin : elements[number - 1].end;
+    return {trimmed(cut(previousEnd, begin)), cut(begin, end), trimmed(cut(end, content.end))};
+}
+
+std::string_view Outline::cut(std::size_t begin, std::size_t end) const {
+    return std::string_view(ownText ? *ownText : source).substr(begin, end - begin);
 }
 
 std::string Outline::Part::getName() const {

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "Export.h"
+#include "OrvExport.h"
 #include "Xml/Surroundings.h"
 
 #include <cstddef>
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,27 +11,31 @@
 
 namespace orv::xml {
 
-/// A parsed document as the markup of its parts: for documents whose elements are read one by one, each as a File of
-/// its own, and for what has to go through a rewrite as it stands. It takes little more memory than the document.
+/// A parsed document as the markup of its parts: for documents whose elements are read one by one, and for what has to
+/// go through a rewrite as it stands. Of a document in UTF-8 it takes the bytes and 16 more an element. In another
+/// encoding, or with a document type declaration, its content is kept beside them.
 ///
 /// Markup is in UTF-8 and otherwise as parsed, without white space at its ends. If the document has a document type
 /// declaration, entities are expanded, and texts and tags normalised, so that the markup doesn't need it.
-class ORV_EXPORT Outline {
+class ORV_XML_EXPORT Outline {
 public:
-    /// Parses as File does, and gives no value for what File gives none, but a document may be longer. expectedSize is
-    /// that of the document in bytes, as far as it is known.
-    static std::optional<Outline> parse(std::istream& stream, std::size_t expectedSize);
+    /// Takes the bytes of a document, and parses them as File does: no value for what File has none for, but a document
+    /// may be longer.
+    static std::optional<Outline> parse(std::string document);
+
+    /// The bytes of the document as parse was given them.
+    const std::string& getSource() const { return source; }
 
     const std::string& getRootName() const { return rootName; }
 
     /// What stands around the content of the root.
     const Surroundings& getSurroundings() const { return surroundings; }
 
-    /// What stands between the tags of the root. Valid for as long as the outline, as are the parts.
+    /// What stands between the tags of the root. Valid until the outline ends or is moved, as are the parts.
     std::string_view getContent() const;
 
-    /// A child element of the root. The three together are the content from the end of the child element before.
-    struct Part {
+    /// A child element of the root: ahead, element and behind are the rest of the content after the previous element.
+    struct ORV_XML_EXPORT Part {
         std::string_view ahead;
         std::string_view element;
         std::string_view behind;
@@ -53,10 +56,15 @@ private:
         std::size_t end;
     };
 
+    /// A range of the text that the content lies in.
+    std::string_view cut(std::size_t begin, std::size_t end) const;
+
+    std::string source;
+    std::optional<std::string> ownText; // the content, unless it lies in the source
     std::string rootName;
     Surroundings surroundings;
-    std::string content;
-    std::vector<Range> elements; // in the content
+    Range content{};
+    std::vector<Range> elements;
 };
 
 } // namespace orv::xml

@@ -1,12 +1,15 @@
 #include "Xml/Parser.h"
 
-#include "Xml/Escape.h"
+#include "Xml/Spelling.h"
+#include "Xml/WellFormed.h"
 
 #include <expat.h>
 
 #include <algorithm>
 #include <istream>
 #include <new>
+#include <optional>
+#include <random>
 #include <stdexcept>
 
 namespace orv::xml {
@@ -23,29 +26,14 @@ constexpr int lastBufferSize = 1 << 29; // Expat takes lengths as int
 /// Expat takes more characters in names when a document isn't in UTF-8; the same names in UTF-8 would be no XML.
 constexpr const char* foreignName = "a name has a character that UTF-8 documents can't have in names";
 
-void appendEscaped(std::string& out, std::string_view text, std::string_view specials) {
-    for (const char character : text) {
-        if (specials.find(character) == std::string_view::npos) {
-            out += character;
-            continue;
-        }
-        switch (character) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += "&#" + std::to_string(character) + ";";
-        }
-    }
+/// Whether a document that begins so is in UTF-16: with its byte order mark, or a first character of two bytes.
+bool isUtf16(std::string_view beginning) {
+    const std::string_view first = beginning.substr(0, 2);
+    return first == "\xFE\xFF" || first == "\xFF\xFE" || first.find('\0') != std::string_view::npos;
+}
+
+bool isUtf8Name(std::string_view encoding) {
+    return encoding == "UTF-8" || encoding == "utf-8";
 }
 
 } // namespace
@@ -54,21 +42,36 @@ void Parser::Release::operator()(XML_ParserStruct* parser) const {
     XML_ParserFree(parser);
 }
 
-Parser::Parser() : expat(XML_ParserCreate(nullptr)) {
+Parser::Parser() : expat(XML_ParserCreate(nullptr)), hashSalt(std::random_device()()) {
     if (!expat) {
         throw std::bad_alloc();
     }
-    XML_SetUserData(expat.get(), this);
-    setHandlers();
-    refuseOtherFiles();
 }
 
 Parser::~Parser() = default;
 
 bool Parser::parse(std::istream& stream) {
-    const bool isParsed = readAll(stream);
-    if (exception) {
-        std::rethrow_exception(exception);
+    return parseWith([&stream](char* to, std::size_t size) -> std::optional<std::size_t> {
+        stream.read(to, static_cast<std::streamsize>(size));
+        return stream.bad() ? std::nullopt : std::optional(static_cast<std::size_t>(stream.gcount()));
+    });
+}
+
+bool Parser::parse(std::string_view document) {
+    return parseWith([&document](char* to, std::size_t size) {
+        const std::size_t count = document.copy(to, size);
+        document.remove_prefix(count);
+        return std::optional(count);
+    });
+}
+
+/// Parses what read puts where it is told, up to that size; less than that is the last. Nothing if reading failed.
+template <typename Read>
+bool Parser::parseWith(Read read) {
+    restart();
+    const bool isParsed = readAll(read);
+    if (state.exception) {
+        std::rethrow_exception(state.exception);
     }
     if (!isParsed) {
         return false;
@@ -76,14 +79,15 @@ bool Parser::parse(std::istream& stream) {
     auto& [before, attributes, after] = surroundings;
     before = std::string(trimmed(before));
     after = std::string(trimmed(after));
-    if (!accepts({before, "<r", attributes, "/>", after})) {
+    if (!isUtf8() && !isWellFormed({before, "<r", attributes, "/>", after})) {
         noteFailure(foreignName);
         return false;
     }
     return true;
 }
 
-bool Parser::readAll(std::istream& stream) {
+template <typename Read>
+bool Parser::readAll(Read read) {
     bool isLast = false;
     int bufferSize = firstBufferSize;
     for (XML_Index fed = 0; !isLast;) {
@@ -94,15 +98,19 @@ bool Parser::readAll(std::istream& stream) {
         if (buffer == nullptr) {
             throw std::bad_alloc();
         }
-        stream.read(static_cast<char*>(buffer), bufferSize);
-        isLast = !stream;
-        fed += stream.gcount();
-        if (stream.bad()) {
+        const std::optional<std::size_t> size = read(static_cast<char*>(buffer), static_cast<std::size_t>(bufferSize));
+        if (!size) {
             noteFailure("the stream can't be read");
             return false;
         }
-        if (XML_ParseBuffer(expat.get(), static_cast<int>(stream.gcount()), isLast ? 1 : 0) != XML_STATUS_OK) {
-            if (!isStopped) {
+        if (fed == 0 && isUtf16({static_cast<const char*>(buffer), *size})) {
+            state.isUtf8 = false;
+        }
+        const int length = static_cast<int>(*size);
+        isLast = length < bufferSize;
+        fed += length;
+        if (XML_ParseBuffer(expat.get(), length, isLast ? 1 : 0) != XML_STATUS_OK) {
+            if (!state.isStopped) {
                 noteFailure(XML_ErrorString(XML_GetErrorCode(expat.get())));
             }
             return false;
@@ -111,14 +119,25 @@ bool Parser::readAll(std::istream& stream) {
     return true;
 }
 
-void Parser::setHandlers() {
+void Parser::restart() {
+    XML_ParserReset(expat.get(), nullptr);
+    XML_SetHashSalt(expat.get(), hashSalt);
+    state = {};
+    surroundings = {};
+    XML_SetUserData(expat.get(), this);
+    setOwnHandlers();
+    refuseOtherFiles();
+    setHandlers();
+}
+
+void Parser::setOwnHandlers() {
     XML_SetElementHandler(
         expat.get(),
         [](void* self, const XML_Char* name, const XML_Char** attributes) {
             handle<Parser>(self, [=](Parser& parser) {
-                if (++parser.depth == 1) {
-                    parser.hasRoot = true;
-                    parser.surroundings.rootAttributes = markupOf(attributes);
+                if (++parser.state.depth == 1) {
+                    parser.state.hasRoot = true;
+                    parser.surroundings.rootAttributes = attributeMarkup(attributes);
                 }
                 parser.beginElement(name, attributes);
             });
@@ -126,25 +145,26 @@ void Parser::setHandlers() {
         [](void* self, const XML_Char* name) {
             handle<Parser>(self, [name](Parser& parser) {
                 parser.endElement(name);
-                --parser.depth;
+                --parser.state.depth;
             });
         });
-    // What has no handler or is handed on.
-    XML_SetDefaultHandlerExpand(expat.get(), [](void* self, const XML_Char* markup, int length) {
-        handle<Parser>(self, [=](Parser& parser) { parser.keepMarkup({markup, static_cast<std::size_t>(length)}); });
+    setHandsOn(true);
+    // The declaration itself goes: a document that is saved gets one of its own.
+    XML_SetXmlDeclHandler(expat.get(), [](void* self, const XML_Char*, const XML_Char* encoding, int) {
+        handle<Parser>(self, [encoding](Parser& parser) {
+            parser.state.isUtf8 = parser.state.isUtf8 && (encoding == nullptr || isUtf8Name(encoding));
+        });
     });
-    // A document that is saved gets an XML declaration of its own.
-    XML_SetXmlDeclHandler(expat.get(), [](void*, const XML_Char*, const XML_Char*, int) {});
     XML_SetDoctypeDeclHandler(
         expat.get(),
         [](void* self, const XML_Char*, const XML_Char*, const XML_Char*, int) {
-            handle<Parser>(self, [](Parser& parser) { parser.doctype = parser.isInDoctype = true; });
+            handle<Parser>(self, [](Parser& parser) { parser.state.doctype = parser.state.isInDoctype = true; });
         },
-        [](void* self) { handle<Parser>(self, [](Parser& parser) { parser.isInDoctype = false; }); });
+        [](void* self) { handle<Parser>(self, [](Parser& parser) { parser.state.isInDoctype = false; }); });
     XML_SetEntityDeclHandler(expat.get(), [](void* self, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
                                              const XML_Char*, const XML_Char*, const XML_Char*) {
         handle<Parser>(self, [](Parser& parser) {
-            if (++parser.declaredEntities > maximumEntities) {
+            if (++parser.state.declaredEntities > maximumEntities) {
                 parser.stop("too many entities are declared");
             }
         });
@@ -167,60 +187,42 @@ void Parser::refuseOtherFiles() {
     });
 }
 
-std::string Parser::markupOf(const char** attributes) {
-    std::string markup;
-    for (; attributes[0] != nullptr; attributes += 2) {
-        markup.append(" ").append(attributes[0]).append("=\"");
-        appendEscaped(markup, attributes[1], "&<\"\t\n\r");
-        markup += '"';
-    }
-    return markup;
-}
-
-std::string Parser::markupOf(std::string_view text) {
-    std::string markup;
-    appendEscaped(markup, text, "&<>\r");
-    return markup;
-}
-
-bool Parser::accepts(std::initializer_list<std::string_view> document) {
-    const std::unique_ptr<XML_ParserStruct, Release> checker(XML_ParserCreate("UTF-8"));
-    if (!checker) {
-        throw std::bad_alloc();
-    }
-    for (std::string_view piece : document) {
-        while (!piece.empty()) {
-            const std::string_view block = piece.substr(0, lastBufferSize);
-            if (XML_Parse(checker.get(), block.data(), static_cast<int>(block.size()), 0) != XML_STATUS_OK) {
-                return false;
-            }
-            piece.remove_prefix(block.size());
-        }
-    }
-    return XML_Parse(checker.get(), nullptr, 0, 1) == XML_STATUS_OK;
-}
-
 void Parser::handOn() {
     XML_DefaultCurrent(expat.get());
 }
 
+void Parser::setHandsOn(bool handsOn) {
+    const XML_DefaultHandler keep = [](void* self, const XML_Char* markup, int length) {
+        handle<Parser>(self, [=](Parser& parser) { parser.keepMarkup({markup, static_cast<std::size_t>(length)}); });
+    };
+    XML_SetDefaultHandlerExpand(expat.get(), handsOn ? keep : nullptr);
+}
+
+std::uint64_t Parser::getTagBegin() const {
+    return static_cast<std::uint64_t>(XML_GetCurrentByteIndex(expat.get()));
+}
+
+std::uint64_t Parser::getTagEnd() const {
+    return getTagBegin() + static_cast<std::uint64_t>(XML_GetCurrentByteCount(expat.get()));
+}
+
 void Parser::keepMarkup(std::string_view markup) {
-    if (depth > 0) {
+    if (state.depth > 0) {
         appendMarkup(markup);
-    } else if (!isInDoctype) {
-        (hasRoot ? surroundings.after : surroundings.before) += markup;
+    } else if (!state.isInDoctype) {
+        (state.hasRoot ? surroundings.after : surroundings.before) += markup;
     }
 }
 
 void Parser::checkName(std::string_view name) {
     const bool isAscii = std::all_of(name.begin(), name.end(), [](char byte) { return byte >= 0; });
-    if (!isAscii && !accepts({"<", name, "/>"})) {
+    if (!isUtf8() && !isAscii && !isWellFormed({"<", name, "/>"})) {
         stop(foreignName);
     }
 }
 
 void Parser::stop(const char* reason) {
-    isStopped = true;
+    state.isStopped = true;
     noteFailure(reason);
     XML_StopParser(expat.get(), XML_FALSE);
 }
@@ -231,13 +233,13 @@ void Parser::stopForException() {
     } catch (const std::length_error&) {
         stop("the document is too long");
     } catch (...) {
-        exception = std::current_exception();
+        state.exception = std::current_exception();
         stop("an exception passed"); // which parse throws again
     }
 }
 
 void Parser::noteFailure(const char* reason) {
-    failure = {reason, XML_GetCurrentLineNumber(expat.get()), XML_GetCurrentColumnNumber(expat.get()) + 1};
+    state.failure = {reason, XML_GetCurrentLineNumber(expat.get()), XML_GetCurrentColumnNumber(expat.get()) + 1};
 }
 
 } // namespace orv::xml

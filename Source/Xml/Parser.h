@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <exception>
-#include <initializer_list>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -14,26 +13,26 @@ struct XML_ParserStruct;
 
 namespace orv::xml {
 
-/// Reads one document from a stream; made anew for each. What becomes of it is up to the derived class.
+/// Why a document was refused, and where.
+struct ParseFailure {
+    const char* reason = "";  ///< Lives as long as the process.
+    std::uint64_t line = 0;   ///< From 1.
+    std::uint64_t column = 0; ///< From 1, in bytes.
+};
+
+/// Reads documents, one after another. What becomes of one is up to the derived class.
 class Parser {
 public:
     virtual ~Parser();
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
 
-    /// Whether the stream holds a document; if not, getFailure tells why.
+    /// Reads one document, and returns whether it is one; if not, getFailure tells why. What a handler throws comes
+    /// through.
     bool parse(std::istream& stream);
+    bool parse(std::string_view document);
 
-    struct Failure {
-        const char* reason = "";  ///< Lives as long as the process.
-        std::uint64_t line = 0;   ///< From 1.
-        std::uint64_t column = 0; ///< From 1, in bytes.
-    };
-
-    const Failure& getFailure() const { return failure; }
-
-    /// Whether the pieces, in UTF-8, are a well-formed document together.
-    static bool accepts(std::initializer_list<std::string_view> document);
+    const ParseFailure& getFailure() const { return state.failure; }
 
 protected:
     Parser();
@@ -42,7 +41,7 @@ protected:
     template <typename Derived, typename Action>
     static void handle(void* self, Action action) {
         Parser& parser = *static_cast<Parser*>(self);
-        if (!parser.isStopped) { // Expat still ends an empty element whose start it was stopped at.
+        if (!parser.state.isStopped) { // Expat still ends an empty element whose start it was stopped at.
             try {
                 action(static_cast<Derived&>(parser));
             } catch (...) {
@@ -51,30 +50,39 @@ protected:
         }
     }
 
-    /// The tags of the root and below it. The attributes are names and values that alternate up to a null.
+    /// Called ahead of each document, for handlers of Expat that the derived class sets.
+    virtual void setHandlers() {}
+
+    /// Called for every start tag and every end tag. The attributes are names and values that alternate up to a null.
     virtual void beginElement(const char* name, const char** attributes) = 0;
     virtual void endElement(const char* name) = 0;
 
-    /// Markup below the root, in UTF-8 and otherwise as it stands, that isn't handled or was handed on.
+    /// Called with markup inside the root that no handler took, or that handOn() passed on: as in the document, recoded
+    /// to UTF-8.
     virtual void appendMarkup(std::string_view /*markup*/) {}
 
-    /// Stops the parser if the name, which comes out as it is, would be none in UTF-8.
+    /// Stops the parser if the name, which comes out as it is, is no XML name in UTF-8.
     void checkName(std::string_view name);
 
-    /// Hands the markup that is being handled on to appendMarkup or, outside the root, to the surroundings.
+    /// Passes the markup that is being handled on to appendMarkup or, outside the root, to the surroundings.
     void handOn();
 
-    /// The attributes of a tag, each with a blank ahead of it.
-    static std::string markupOf(const char** attributes);
-
-    /// Character data that reads the same wherever it is put.
-    static std::string markupOf(std::string_view text);
+    /// Whether markup that no handler takes is passed on. It is, until this is called.
+    void setHandsOn(bool handsOn);
 
     XML_ParserStruct* getExpat() const { return expat.get(); }
 
+    /// Where the tag that is being handled begins and ends, in bytes of the document. The end of an empty element is a
+    /// tag of no bytes.
+    std::uint64_t getTagBegin() const;
+    std::uint64_t getTagEnd() const;
+
     /// The number of open elements, with the one whose tag is being handled.
-    std::uint64_t getDepth() const { return depth; }
-    bool hasDoctype() const { return doctype; }
+    std::uint64_t getDepth() const { return state.depth; }
+    bool hasDoctype() const { return state.doctype; }
+
+    /// Whether the document's bytes are UTF-8, as far as is known ahead of the root. False for US-ASCII as well.
+    bool isUtf8() const { return state.isUtf8; }
 
     /// Complete once the document is parsed.
     Surroundings surroundings;
@@ -84,23 +92,34 @@ private:
         void operator()(XML_ParserStruct* parser) const;
     };
 
-    void setHandlers();
+    /// What is known of the document so far.
+    struct State {
+        std::uint64_t depth = 0;
+        int declaredEntities = 0;
+        bool hasRoot = false;
+        bool doctype = false;
+        bool isInDoctype = false;
+        bool isUtf8 = true;
+        bool isStopped = false;
+        ParseFailure failure;
+        std::exception_ptr exception;
+    };
+
+    template <typename Read>
+    bool parseWith(Read read);
+    template <typename Read>
+    bool readAll(Read read);
+    void restart();
+    void setOwnHandlers();
     void refuseOtherFiles();
     void keepMarkup(std::string_view markup);
-    bool readAll(std::istream& stream);
     void stop(const char* reason);
     void stopForException();
     void noteFailure(const char* reason);
 
     std::unique_ptr<XML_ParserStruct, Release> expat;
-    std::uint64_t depth = 0;
-    int declaredEntities = 0;
-    bool hasRoot = false;
-    bool doctype = false;
-    bool isInDoctype = false;
-    bool isStopped = false;
-    Failure failure;
-    std::exception_ptr exception;
+    unsigned long hashSalt; // Expat would ask the system for one with each document
+    State state;
 };
 
 } // namespace orv::xml

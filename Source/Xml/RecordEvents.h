@@ -1,0 +1,39 @@
+#pragma once
+
+#include "OrvExport.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace orv::xml {
+
+/// Is told of the elements below the root of a document, in one pass over that.
+class ORV_XML_EXPORT RecordEvents {
+public:
+    virtual ~RecordEvents() = default;
+
+    using Fields = std::vector<std::pair<std::string, std::string>>;
+
+    /// The root, ahead of all else. If this returns false, nothing else is told.
+    virtual bool takeRoot(const std::string& name) = 0;
+
+    /// A child element of the root, with name and value of each of its own child elements that has a child node: the
+    /// value is that of the first one. Names and values are those that a File of the document has.
+    virtual void takeRecord(const std::string& name, const Fields& fields) = 0;
+};
+
+/// Why a document isn't well-formed, and where.
+struct RecordFailure {
+    std::uint64_t line = 0;   ///< From 1.
+    std::uint64_t column = 0; ///< From 1, in bytes.
+    std::string reason;       ///< A phrase without a full stop.
+};
+
+/// Reads one document as File::parse does, calling events as it goes, and returns why it is none, or nothing.
+ORV_XML_EXPORT std::optional<RecordFailure> readRecords(std::string_view document, RecordEvents& events);
+
+} // namespace orv::xml
