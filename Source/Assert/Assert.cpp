@@ -1,5 +1,7 @@
 #include "Assert/Assert.h"
 
+#include "Assert/CallbackSlot.h"
+
 #include <iostream>
 #include <sstream>
 #include <utility>
@@ -8,23 +10,15 @@ namespace orv::assert {
 
 namespace {
 
-bool reportsEnabled = false;
-
-std::function<void(const AssertInfo&)>& currentReceiver() {
-    static std::function<void(const AssertInfo&)> receiver;
-    return receiver;
-}
+using ReceiverSlot = CallbackSlot<std::function<void(const AssertInfo&)>>;
 
 } // namespace
 
-bool Assert::isEnabled() noexcept {
-    return reportsEnabled;
-}
+bool Assert::reportsEnabled = false;
 
 void Assert::addAssert(const AssertInfo& info) {
-    // A copy, so that the receiver may set another one while it runs.
-    if (const auto receiver = currentReceiver()) {
-        receiver(info);
+    if (const auto receiver = ReceiverSlot::get()) {
+        (*receiver)(info);
         return;
     }
     std::ostringstream report;
@@ -37,7 +31,7 @@ void Assert::setEnabled(bool enabled) noexcept {
 }
 
 void Assert::setReceiver(std::function<void(const AssertInfo&)> receiver) {
-    currentReceiver() = std::move(receiver);
+    ReceiverSlot::set(std::move(receiver));
 }
 
 } // namespace orv::assert

@@ -99,6 +99,12 @@ std::string uuidText(const Bytes& bytes) {
     return text;
 }
 
+/// Where the system happens to have put this library, which is random.
+std::uint64_t processKey() {
+    static const char anchor = 0;
+    return reinterpret_cast<std::uintptr_t>(&anchor); // NOLINT(cppcoreguidelines-pro-type-reinterpret-cast)
+}
+
 /// Ids of one authoring tool often differ in a few bits only. Multiplying by an odd constant (2^64 divided by
 /// the golden ratio) carries each bit upwards, and the shifts bring them down again.
 std::uint64_t mixed(std::uint64_t bits) {
@@ -158,7 +164,7 @@ std::array<char, globalIdLength> Guid::toGlobalId() const {
 
 std::uint64_t Guid::hash() const noexcept {
     const auto [high, low] = std::bit_cast<std::array<std::uint64_t, 2>>(*this);
-    return mixed(mixed(mixed(high) ^ low));
+    return mixed(mixed(mixed(high ^ processKey()) ^ low));
 }
 
 } // namespace orv

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Export.h"
 #include "Object/Logical.h"
+#include "OrvExport.h"
 
 #include <concepts>
 #include <cstddef>
@@ -27,7 +27,7 @@ namespace orv::object {
 ///
 /// An optional that holds nothing isn't the empty value: its index stays 6 to 10. A moved-from value keeps
 /// its alternative, and a moved-from text is empty.
-class ORV_EXPORT PropertyValue {
+class ORV_OBJECT_EXPORT PropertyValue {
 public:
     /// The empty value.
     PropertyValue() = default;

@@ -15,8 +15,7 @@ double greater(double own, double other) {
 }
 
 void checkAxis(double lower, double upper, std::string_view message, std::uint32_t line) {
-    const bool isOutOfOrder = lower > upper && lower != std::numeric_limits<double>::max();
-    if (isOutOfOrder && assert::Assert::isEnabled()) {
+    if (assert::Assert::isEnabled() && lower > upper && lower != std::numeric_limits<double>::max()) {
         assert::Assert::addAssert(
             {0, message, "orv::math::_3d::Bounding::Bounding", "Source/Core/Math/3D/Bounding3D", line});
     }

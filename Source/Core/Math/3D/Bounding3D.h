@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Export.h"
+#include "OrvExport.h"
 
 #include <limits>
 
@@ -36,7 +36,7 @@ public:
     /// Makes this box large enough to hold other as well, which may be this very box. A coordinate of other that is NaN
     /// is passed over, one of this box stays. A box that ends up out of order on an axis, as one or both were, is
     /// reported and kept. Allocates nothing, but for a report.
-    ORV_EXPORT void uniteWith(const Extent& other);
+    ORV_ENHANCEMENTS_EXPORT void uniteWith(const Extent& other);
 
     Point lowerLeft{unset, unset, unset};
     Point upperRight{-unset, -unset, -unset};
