@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Export.h"
+#include "OrvExport.h"
 
 #include <cstdint>
 #include <string_view>
@@ -11,7 +11,7 @@ namespace orv::ifc::def::xml {
 enum class PropertyKind : std::uint8_t { Single, Enumerated, Bounded, List, Table, Reference, Complex };
 
 /// A text of a definition, to be used as a std::string_view.
-class ORV_EXPORT DefText {
+class ORV_IFC_VERSION_MAPPING_EXPORT DefText {
 public:
     /// The empty text.
     constexpr DefText() = default;
@@ -41,8 +41,8 @@ private:
     std::uint32_t length = 0;
 };
 
-/// The published definition of a property of a property set. Its texts are as published; those of the definitions that
-/// this library carries live as long as the process.
+/// The definition of a property of a property set. The texts of a published one are as published; those of the
+/// definitions that this library carries or was given by addDefinitions live as long as the process.
 struct Def {
     DefText propertySet;
     DefText property;
@@ -58,8 +58,9 @@ struct Def {
     /// with; empty unless the kind is Enumerated.
     DefText enumerationValues;
 
-    /// The newest version of IFC that has the property, as in "IFC4X3_ADD2".
-    DefText version;
+    /// Where the definition comes from: the newest version of IFC that has the property, as in "IFC4X3_ADD2", or what
+    /// addDefinitions was told of its file.
+    DefText source;
 };
 
 } // namespace orv::ifc::def::xml

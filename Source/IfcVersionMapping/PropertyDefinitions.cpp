@@ -1,4 +1,5 @@
 #include "FoundationClasses/NameHash.h"
+#include "IfcVersionMapping/OwnDefinitions.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
 #include <algorithm>
@@ -46,7 +47,7 @@ static_assert(std::is_sorted(std::begin(published), std::end(published), [](cons
 }));
 
 constexpr DefText Def::*const texts[] = {&Def::propertySet,      &Def::property,          &Def::valueType,
-                                         &Def::definedValueType, &Def::enumerationValues, &Def::version};
+                                         &Def::definedValueType, &Def::enumerationValues, &Def::source};
 
 /// Whether the text is to be stored. One that the definition before has too is stored once.
 constexpr bool isNew(std::size_t row, DefText Def::*text) {
@@ -153,8 +154,13 @@ std::span<const Def> definitions() {
     return carriedDefinitions.rows;
 }
 
-const Def* findSchemaDefForProperty(const std::string& pset, const std::string& property) {
+const Def* findPublishedDefinition(std::string_view pset, std::string_view property) {
     return definitionIndex.find(pset, property);
+}
+
+const Def* findSchemaDefForProperty(const std::string& pset, const std::string& property) {
+    const Def* const found = findPublishedDefinition(pset, property);
+    return found == nullptr && hasOwnDefinitions ? findOwnDefinition(pset, property) : found;
 }
 
 } // namespace orv::ifc
