@@ -55,15 +55,15 @@ std::shared_ptr<FcBase> Data::findByGuid(const Guid& guid) const {
     if (!unindexedEntities.empty()) {
         guidUpdate();
     }
-    const auto found = guidIndex.find(guid);
-    return found == guidIndex.end() ? nullptr : found->second;
+    const std::shared_ptr<FcBase>& found = guidIndex.find(guid);
+    return found && found->guid == guid ? found : nullptr;
 }
 
 void Data::guidUpdate() const {
     for (const auto& entity : unindexedEntities) {
-        guidIndex.insert_or_assign(entity->guid, entity);
+        guidIndex.set(entity->guid, entity);
     }
-    unindexedEntities.clear();
+    std::erase_if(unindexedEntities, [](const auto& entity) { return entity->guid != Guid(); });
 }
 
 } // namespace orv::fc

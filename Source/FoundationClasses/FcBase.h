@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Export.h"
 #include "FoundationClasses/IfcClass.h"
 #include "Id/Guid.h"
+#include "OrvExport.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,7 +11,7 @@
 namespace orv::fc {
 
 /// An instance of a class of the class table. A class and its descendants hold one closed range of kind numbers.
-class ORV_EXPORT FcBase {
+class ORV_FOUNDATION_CLASSES_EXPORT FcBase {
 public:
     /// The IFC name of the class, as in "IfcWall", nul-terminated. It lives as long as the process.
     virtual const char* className() const { return ifcClass->name.data(); }

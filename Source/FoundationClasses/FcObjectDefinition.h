@@ -14,11 +14,11 @@ namespace core::kernel {
 
 /// An object of a model: an instance of IfcObjectDefinition or of a class below it. All these classes are told apart by
 /// their rows of the class table alone. Data makes instances of the other classes below IfcRoot in this form as well.
-class ORV_EXPORT FcObjectDefinition : public FcBase {
+class ORV_FOUNDATION_CLASSES_EXPORT FcObjectDefinition : public FcBase {
 public:
     explicit FcObjectDefinition(const IfcClass& rowOfTable) : FcBase(rowOfTable) {}
 
-    /// "GlobalId" gives the id in 22 characters.
+    /// Of "GlobalId", returns the id in 22 characters.
     std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
 
     /// The object's first set of that name and class, null if there is none.

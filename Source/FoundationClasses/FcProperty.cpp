@@ -25,7 +25,8 @@ void FcProperty::deleteProperty(Data& /*data*/, bool /*keepEntity*/) {
 FcPropertySingleValue::FcPropertySingleValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
 bool FcPropertySingleValue::setFromPropertyValue(const object::PropertyValue& value) {
-    return nominalValue.updateValueFromPropertyValue(value);
+    nominalValue.updateValueFromPropertyValue(value);
+    return nominalValue.hasContent();
 }
 
 FcPropertyEnumeratedValue::FcPropertyEnumeratedValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}

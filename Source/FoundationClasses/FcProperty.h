@@ -14,7 +14,7 @@ class FcPropertySet;
 
 /// A property of any class. Those with fields of their own derive from it; the others, complex and reference
 /// properties, are of this very class and take no value.
-class ORV_EXPORT FcProperty : public FcBase {
+class ORV_FOUNDATION_CLASSES_EXPORT FcProperty : public FcBase {
 public:
     static constexpr std::uint32_t firstClassNumber = 166;
     static constexpr std::uint32_t lastClassNumber = 174;
@@ -22,7 +22,7 @@ public:
     /// A property of that class, which must be one without a C++ class of its own: 166 to 168 or 172.
     explicit FcProperty(const IfcClass& rowOfTable) : FcBase(rowOfTable) {}
 
-    /// "Name" gives the name.
+    /// Of "Name", returns the name.
     std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
 
     /// Takes the property out of the set that adopted it; does nothing if none has.

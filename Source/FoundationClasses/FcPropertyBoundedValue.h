@@ -6,7 +6,7 @@
 namespace orv::fc {
 
 /// A property with a range of values.
-class ORV_EXPORT FcPropertyBoundedValue : public FcProperty {
+class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyBoundedValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 169;
 

@@ -8,14 +8,14 @@
 namespace orv::fc {
 
 /// A property with a choice of values.
-class ORV_EXPORT FcPropertyEnumeratedValue : public FcProperty {
+class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyEnumeratedValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 170;
 
     FcPropertyEnumeratedValue();
 
-    /// "EnumerationValues" gives the texts of the values in brackets with semicolons between them, as in "(a;b)", or
-    /// nothing if the list is unset.
+    /// Of "EnumerationValues", returns the texts of the values in brackets with semicolons between them, as in "(a;b)",
+    /// or nothing if the list is unset.
     std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
 
     std::optional<std::vector<FcValue>> enumerationValues;

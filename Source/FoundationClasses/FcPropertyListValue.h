@@ -8,7 +8,7 @@
 namespace orv::fc {
 
 /// A property with a list of values.
-class ORV_EXPORT FcPropertyListValue : public FcProperty {
+class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyListValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 171;
 

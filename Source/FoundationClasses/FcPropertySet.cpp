@@ -6,9 +6,9 @@ namespace orv::fc::core::kernel {
 
 FcPropertySet::FcPropertySet() : FcPropertySetDefinition(*IfcClass::ofNumber(classNumber)) {}
 
-std::shared_ptr<FcProperty> FcPropertySet::findProperty(const std::string& wanted) const {
+std::shared_ptr<FcProperty> FcPropertySet::findProperty(const std::string& propertyName) const {
     const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [&wanted](const auto& property) { return property->name == wanted; });
+                                    [&](const auto& property) { return property->name == propertyName; });
     return found == properties.end() ? nullptr : *found;
 }
 

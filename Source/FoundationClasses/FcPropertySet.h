@@ -9,7 +9,8 @@
 namespace orv::fc::core::kernel {
 
 /// A property set: properties in the order in which they were added.
-class ORV_EXPORT FcPropertySet : public FcPropertySetDefinition, public std::enable_shared_from_this<FcPropertySet> {
+class ORV_FOUNDATION_CLASSES_EXPORT FcPropertySet : public FcPropertySetDefinition,
+                                                    public std::enable_shared_from_this<FcPropertySet> {
 public:
     static constexpr std::uint32_t classNumber = 779;
 
@@ -18,7 +19,7 @@ public:
     FcPropertySet& operator=(const FcPropertySet&) = delete;
 
     /// The first property of exactly that name, null if there is none.
-    std::shared_ptr<FcProperty> findProperty(const std::string& wanted) const;
+    std::shared_ptr<FcProperty> findProperty(const std::string& propertyName) const;
 
     /// Appends the property, and adopts it.
     void addProperty(const std::shared_ptr<FcProperty>& property);

@@ -5,7 +5,7 @@
 namespace orv::fc::core::kernel {
 
 /// A named set of an object's properties, of whatever form.
-class ORV_EXPORT FcPropertySetDefinition : public FcBase {
+class ORV_FOUNDATION_CLASSES_EXPORT FcPropertySetDefinition : public FcBase {
 public:
     std::string name;
 

@@ -6,14 +6,14 @@
 namespace orv::fc {
 
 /// A property with one value.
-class ORV_EXPORT FcPropertySingleValue : public FcProperty {
+class ORV_FOUNDATION_CLASSES_EXPORT FcPropertySingleValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 173;
 
     FcPropertySingleValue();
 
-    /// Gives true if the value was taken, as FcValue::updateValueFromPropertyValue tells; otherwise the property has
-    /// none afterwards.
+    /// Stores the value if FcValue::updateValueFromPropertyValue takes it; otherwise the property has none afterwards.
+    /// Returns whether it took it.
     bool setFromPropertyValue(const object::PropertyValue& value);
 
     FcValue nominalValue;

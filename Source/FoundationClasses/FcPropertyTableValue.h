@@ -8,7 +8,7 @@
 namespace orv::fc {
 
 /// A property with a table of pairs: entry i of one list belongs to entry i of the other.
-class ORV_EXPORT FcPropertyTableValue : public FcProperty {
+class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyTableValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 174;
 

@@ -25,22 +25,30 @@ std::optional<double> pointedReal(std::string_view text) {
     return isWhole && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
-/// A finite number that the whole text spells with a point or in the process's locale.
-std::optional<double> parseReal(const std::string& text) {
-    if (const auto number = pointedReal(text)) {
-        return number;
-    }
+/// The text with a point in place of the decimal point of the process's locale.
+std::string withPoint(std::string text) {
     const std::string_view decimalPoint = std::localeconv()->decimal_point;
     const std::size_t position = text.find(decimalPoint);
-    if (position == std::string::npos) {
-        return std::nullopt;
-    }
-    return pointedReal(std::string(text).replace(position, decimalPoint.size(), 1, '.'));
+    return position == std::string::npos ? text : text.replace(position, decimalPoint.size(), 1, '.');
+}
+
+/// A finite number that the whole text spells with a point or in the process's locale.
+std::optional<double> parseReal(const std::string& text) {
+    const auto number = pointedReal(text);
+    return number ? number : pointedReal(withPoint(text));
 }
 
 std::string shortestText(double number) {
+    constexpr double firstFixed = 1e-5;
+    constexpr double firstTooLarge = 1e15;
+    if (number == 0) {
+        return "0"; // also of a negative zero
+    }
+    const double size = std::abs(number);
+    const auto format =
+        size >= firstFixed && size < firstTooLarge ? std::chars_format::fixed : std::chars_format::scientific;
     std::array<char, 32> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, format);
     return {buffer.data(), end};
 }
 
@@ -114,12 +122,28 @@ Content contentOrNone(std::optional<T> value) {
 }
 
 Content asText(Content given) {
-    return std::holds_alternative<std::string>(given) ? std::move(given) : contentOrNone(textOf(given));
+    if (std::holds_alternative<std::string>(given)) {
+        return given;
+    }
+    const auto* const number = std::get_if<double>(&given);
+    return number == nullptr || std::isfinite(*number) ? contentOrNone(textOf(given)) : Content();
+}
+
+/// Whether the text is digits, with a sign ahead and a point and digits behind if need be, and no needless zero ahead.
+bool isPlainDecimal(std::string_view text) {
+    constexpr std::string_view digits = "0123456789";
+    text.remove_prefix(text.starts_with('-') ? 1 : 0);
+    const std::string_view whole = text.substr(0, text.find_first_not_of(digits));
+    const std::string_view rest = text.substr(whole.size());
+    const bool isWhole = whole == "0" || (!whole.empty() && whole.front() != '0');
+    return isWhole && (rest.empty() || (rest.front() == '.' && rest.size() > 1 &&
+                                        rest.find_first_not_of(digits, 1) == std::string_view::npos));
 }
 
 /// What a value without a type makes of the content.
 Content untyped(Content given) {
-    const auto number = realOf(given);
+    const auto* const text = std::get_if<std::string>(&given);
+    const auto number = text == nullptr || isPlainDecimal(withPoint(*text)) ? realOf(given) : std::nullopt;
     return number || std::holds_alternative<double>(given) ? contentOrNone(number) : std::move(given);
 }
 
@@ -158,16 +182,16 @@ struct ContentOfAlternative {
 FcValue::FcValue(FcSimpleValue value) : type(FcValueType::find("IfcLabel")), content(std::move(value.label.text)) {}
 
 bool FcValue::setValueOnTypeFromString(const std::string& text) {
-    return take(text);
+    take(text);
+    return hasContent();
 }
 
-bool FcValue::updateValueFromPropertyValue(const PropertyValue& value) {
-    return take(value.visit(ContentOfAlternative()));
+void FcValue::updateValueFromPropertyValue(const PropertyValue& value) {
+    take(value.visit(ContentOfAlternative()));
 }
 
-bool FcValue::take(Content given) {
+void FcValue::take(Content given) {
     content = type == nullptr ? untyped(std::move(given)) : converted(std::move(given), type->content);
-    return content.index() != 0;
 }
 
 PropertyValue FcValue::getAsPropertyValue() const {
@@ -175,6 +199,8 @@ PropertyValue FcValue::getAsPropertyValue() const {
         [](const auto& held) -> PropertyValue {
             if constexpr (std::is_same_v<decltype(held), const std::monostate&>) {
                 return {};
+            } else if constexpr (std::is_same_v<decltype(held), const Logical&>) {
+                return held == Logical::Unknown ? PropertyValue(held) : PropertyValue(held == Logical::True);
             } else {
                 return held;
             }

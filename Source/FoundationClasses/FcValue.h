@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Export.h"
 #include "FoundationClasses/FcValueType.h"
 #include "Object/PropertyValue.h"
+#include "OrvExport.h"
 
 #include <optional>
 #include <string>
@@ -32,9 +32,10 @@ public:
 /// The type decides what the value takes. It takes what converts without loss of meaning: any number into a real, a
 /// number without a fraction into an integer, every value into a text, the words true and false into a boolean, unknown
 /// as well into a logical. Numbers in texts are decimal, with a point or with the decimal point of the process's locale
-/// (LC_NUMERIC); infinities and NaN are none. A value without a type takes what it is given, a number in whatever form
-/// as a real. What isn't taken leaves the value without content, and its type as it was.
-class ORV_EXPORT FcValue {
+/// (LC_NUMERIC); infinities and NaN are none, and no type takes them as numbers. A value without a type takes what it
+/// is given: a number, or a text that is a plain decimal number, as a real, and any other text as it is ("007", "+5").
+/// What isn't taken leaves the value without content, and its type as it was.
+class ORV_FOUNDATION_CLASSES_EXPORT FcValue {
 public:
     /// A value without content and type.
     FcValue() = default;
@@ -45,18 +46,21 @@ public:
     /// A label.
     explicit FcValue(FcSimpleValue value);
 
-    /// Takes the text and gives true, or gives false.
+    /// Stores what the text says if the type takes it. Returns whether it did.
     bool setValueOnTypeFromString(const std::string& text);
 
-    /// Takes the value, that of an optional which holds one included, and gives true, or gives false.
-    bool updateValueFromPropertyValue(const object::PropertyValue& value);
+    /// Stores the value, or what an optional holds, if the type takes it.
+    void updateValueFromPropertyValue(const object::PropertyValue& value);
 
-    /// The content as an int, Logical, bool, double or text; the empty value if there is none.
+    bool hasContent() const { return content.index() != 0; }
+
+    /// The content as an int, bool, double or text, or as a Logical if it is unknown; the empty value if there is none.
     object::PropertyValue getAsPropertyValue() const;
 
     /// The text of the content, nothing if there is none. The text of a real is the shortest that reads back as the
-    /// same number, that of the others "true", "false", "unknown" or decimal digits. If withType is true, the type's
-    /// name stands before it and brackets around it, as in "IfcLabel(text)".
+    /// same number, without an exponent from 1e-5 up to 1e15, and "0" for a negative zero; that of the others is
+    /// "true", "false", "unknown" or decimal digits. If withType is true, the type's name stands before it and brackets
+    /// around it, as in "IfcLabel(text)".
     std::optional<std::string> getAsString(bool withType) const;
 
     /// Null if the value has no type.
@@ -65,7 +69,7 @@ public:
 private:
     using Content = std::variant<std::monostate, std::string, double, int, bool, object::Logical>;
 
-    bool take(Content given);
+    void take(Content given);
 
     const FcValueType* type = nullptr;
     Content content;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Export.h"
 #include "FoundationClasses/TableName.h"
+#include "OrvExport.h"
 
 #include <cstdint>
 #include <string_view>
@@ -12,7 +12,7 @@ namespace orv::fc {
 enum class FcContent : std::uint8_t { Text, Real, Integer, Boolean, Logical };
 
 /// A row of the table of value types: one of the defined types of IFC4X3_ADD2 that property values can have.
-struct ORV_EXPORT FcValueType {
+struct ORV_FOUNDATION_CLASSES_EXPORT FcValueType {
     TableName name;                      ///< As the schema spells it, as in "IfcThermalTransmittanceMeasure".
     FcContent content = FcContent::Text; ///< IfcNumericMeasure, any number, holds a real.
 

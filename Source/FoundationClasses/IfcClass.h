@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Export.h"
 #include "FoundationClasses/TableName.h"
+#include "OrvExport.h"
 
 #include <cstdint>
 #include <string_view>
@@ -10,7 +10,7 @@ namespace orv::fc {
 
 /// A row of the class table, which holds the classes below IfcRoot and IfcProperty of IFC4X3_ADD2 and what IFC4 and
 /// IFC2X3 had besides. The classes are numbered depth first, so that a class and its descendants hold one closed range.
-struct ORV_EXPORT IfcClass {
+struct ORV_FOUNDATION_CLASSES_EXPORT IfcClass {
     TableName name; ///< As the schema spells it, as in "IfcWall".
 
     /// For a class of an older version, that of the present class which stands for it.
