@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Export.h"
 #include "Id/Guid.h"
 #include "Object/PropertyValue.h"
+#include "OrvExport.h"
 
 #include <memory>
 #include <string>
@@ -15,9 +15,9 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 /// holds, stores and reloads records through this base alone.
 ///
 /// On every rewrite of the file, which is for every stored record and not just for the one that changed,
-/// getEntityName and getAttributes are called once each. They give the record's present state and have no side
+/// getEntityName and getAttributes are called once each. They return the record's present state and have no side
 /// effects. They must not throw: while one does, nothing is written.
-class ORV_EXPORT EnhancementBase {
+class ORV_ENHANCEMENTS_EXPORT EnhancementBase {
 public:
     virtual ~EnhancementBase() = default;
 
@@ -37,7 +37,7 @@ public:
     virtual void setAttributes(const std::vector<std::pair<std::string, std::string>>& attributes);
 
     /// A new object of the kind, owned by the caller, that setAttributes fills straight afterwards. The base
-    /// gives null: a kind that doesn't override this is never made from the file.
+    /// returns null: a kind that doesn't override this is never made from the file.
     virtual std::unique_ptr<EnhancementBase> createInstance() const;
 
     /// The object of the reference model that the record belongs to.

@@ -1,32 +1,130 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 
+#include "Assert/UntilUnload.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
+#include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsState.h"
+#include "Utilities/ScopeGuard.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <utility>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
-std::shared_ptr<Enhancements> Enhancements::singleton;
+namespace {
+
+/// A record's destructor may call the library when that is unloaded.
+using Singleton = UntilUnload<std::shared_ptr<Enhancements>>;
+
+} // namespace
+
+Enhancements::Enhancements() : state(std::make_unique<State>()) {}
+
+Enhancements::~Enhancements() = default;
+Enhancements::Enhancements(Enhancements&&) noexcept = default;
+Enhancements& Enhancements::operator=(Enhancements&&) noexcept = default;
 
 std::shared_ptr<Enhancements> Enhancements::getOrCreateEnhancementsDb() {
-    if (!singleton) {
+    std::shared_ptr<Enhancements>* const singleton = Singleton::get();
+    if (singleton == nullptr) {
+        return std::make_shared<Enhancements>();
+    }
+    if (!*singleton) {
         // Stored before the file is read: each record read comes back here through addEnhancement.
-        singleton = std::make_shared<Enhancements>();
+        *singleton = std::make_shared<Enhancements>();
         EnhancementsFile::readFile();
     }
-    return singleton;
+    return *singleton;
 }
 
 void Enhancements::addEnhancement(std::unique_ptr<EnhancementBase>&& record) {
+    if (Singleton::get() == nullptr) {
+        return;
+    }
     const std::shared_ptr<Enhancements> enhancementsDb = getOrCreateEnhancementsDb();
     EnhancementsFile file(*enhancementsDb);
     if (file.lockFile()) {
+        enhancementsDb->records.reserve(enhancementsDb->records.size() + 1);
+        enhancementsDb->state->document.add(*record);
         enhancementsDb->records.push_back(std::move(record));
-        enhancementsDb->carried.noteAddition(enhancementsDb->records.back().get());
     }
+    // The guard's end writes the file, with the new record.
+}
+
+bool Enhancements::addEnhancements(std::vector<std::unique_ptr<EnhancementBase>>& added) {
+    if (Singleton::get() == nullptr || added.empty()) {
+        return added.empty();
+    }
+    const std::shared_ptr<Enhancements> enhancementsDb = getOrCreateEnhancementsDb();
+    auto& records = enhancementsDb->records;
+    RecordDocument& document = enhancementsDb->state->document;
+    EnhancementsFile file(*enhancementsDb);
+    if (!file.lockFile()) {
+        return false;
+    }
+    const std::size_t count = records.size();
+    bool isStored = false;
+    const ScopeGuard giveBack([&] {
+        if (!isStored) {
+            std::move(records.begin() + static_cast<std::ptrdiff_t>(count), records.end(), added.begin());
+            records.resize(count);
+            for (const auto& record : added) {
+                document.remove(*record);
+            }
+        }
+    });
+    records.reserve(count + added.size());
+    for (auto& record : added) {
+        document.add(*record);
+        records.push_back(std::move(record));
+    }
+    isStored = file.save();
+    if (isStored) {
+        added.clear();
+    }
+    return isStored;
+}
+
+bool Enhancements::saveChanges() {
+    if (Singleton::get() == nullptr) {
+        return false;
+    }
+    const std::shared_ptr<Enhancements> enhancementsDb = getOrCreateEnhancementsDb();
+    EnhancementsFile file(*enhancementsDb);
+    return file.lockFile() && file.save();
+}
+
+std::unique_ptr<EnhancementBase> Enhancements::takeRecord(const EnhancementBase& record) {
+    if (Singleton::get() == nullptr) {
+        return nullptr;
+    }
+    const std::shared_ptr<Enhancements> enhancementsDb = getOrCreateEnhancementsDb();
+    auto& records = enhancementsDb->records;
+    const auto place =
+        std::find_if(records.begin(), records.end(), [&](const auto& one) { return one.get() == &record; });
+    EnhancementsFile file(*enhancementsDb);
+    if (place == records.end() || !file.lockFile()) {
+        return nullptr;
+    }
+    RecordDocument& document = enhancementsDb->state->document;
+    document.remove(record);
+    if (!file.save()) {
+        document.putBack();
+        return nullptr;
+    }
+    auto taken = std::move(*place);
+    records.erase(place);
+    return taken;
 }
 
 void Enhancements::resetDb() {
-    records.clear();
-    carried.moveToFront();
+    // Taken out first, since a destructor may add a record.
+    auto destroyed = std::exchange(records, {});
+    state->document.clear();
+    for (auto& record : destroyed) {
+        record.reset();
+    }
 }
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

@@ -1,25 +1,33 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
 
+#include "Assert/UntilUnload.h"
+
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
-std::shared_ptr<Factory> Factory::singleton;
-
 void Factory::registerClass(std::unique_ptr<EnhancementBase>&& prototype) {
-    std::unique_ptr<EnhancementBase>& entry = getOrCreate().prototypes[prototype->getEntityName()];
-    entry = std::move(prototype);
+    if (Factory* const factory = getOrCreate()) {
+        factory->prototypes[prototype->getEntityName()] = std::move(prototype);
+    }
 }
 
 std::unique_ptr<EnhancementBase> Factory::createEntityFromName(const std::string& name) {
-    const auto& prototypes = getOrCreate().prototypes;
-    const auto kind = prototypes.find(name);
-    return kind == prototypes.end() ? nullptr : kind->second->createInstance();
+    Factory* const factory = getOrCreate();
+    if (factory == nullptr) {
+        return nullptr;
+    }
+    const auto kind = factory->prototypes.find(name);
+    return kind == factory->prototypes.end() ? nullptr : kind->second->createInstance();
 }
 
-Factory& Factory::getOrCreate() {
-    if (!singleton) {
-        singleton = std::make_shared<Factory>();
+Factory* Factory::getOrCreate() {
+    std::shared_ptr<Factory>* const singleton = UntilUnload<std::shared_ptr<Factory>>::get();
+    if (singleton == nullptr) {
+        return nullptr;
     }
-    return *singleton;
+    if (!*singleton) {
+        *singleton = std::make_shared<Factory>();
+    }
+    return singleton->get();
 }
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

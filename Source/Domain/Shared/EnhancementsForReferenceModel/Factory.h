@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementBase.h"
-#include "Export.h"
+#include "OrvExport.h"
 
 #include <map>
 #include <memory>
@@ -10,23 +10,23 @@
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
 /// The process-wide registry of record kinds: a prototype of each, asked for a new record when one is read from the
-/// file. Kinds are registered before the first use of Enhancements; a kind that comes later misses the load.
+/// file. Kinds are registered before the first use of Enhancements; a kind that comes later misses the load. They are
+/// destroyed when the library is unloaded; none is there for what calls during that.
 ///
 /// Called from one thread at a time.
 class Factory {
 public:
     /// Registers the kind of the prototype, which must not be null, under its getEntityName, and takes the
     /// prototype. A prototype registered before under the same name is destroyed.
-    ORV_EXPORT static void registerClass(std::unique_ptr<EnhancementBase>&& prototype);
+    ORV_ENHANCEMENTS_EXPORT static void registerClass(std::unique_ptr<EnhancementBase>&& prototype);
 
     /// A new record of the kind of exactly that name, owned by the caller; null if no such kind is
-    /// registered, or if its createInstance gives null.
-    ORV_EXPORT static std::unique_ptr<EnhancementBase> createEntityFromName(const std::string& name);
+    /// registered, or if its createInstance returns null.
+    ORV_ENHANCEMENTS_EXPORT static std::unique_ptr<EnhancementBase> createEntityFromName(const std::string& name);
 
 private:
-    static Factory& getOrCreate();
-
-    static std::shared_ptr<Factory> singleton;
+    /// Null once the library is being unloaded.
+    static Factory* getOrCreate();
 
     std::map<std::string, std::unique_ptr<EnhancementBase>> prototypes;
 };

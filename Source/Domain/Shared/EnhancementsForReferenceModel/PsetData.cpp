@@ -3,6 +3,7 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/PsetData.h"
 
 #include "Assert/Assert.h"
+#include "Assert/CallbackSlot.h"
 
 #include <tuple>
 
@@ -13,21 +14,6 @@ using fc::core::kernel::FcObjectDefinition;
 using fc::core::kernel::FcPropertySet;
 
 namespace {
-
-PsetData::ReadOnlyCallback& readOnlyCallback() {
-    static PsetData::ReadOnlyCallback callback;
-    return callback;
-}
-
-PsetData::ReadWriteCallback& readWriteCallback() {
-    static PsetData::ReadWriteCallback callback;
-    return callback;
-}
-
-PsetData::ObjectCallback& objectCallback() {
-    static PsetData::ObjectCallback callback;
-    return callback;
-}
 
 void reportNoCallback() {
     if (assert::Assert::isEnabled()) {
@@ -40,29 +26,28 @@ void reportNoCallback() {
 } // namespace
 
 void PsetData::getPsetShadowDbReadOnlyCallbackSet(ReadOnlyCallback callback) {
-    readOnlyCallback() = std::move(callback);
+    CallbackSlot<ReadOnlyCallback>::set(std::move(callback));
 }
 
 void PsetData::getPsetShadowDbReadWriteCallbackSet(ReadWriteCallback callback) {
-    readWriteCallback() = std::move(callback);
+    CallbackSlot<ReadWriteCallback>::set(std::move(callback));
 }
 
 void PsetData::getObjectFromGuidCallbackSet(ObjectCallback callback) {
-    objectCallback() = std::move(callback);
+    CallbackSlot<ObjectCallback>::set(std::move(callback));
 }
 
 PsetData::PsetData() : PsetData(true) {}
 
 PsetData::PsetData(bool readOnly) {
-    const bool hasCallback = readOnly ? static_cast<bool>(readOnlyCallback()) : static_cast<bool>(readWriteCallback());
-    if (!hasCallback) {
-        reportNoCallback();
-        return;
-    }
-    if (readOnly) {
-        db = readOnlyCallback()();
+    const auto reading = readOnly ? CallbackSlot<ReadOnlyCallback>::get() : nullptr;
+    const auto writing = readOnly ? nullptr : CallbackSlot<ReadWriteCallback>::get();
+    if (reading) {
+        db = (*reading)();
+    } else if (writing) {
+        std::tie(db, guard) = (*writing)();
     } else {
-        std::tie(db, guard) = readWriteCallback()();
+        reportNoCallback();
     }
 }
 
@@ -80,22 +65,15 @@ std::shared_ptr<const FcObjectDefinition> PsetData::resolveObject(const Guid& gu
     if (!db) {
         return nullptr;
     }
-    if (const auto found = db->data().findByGuid(guid)) {
-        return std::dynamic_pointer_cast<const FcObjectDefinition>(found);
+    if (auto found = db->data().findByGuid(guid)) {
+        if (fc::IfcClass::isObjectDefinition(found->kindNumber())) {
+            return std::static_pointer_cast<FcObjectDefinition>(std::move(found));
+        }
+        fc::FcShadowDb::reportOtherType();
+        return nullptr;
     }
-    return objectCallback() ? objectCallback()(guid) : nullptr;
-}
-
-std::shared_ptr<FcObjectDefinition> PsetData::getShadowObject(const Guid& guid) const {
-    if (auto shadow = findShadowObject(guid)) {
-        return shadow;
-    }
-    const auto object = resolveObject(guid);
-    return object ? getShadowObject(*object) : nullptr;
-}
-
-std::shared_ptr<FcObjectDefinition> PsetData::getShadowObject(const FcObjectDefinition& object) const {
-    return db ? db->getShadowObject(object) : nullptr;
+    const auto callback = CallbackSlot<ObjectCallback>::get();
+    return callback ? (*callback)(guid) : nullptr;
 }
 
 std::shared_ptr<FcProperty> PsetData::findProperty(const Guid& guid, const std::string& pset,

@@ -7,6 +7,7 @@
 #include "FoundationClasses/FcPropertyTableValue.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
+#include <cmath>
 #include <cstdio>
 #include <iterator>
 #include <string_view>
@@ -101,12 +102,16 @@ std::vector<std::string> boundTexts(const PropertyValue& value) {
 
 void setBounded(FcPropertyBoundedValue& property, const PropertyValue& value) {
     const std::vector<std::string> texts = boundTexts(value);
+    const auto* const number = value.getIf<double>();
+    const bool isTaken = number == nullptr || std::isfinite(*number);
     FcValue* const bounds[] = {&property.upperBoundValue, &property.lowerBoundValue, &property.setPointValue};
     for (std::size_t index = 0; index < std::size(bounds); ++index) {
-        if (index < texts.size()) {
+        if (index >= texts.size()) {
+            *bounds[index] = FcValue();
+        } else if (isTaken) {
             bounds[index]->setValueOnTypeFromString(texts[index]);
         } else {
-            *bounds[index] = FcValue();
+            *bounds[index] = FcValue(bounds[index]->getType());
         }
     }
 }
@@ -203,41 +208,40 @@ void setIn(const std::shared_ptr<FcPropertySet>& set, const std::string& propert
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const PropertyValue& value) {
-    setOn(getShadowObject(*object), pset, property, value);
+    setOn(object.get(), pset, property, value);
 }
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const std::vector<PropertyValue>& values) {
-    setOn(getShadowObject(*object), pset, property, values);
+    setOn(object.get(), pset, property, values);
 }
 
 void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const std::string& pset,
                         const std::string& property, const std::vector<PropertyValuePair>& values) {
-    setOn(getShadowObject(*object), pset, property, values);
+    setOn(object.get(), pset, property, values);
 }
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const PropertyValue& value) {
-    setOn(getShadowObject(guid), pset, property, value);
+    setOn(resolveObject(guid).get(), pset, property, value);
 }
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const std::vector<PropertyValue>& values) {
-    setOn(getShadowObject(guid), pset, property, values);
+    setOn(resolveObject(guid).get(), pset, property, values);
 }
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const std::vector<PropertyValuePair>& values) {
-    setOn(getShadowObject(guid), pset, property, values);
+    setOn(resolveObject(guid).get(), pset, property, values);
 }
 
 template <typename Value>
-void PsetData::setOn(const std::shared_ptr<FcObjectDefinition>& shadow, const std::string& pset,
-                     const std::string& property, const Value& value) const {
-    if (!shadow) {
-        return;
-    }
-    if (const auto set = shadow->getOrCreatePropertySetDefinition<FcPropertySet>(db->data(), pset)) {
+void PsetData::setOn(const FcObjectDefinition* object, const std::string& pset, const std::string& property,
+                     const Value& value) const {
+    const auto shadow = db && object != nullptr ? db->getShadowObject(*object) : nullptr;
+    const auto set = shadow ? shadow->getOrCreatePropertySetDefinition<FcPropertySet>(db->data(), pset) : nullptr;
+    if (set) {
         setIn(set, property, db->data(), value);
     }
 }

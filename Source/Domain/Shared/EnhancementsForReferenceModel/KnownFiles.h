@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Domain/Shared/EnhancementsForReferenceModel/ElementMatch.h"
+#include "Utilities/Digest.h"
+#include "Utilities/FileState.h"
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace orv::domain::shared::enhancementsforreferencemodel {
+
+/// What this process last read or wrote at a path.
+struct KnownFile {
+    std::optional<utilities::FileState> state; // nothing if another content could be in the same state
+    utilities::Digest content;
+    std::vector<KnownElement> elements; // unless the document tells them
+};
+
+/// Whose content a file holds is decided by what was last read or written there; times only save looking. A relative
+/// path is one to the file that it names when it is given.
+class KnownFiles {
+public:
+    /// Null if this process has neither read nor written a file at the path.
+    KnownFile* find(const std::filesystem::path& path);
+
+    /// The one that the document was last read from or written to; null at first.
+    KnownFile* getCurrent() { return current; }
+
+    /// Makes room for what setCurrent will tell of the path.
+    void prepare(const std::filesystem::path& path);
+
+    /// The one at the path that was prepared last. Can't fail.
+    void setCurrent(KnownFile file);
+
+    /// Nothing could be loaded from the path: whatever document is found there later is all of others, unless this
+    /// process has read or written one there before.
+    void setForeign(const std::filesystem::path& path);
+
+    /// One that held that content when this process last read or wrote it, at whatever path; null if there is none.
+    const KnownFile* findContent(const utilities::Digest& content) const;
+
+private:
+    std::map<std::filesystem::path, KnownFile> files; // by absolute paths
+    KnownFile* current = nullptr;
+    std::map<std::filesystem::path, KnownFile>::node_type prepared;
+};
+
+} // namespace orv::domain::shared::enhancementsforreferencemodel
