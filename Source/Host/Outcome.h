@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orv::host {
+
+/// What came of a write to the overlay. True if it was done.
+struct Outcome {
+    enum class Result {
+        Done,
+        NoSuchSet,      ///< See nearestNames.
+        NoSuchProperty, ///< The set has none of that name; see nearestNames.
+        NoSuchObject,   ///< Neither the shadow database nor the model has one, or the host hands in no shadow database.
+        TakesNoValue,   ///< A reference or complex property.
+        ValueRefused,   ///< See neededType.
+        StoreRefused,   ///< The file couldn't be written. As before, so is the overlay.
+        NotUnderstood   ///< A line in the file that tells no edit.
+    };
+
+    Result result = Result::Done;
+
+    // Remarks on what was done all the same.
+    bool isOutsideEnumeration = false; ///< The values to choose from don't have it.
+    bool isOfOtherClass = false;       ///< The set is for objects of other classes.
+
+    /// The names that the fewest edits make of the one that there isn't. They live as long as the process.
+    std::vector<std::string_view> nearestNames;
+
+    /// The type that would do, as in "IfcReal", "bounds of IfcReal", "list of IfcLabel" or "table of IfcReal to
+    /// IfcLabel"; "any" in its place where the definition names none.
+    std::string neededType;
+
+    bool hasRemark() const { return isOutsideEnumeration || isOfOtherClass; }
+    explicit operator bool() const { return result == Result::Done; }
+};
+
+} // namespace orv::host
