@@ -1,0 +1,77 @@
+#include "Annotate/Arguments.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <pwd.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace annotate {
+
+namespace {
+
+char lowerCase(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+bool equalInAnyCase(char a, char b) {
+    return lowerCase(a) == lowerCase(b);
+}
+
+} // namespace
+
+std::filesystem::path storePath(const Arguments& arguments) {
+    if (arguments.store.empty()) {
+        std::filesystem::path path = arguments.model;
+        if (equalsInAnyCase(path.extension().string(), ".ifc")) {
+            path.replace_extension();
+        }
+        return path += ".enhancements.xml";
+    }
+    std::error_code ignored;
+    if (std::filesystem::equivalent(arguments.store, arguments.model, ignored)) {
+        throw UsageError("--store names the model itself, which is never written.");
+    }
+    return arguments.store;
+}
+
+std::string authorOf(const Arguments& arguments) {
+    if (!arguments.author.empty()) {
+        return arguments.author;
+    }
+    if (const char* const named = std::getenv("ANNOTATE_AUTHOR"); named != nullptr && *named != '\0') {
+        return named;
+    }
+    const passwd* const login = ::getpwuid(::geteuid());
+    if (login == nullptr) {
+        return "";
+    }
+    const std::string_view fullName(login->pw_gecos == nullptr ? "" : login->pw_gecos);
+    const std::string_view name = fullName.substr(0, fullName.find(','));
+    return std::string(name.empty() ? login->pw_name : name);
+}
+
+orv::Guid idOf(const std::string& globalId) {
+    orv::Guid id;
+    if (!id.boSet(globalId)) {
+        throw RequestError(globalId + " isn't a GlobalId: those have 22 characters, the first of them 0 to 3. "
+                                      "The command objects lists them.");
+    }
+    return id;
+}
+
+RequestError notInModel(const Arguments& arguments, const std::string& globalId) {
+    return RequestError("There is no object " + globalId + " in " + arguments.model.string() +
+                        ". The command objects lists those that there are.");
+}
+
+bool equalsInAnyCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), equalInAnyCase);
+}
+
+bool containsInAnyCase(std::string_view text, std::string_view part) {
+    return part.empty() ||
+           std::search(text.begin(), text.end(), part.begin(), part.end(), equalInAnyCase) != text.end();
+}
+
+} // namespace annotate

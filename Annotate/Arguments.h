@@ -1,0 +1,80 @@
+#pragma once
+
+#include "Id/Guid.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace annotate {
+
+/// What the user asks for. What doesn't belong to the command is empty.
+struct Arguments {
+    std::string command; ///< As it was typed, without the model, the store and the author.
+    std::filesystem::path model;
+    std::filesystem::path store; ///< Empty: beside the model.
+    std::string globalId;
+    std::vector<std::string> globalIds; ///< Of the command that takes several.
+    std::vector<std::string> words;     ///< Of commands on one object or on those that are chosen.
+
+    // Which objects, notes or edits.
+    std::vector<std::string> classes; ///< Empty: any.
+    std::string match;
+    std::string byAuthor;
+    std::string since;
+    bool open = false;
+    bool onlyResolved = false;
+    bool vanished = false;
+
+    std::string author; ///< Who gives the command.
+    std::optional<std::string> text;
+    std::optional<int> priority;
+    bool resolved = false;
+    std::vector<std::int64_t> numbers;
+
+    std::string propertySet;
+    std::string property;
+    std::string lower;
+    std::string upper;
+    std::string setPoint;
+    bool strict = false;
+    bool keepGoing = false;
+
+    bool csv = false;
+    bool json = false;
+
+    bool choosesObjects() const { return !classes.empty() || !match.empty(); }
+};
+
+/// What the arguments ask for can't be done; what() tells the user why.
+class RequestError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The arguments make no sense together; what() tells the user why.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The file of the additions. Throws UsageError if it is the model itself.
+std::filesystem::path storePath(const Arguments& arguments);
+
+/// Who gives the command: --author, ANNOTATE_AUTHOR, or the login's full name or else its name.
+std::string authorOf(const Arguments& arguments);
+
+/// The id of the object. Throws RequestError if the text is none.
+orv::Guid idOf(const std::string& globalId);
+
+/// That there is no such object in the model.
+RequestError notInModel(const Arguments& arguments, const std::string& globalId);
+
+bool equalsInAnyCase(std::string_view a, std::string_view b);         ///< Of the letters A to Z.
+bool containsInAnyCase(std::string_view text, std::string_view part); ///< Of the letters A to Z.
+
+} // namespace annotate

@@ -1,0 +1,94 @@
+#include "Annotate/EditIndex.h"
+
+#include "Annotate/EarlierEdit.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace annotate {
+
+using orv::host::PropertyEdit;
+using orv::host::PropertyEdits;
+
+namespace {
+
+PropertyEdit editOf(const EarlierEdit& earlier) {
+    PropertyEdit edit;
+    edit.set = earlier.propertySet;
+    edit.property = earlier.property;
+    edit.form = earlier.form == "list"    ? PropertyEdit::Form::List
+                : earlier.form == "table" ? PropertyEdit::Form::Table
+                                          : PropertyEdit::Form::Single;
+    edit.values.assign(earlier.values.begin(), earlier.values.end());
+    return edit;
+}
+
+} // namespace
+
+EditIndex::EditIndex(const Records& records) {
+    for (const EarlierEdit* const earlier : allOf<const EarlierEdit>(records)) {
+        take({earlier->ownerId, editOf(*earlier), nullptr, {}});
+    }
+    for (PropertyEdits* const record : allOf<PropertyEdits>(records)) {
+        for (const std::string& line : record->lines) {
+            if (auto edit = orv::host::editOf(line)) {
+                take({record->ownerId, *std::move(edit), record, line});
+            }
+        }
+    }
+}
+
+void EditIndex::take(Entry entry) {
+    std::vector<std::size_t>& ofObject = places[entry.id];
+    const auto known = std::find_if(ofObject.begin(), ofObject.end(), [&](std::size_t place) {
+        return entries[place].edit.set == entry.edit.set && entries[place].edit.property == entry.edit.property;
+    });
+    if (known == ofObject.end()) {
+        ofObject.push_back(entries.size());
+        entries.push_back(std::move(entry));
+    } else if (entries[*known].edit.time <= entry.edit.time) {
+        entries[*known] = std::move(entry);
+    }
+}
+
+std::vector<const EditIndex::Entry*> EditIndex::of(const orv::Guid& id) const {
+    std::vector<const Entry*> found;
+    if (const auto ofObject = places.find(id); ofObject != places.end()) {
+        for (const std::size_t place : ofObject->second) {
+            found.push_back(&entries[place]);
+        }
+    }
+    return found;
+}
+
+const EditIndex::Entry* EditIndex::find(const orv::Guid& id, const std::string& set,
+                                        const std::string& property) const {
+    const std::vector<const Entry*> ofObject = of(id);
+    const auto found = std::find_if(ofObject.begin(), ofObject.end(), [&](const Entry* entry) {
+        return entry->edit.set == set && entry->edit.property == property;
+    });
+    return found == ofObject.end() ? nullptr : *found;
+}
+
+void EditIndex::put(Store& store, const orv::Guid& id, const std::string& present, const std::string& line) const {
+    PropertyEdits* record = nullptr;
+    for (const Entry* const entry : of(id)) {
+        const bool isPlace = !present.empty() && entry->line == present;
+        record = record == nullptr || isPlace ? entry->record : record;
+    }
+    if (record == nullptr) {
+        record = &store.make<PropertyEdits>();
+        record->ownerId = id;
+    }
+    std::vector<std::string>& lines = record->lines;
+    const auto place = present.empty() ? lines.end() : std::find(lines.begin(), lines.end(), present);
+    if (line.empty()) {
+        lines.erase(place);
+    } else if (place == lines.end()) {
+        lines.push_back(line);
+    } else {
+        *place = line;
+    }
+}
+
+} // namespace annotate

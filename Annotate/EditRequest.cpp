@@ -1,0 +1,155 @@
+#include "Annotate/EditRequest.h"
+
+#include "Annotate/Definitions.h"
+#include "Annotate/EditIndex.h"
+#include "Annotate/Overlay.h"
+#include "Annotate/Store.h"
+#include "Annotate/Terminal.h"
+#include "Annotate/Undo.h"
+
+#include <algorithm>
+#include <iostream>
+#include <map>
+#include <utility>
+
+namespace annotate {
+
+using orv::host::ObjectEdit;
+using orv::host::Outcome;
+using orv::host::PropertyEdit;
+
+namespace {
+
+std::string countOf(std::size_t count, const std::string& what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
+/// Texts, each with the number of times that it was said.
+using Said = std::map<std::string, std::size_t>;
+
+void print(const Said& said, std::size_t edits) {
+    for (const auto& [text, count] : said) {
+        std::cerr << "annotate: " << printable(text)
+                  << (edits > 1 ? " (" + countOf(count, "object") + ")" : std::string()) << '\n';
+    }
+}
+
+/// Takes the edits out that can't be made, and says why.
+Said takeOutRefused(const Overlay& overlay, bool isStrict, std::vector<ObjectEdit>& edits, Said& remarks) {
+    Said refusals;
+    const auto isRefused = [&](ObjectEdit& each) {
+        const Definition& definition = findDefinition(each.edit.set, each.edit.property);
+        const Outcome outcome = overlay.getEdits().check(each.id, each.edit);
+        if (!outcome) {
+            ++refusals[explain(definition, outcome)];
+            return true;
+        }
+        for (const std::string& remark : remarksOn(definition, outcome)) {
+            ++(isStrict ? refusals : remarks)[remark];
+        }
+        return isStrict && outcome.hasRemark();
+    };
+    edits.erase(std::remove_if(edits.begin(), edits.end(), isRefused), edits.end());
+    return refusals;
+}
+
+/// By the author and now, but later than the edits that they take the place of.
+void sign(std::vector<ObjectEdit>& edits, const std::string& author, const EditIndex& present, ChangeLog& log) {
+    const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    for (ObjectEdit& each : edits) {
+        const EditIndex::Entry* const before = present.find(each.id, each.edit.set, each.edit.property);
+        each.edit.author = author;
+        each.edit.time = now;
+        if (before != nullptr) {
+            each.edit.time = std::max(now, before->edit.time + std::chrono::milliseconds(1));
+        }
+        log.replace(before == nullptr ? "" : before->line, each);
+    }
+}
+
+} // namespace
+
+EditRequest::EditRequest(const Arguments& arguments, std::size_t minimumValues, std::size_t maximumValues) {
+    const std::size_t names = arguments.choosesObjects() ? 2 : 3;
+    const std::vector<std::string>& words = arguments.words;
+    if (words.size() < names + minimumValues || words.size() > names + maximumValues) {
+        const std::string_view shownValues = maximumValues == 0   ? "."
+                                             : maximumValues == 1 ? " VALUE."
+                                             : minimumValues > 1  ? " DEFINING DEFINED ..."
+                                                                  : " VALUE ...";
+        throw UsageError(
+            std::string(names == 2 ? "Where --class or --match choose the objects, it takes " : "It takes GLOBALID ") +
+            "PSET PROPERTY" + std::string(shownValues));
+    }
+    auto word = words.begin();
+    if (names == 3) {
+        globalId = *word++;
+    }
+    set = *word++;
+    property = *word++;
+    values.assign(word, words.end());
+}
+
+std::vector<orv::Guid> EditRequest::objectsIn(const Model& model, const Arguments& arguments) const {
+    if (!globalId.empty()) {
+        const orv::Guid id = idOf(globalId);
+        if (model.find(id) == nullptr) {
+            throw notInModel(arguments, globalId);
+        }
+        return {id};
+    }
+    std::vector<orv::Guid> ids;
+    for (const ModelObject* const object : chosenObjects(model, Filter(arguments))) {
+        orv::Guid id;
+        if (id.boSet(object->globalId) && model.find(id) == object) {
+            ids.push_back(id);
+        }
+    }
+    if (ids.empty()) {
+        throw RequestError("No object of the model is chosen by that. The command objects takes the same options.");
+    }
+    return ids;
+}
+
+ObjectEdit EditRequest::editOf(const orv::Guid& id, PropertyEdit::Form form,
+                               std::vector<orv::object::PropertyValue> held) const {
+    ObjectEdit made{id, {}};
+    made.edit.set = set;
+    made.edit.property = property;
+    made.edit.form = form;
+    made.edit.values = std::move(held);
+    return made;
+}
+
+void makeEdits(const Arguments& arguments, const Model& model, std::vector<ObjectEdit> edits) {
+    const std::filesystem::path path = storePath(arguments);
+    const std::string author = authorOf(arguments);
+    const std::size_t wanted = edits.size();
+    if (wanted > 1) {
+        std::cerr << "annotate: " << countOf(wanted, "object") << ".\n";
+    }
+    Store store(path);
+    Overlay overlay(model, Store::getRecords(), author);
+    Said remarks;
+    const Said refusals = takeOutRefused(overlay, arguments.strict, edits, remarks);
+    if (!refusals.empty() && (!arguments.keepGoing || edits.empty())) {
+        if (wanted > 1) {
+            print(refusals, wanted);
+            throw RequestError("Nothing was stored.");
+        }
+        throw RequestError(refusals.begin()->first + " Nothing was stored.");
+    }
+    ChangeLog log(store, author, arguments.command);
+    sign(edits, author, EditIndex(Store::getRecords()), log);
+    store.write([&] { return overlay.getEdits().setAll(edits).front().result != Outcome::Result::StoreRefused; });
+    printStored((edits.size() == 1 ? "It is" : std::to_string(edits.size()) + " are") + std::string(" stored in ") +
+                path.string() + '.');
+    print(remarks, wanted);
+    if (!refusals.empty()) {
+        print(refusals, wanted);
+        throw RequestError(std::to_string(wanted - edits.size()) + " of " + std::to_string(wanted) +
+                           " weren't stored.");
+    }
+}
+
+} // namespace annotate

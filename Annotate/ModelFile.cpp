@@ -1,0 +1,165 @@
+#include "Annotate/ModelFile.h"
+
+#include "Annotate/StepScanner.h"
+#include "Annotate/StepString.h"
+#include "Annotate/Terminal.h"
+#include "FoundationClasses/IfcClass.h"
+
+#include <charconv>
+#include <fstream>
+#include <string>
+#include <system_error>
+
+namespace annotate {
+
+using orv::fc::IfcClass;
+
+namespace {
+
+ModelError errorOf(const std::filesystem::path& path, std::string_view problem, std::string_view remedy) {
+    std::string sentence = "The model \"" + path.string() + "\" ";
+    sentence.append(problem).append(". ").append(remedy);
+    return ModelError(sentence);
+}
+
+std::ifstream open(const std::filesystem::path& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) {
+        throw errorOf(path, "doesn't exist or cannot be reached", "Check the path.");
+    }
+    // Opening anything but a regular file can wait for ever.
+    if (!std::filesystem::is_regular_file(status)) {
+        throw errorOf(path, "isn't a file", "Give the path of an IFC file.");
+    }
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        throw errorOf(path, "cannot be opened", "Check the permissions of the file.");
+    }
+    return file;
+}
+
+/// Passes over the header. Returns the first schema that it names, empty text if it names none.
+std::string_view takeHeader(StepScanner& scanner) {
+    std::string_view schema;
+    scanner.expect("HEADER");
+    scanner.expect(';');
+    while (!scanner.take("ENDSEC")) {
+        if (scanner.take("FILE_SCHEMA")) {
+            scanner.expect('(');
+            scanner.expect('(');
+            schema = scanner.takeString();
+        }
+        scanner.skipStatement();
+    }
+    scanner.expect(';');
+    return schema;
+}
+
+bool takeInstance(StepScanner& scanner, InstanceReader& reader) {
+    if (!scanner.isAt('#')) {
+        return false;
+    }
+    ModelInstance instance;
+    instance.digits = scanner.takeInstanceNumber();
+    scanner.expect('=');
+    const bool isOfManyClasses = scanner.isAt('(');
+    if (!isOfManyClasses) {
+        instance.keyword = scanner.takeKeyword();
+    }
+    scanner.expect('(');
+    instance.isReferring = scanner.isAt('#') || scanner.isAt('(');
+    reader.take(scanner, instance);
+    return true;
+}
+
+bool takeDataStart(StepScanner& scanner) {
+    const bool present = scanner.take("DATA");
+    if (present) {
+        scanner.skipStatement();
+    }
+    return present;
+}
+
+bool takeEnd(StepScanner& scanner, std::string_view keyword) {
+    scanner.expect(keyword);
+    scanner.expect(';');
+    return true;
+}
+
+bool takeFileStart(StepScanner& scanner) {
+    if (!scanner.take("ISO-10303-21")) {
+        throw StepError("isn't an IFC model: it doesn't begin with ISO-10303-21");
+    }
+    scanner.expect(';');
+    const std::string_view schema = takeHeader(scanner);
+    if (!schema.starts_with("IFC2X3") && !schema.starts_with("IFC4")) {
+        throw StepError("isn't an IFC model of a known version: its schema is '" + decodeString(schema) + "'");
+    }
+    return true;
+}
+
+void takeFile(StepScanner& scanner, InstanceReader& reader, ReadProgress& progress) {
+    scanner.takePart([&] { return takeFileStart(scanner); });
+    while (scanner.takePart([&] { return takeDataStart(scanner); })) {
+        while (scanner.takePart([&] { return takeInstance(scanner, reader); })) {
+            progress.reach(scanner.position());
+        }
+        scanner.takePart([&] { return takeEnd(scanner, "ENDSEC"); });
+    }
+    scanner.takePart([&] { return takeEnd(scanner, "END-ISO-10303-21"); });
+}
+
+} // namespace
+
+void readModelFile(const std::filesystem::path& path, InstanceReader& reader) {
+    std::ifstream file = open(path);
+    std::error_code error;
+    ReadProgress progress(std::filesystem::file_size(path, error));
+    try {
+        file.exceptions(std::ios::badbit);
+        StepScanner scanner(file);
+        takeFile(scanner, reader, progress);
+    } catch (const StepError& problem) {
+        throw brokenModel(path, problem.what());
+    } catch (const std::ios_base::failure&) {
+        throw errorOf(path, "cannot be read", "Copy the file to another disk and try again.");
+    }
+}
+
+std::uint64_t instanceNumber(const StepScanner& scanner, const ModelInstance& instance) {
+    const std::string_view digits = instance.digits;
+    std::uint64_t number = 0;
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc{}) {
+        scanner.fail("an instance number below 2^64");
+    }
+    return number;
+}
+
+ModelError brokenModel(const std::filesystem::path& path, std::string_view problem) {
+    return errorOf(path, problem, "Export the model again, as an IFC file of IFC2X3, IFC4 or later.");
+}
+
+const IfcClass* objectClass(const ModelInstance& instance) {
+    // Seeing that it refers is cheaper than finding the class.
+    const IfcClass* const ifcClass = instance.isReferring ? nullptr : IfcClass::find(instance.keyword);
+    return ifcClass != nullptr && ifcClass->isObjectDefinition() ? ifcClass : nullptr;
+}
+
+ModelObject takeObject(StepScanner& scanner, const ModelInstance& instance, const IfcClass& ifcClass) {
+    // The parameters of an object begin with its GlobalId, its OwnerHistory and its Name.
+    ModelObject object{instanceNumber(scanner, instance), &ifcClass, {}, {}};
+    object.globalId = withoutLineEnds(scanner.takeOptionalString());
+    scanner.expect(',');
+    scanner.skipParameter();
+    scanner.expect(',');
+    object.name = decodeString(scanner.takeOptionalString());
+    while (scanner.take(',')) {
+        scanner.skipParameter();
+    }
+    scanner.expect(')');
+    scanner.expect(';');
+    return object;
+}
+
+} // namespace annotate

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Annotate/Model.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <string_view>
+
+namespace annotate {
+
+class StepScanner;
+
+/// An instance in the data of a model's file.
+struct ModelInstance {
+    std::string_view digits;  ///< Of its number.
+    std::string_view keyword; ///< Its class in the letter case of the file; empty if it is of many at once.
+    bool isReferring = false; ///< Its first parameter is a reference or a list, as with most of the geometry.
+};
+
+/// What takes the instances of a model's file.
+class InstanceReader {
+public:
+    InstanceReader() = default;
+    InstanceReader(const InstanceReader&) = delete;
+    InstanceReader& operator=(const InstanceReader&) = delete;
+    virtual ~InstanceReader() = default;
+
+    /// Takes the statement of the instance from behind the '(' of its parameters to its end. Is called again for the
+    /// same instance where a block of the file ends, so it has no effects before it has taken all.
+    virtual void take(StepScanner& scanner, const ModelInstance& instance) = 0;
+};
+
+/// Lets the reader take each instance of the file. Throws ModelError if it can't be read.
+void readModelFile(const std::filesystem::path& path, InstanceReader& reader);
+
+/// The number of the instance.
+std::uint64_t instanceNumber(const StepScanner& scanner, const ModelInstance& instance);
+
+/// That there is something wrong with what the model's file holds: problem ends the sentence.
+ModelError brokenModel(const std::filesystem::path& path, std::string_view problem);
+
+/// Takes the statement of an object.
+ModelObject takeObject(StepScanner& scanner, const ModelInstance& instance, const orv::fc::IfcClass& ifcClass);
+
+/// The class of the instance if that is below IfcObjectDefinition, null otherwise.
+const orv::fc::IfcClass* objectClass(const ModelInstance& instance);
+
+} // namespace annotate

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Annotate/ModelUnits.h"
+#include "IfcVersionMapping/Def.h"
+#include "Object/PropertyValue.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace annotate {
+
+class ModelStatements;
+
+/// A property or a quantity of a model.
+struct ModelProperty {
+    std::string name; ///< That of a part of a complex one is like "Complex.Part".
+    orv::ifc::def::xml::PropertyKind kind = orv::ifc::def::xml::PropertyKind::Single; ///< Never Complex.
+
+    /// One; those of a list or an enumeration; upper bound, lower bound and set point; or of a table defining and
+    /// defined in turn. What the model leaves out is an empty value, or no value at all.
+    std::vector<orv::object::PropertyValue> values;
+
+    std::string valueType;        ///< As in "IfcLengthMeasure"; the class of what a reference refers to.
+    std::string definedValueType; ///< Of the defined values of a table.
+    ModelUnit unit;               ///< Its symbol is empty if the values have none, or none is known.
+    ModelUnit definedUnit;
+    bool isFromType = false; ///< The object has it from its type.
+};
+
+/// A set of properties or of quantities.
+struct ModelSet {
+    std::string name;
+    bool isQuantities = false;
+    bool isFromType = false; ///< All of it is from the object's type.
+    std::vector<ModelProperty> properties;
+};
+
+/// Reads a set with its properties; nothing if the instance isn't one. Throws StepError if a statement is malformed.
+std::optional<ModelSet> readSet(const ModelStatements& statements, const ModelUnits& units, std::uint64_t id);
+
+/// What the property holds, on one line: values with ';' between them, the rows of a table as DEFINING=DEFINED.
+std::string valuesText(const ModelProperty& property);
+
+/// The symbol of the unit; those of a table as DEFINING=DEFINED if it has any.
+std::string unitText(const ModelProperty& property);
+
+} // namespace annotate

@@ -1,0 +1,191 @@
+#include "Annotate/Commands.h"
+#include "Annotate/Filter.h"
+#include "Annotate/Model.h"
+#include "Annotate/Notes.h"
+#include "Annotate/Table.h"
+#include "Annotate/Terminal.h"
+#include "Annotate/Undo.h"
+
+#include <algorithm>
+
+namespace annotate {
+
+namespace {
+
+Time now() {
+    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+}
+
+/// As in "Note 3 is", "Notes 3 and 4 are" or "Notes 3, 4 and 5 are".
+std::string beginSentence(const std::vector<std::int64_t>& numbers) {
+    std::string text = numbers.size() == 1 ? "Note " : "Notes ";
+    for (std::size_t place = 0; place < numbers.size(); ++place) {
+        text += place == 0 ? "" : place + 1 == numbers.size() ? " and " : ", ";
+        text += std::to_string(numbers[place]);
+    }
+    return text + (numbers.size() == 1 ? " is" : " are");
+}
+
+std::vector<std::int64_t> withoutRepetitions(std::vector<std::int64_t> numbers) {
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    return numbers;
+}
+
+/// The store with its notes, for a command that changes some.
+class NotesUnderWay {
+public:
+    explicit NotesUnderWay(const Arguments& arguments)
+        : path(storePath(arguments)),
+          author(authorOf(arguments)),
+          store(path),
+          notebook(store),
+          log(store, author, arguments.command) {}
+
+    /// Throws RequestError if there is none of one of the numbers.
+    std::vector<Note*> find(const std::vector<std::int64_t>& numbers) const {
+        std::vector<Note*> found(numbers.size());
+        std::transform(numbers.begin(), numbers.end(), found.begin(),
+                       [this](std::int64_t number) { return &notebook.find(number); });
+        return found;
+    }
+
+    template <typename Action>
+    void change(Note& note, const Action& action) {
+        log.change(note, [&] {
+            action(note);
+            note.changedBy = author;
+            note.changed = now();
+        });
+    }
+
+    void add(const Note& content) {
+        auto& note = store.make<Note>();
+        note = content;
+        note.number = notebook.takeNumber();
+        note.id = makeId();
+        note.author = author;
+        note.made = now();
+        log.add(note);
+        store.write();
+        printStored(beginSentence({*note.number}) + " stored in " + path.string() + '.');
+    }
+
+    /// Removes them after the write that says so, so that a removal which was interrupted can be taken back.
+    void remove(const std::vector<Note*>& notes) {
+        for (const Note* const note : notes) {
+            log.remove(*note);
+        }
+        store.write();
+        for (const Note* const note : notes) {
+            store.remove(*note);
+        }
+    }
+
+    void write() { store.write(); }
+
+private:
+    std::filesystem::path path;
+    std::string author;
+    Store store;
+    Notebook notebook;
+    ChangeLog log;
+};
+
+void setResolved(const Arguments& arguments, bool resolved) {
+    requireNamedStore(arguments);
+    const auto numbers = withoutRepetitions(arguments.numbers);
+    NotesUnderWay notes(arguments);
+    for (Note* const note : notes.find(numbers)) {
+        if (note->resolved != resolved) {
+            notes.change(*note, [resolved](Note& changed) { changed.resolved = resolved; });
+        }
+    }
+    notes.write();
+    printStored(beginSentence(numbers) + (resolved ? " resolved." : " open."));
+}
+
+} // namespace
+
+void addNote(const Arguments& arguments) {
+    Note note;
+    note.ownerId = idOf(arguments.globalId);
+    note.text = *arguments.text;
+    note.priority = arguments.priority.value_or(0);
+    note.resolved = arguments.resolved;
+    if (Model::read(arguments.model).find(note.ownerId) == nullptr) {
+        throw notInModel(arguments, arguments.globalId);
+    }
+    NotesUnderWay(arguments).add(note);
+}
+
+void editNote(const Arguments& arguments) {
+    if (!arguments.text && !arguments.priority) {
+        throw UsageError("Give the new TEXT, or --priority, or both.");
+    }
+    requireNamedStore(arguments);
+    NotesUnderWay notes(arguments);
+    notes.change(*notes.find(arguments.numbers).front(), [&arguments](Note& note) {
+        note.text = arguments.text.value_or(note.text);
+        note.priority = arguments.priority.value_or(note.priority);
+    });
+    notes.write();
+    printStored(beginSentence(arguments.numbers) + " changed.");
+}
+
+void resolveNotes(const Arguments& arguments) {
+    setResolved(arguments, true);
+}
+
+void reopenNotes(const Arguments& arguments) {
+    setResolved(arguments, false);
+}
+
+void removeNotes(const Arguments& arguments) {
+    requireNamedStore(arguments);
+    const auto numbers = withoutRepetitions(arguments.numbers);
+    NotesUnderWay notes(arguments);
+    notes.remove(notes.find(numbers));
+    printStored(beginSentence(numbers) + " removed; the command undo brings " + (numbers.size() == 1 ? "it" : "them") +
+                " back.");
+}
+
+void listNotes(const Arguments& arguments) {
+    const Filter filter(arguments);
+    const Model model = Model::read(arguments.model);
+    const Records records = readStore(arguments);
+    std::vector<Row> rows;
+    auto notes = numberedNotes(records);
+    std::stable_sort(notes.begin(), notes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [number, note] : notes) {
+        const ModelObject* const object = model.find(note->ownerId);
+        const bool isOfState = arguments.open == arguments.onlyResolved || note->resolved == arguments.onlyResolved;
+        if (isOfState && filter.takesOwner(note->ownerId, object) && filter.takesAct(note->author, note->made)) {
+            rows.push_back({std::to_string(number), note->ownerId.toString(false), classOf(object), nameOf(object),
+                            std::to_string(note->priority), note->resolved ? "resolved" : "open", note->author,
+                            shownTime(note->made), note->text});
+        }
+    }
+    if (!arguments.globalId.empty() && rows.empty() && model.find(idOf(arguments.globalId)) == nullptr) {
+        throw notInModel(arguments, arguments.globalId);
+    }
+    printTable(arguments,
+               {{"Number", true},
+                {"GlobalId"},
+                {"Class"},
+                {"Name"},
+                {"Priority", true},
+                {"State"},
+                {"Author"},
+                {"Time"},
+                {"Text"}},
+               rows);
+}
+
+void undo(const Arguments& arguments) {
+    requireNamedStore(arguments);
+    Store store(storePath(arguments));
+    printStored(undoLastCommand(store, authorOf(arguments)));
+}
+
+} // namespace annotate

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Annotate/Note.h"
+#include "Annotate/Store.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace annotate {
+
+/// The notes among the records, in their order, each with its number. One without gets the number that the next writing
+/// command would give it.
+std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records);
+
+/// The notes of the store for a command that changes some.
+class Notebook {
+public:
+    /// Gives numbers and ids to the notes that have none; they are in the file with the next write.
+    explicit Notebook(Store& notesStore);
+
+    /// The note of that number. Throws RequestError if there is none.
+    Note& find(std::int64_t number) const;
+
+    /// Null if there is none.
+    Note* tryFind(std::int64_t number) const;
+
+    /// A number that no note has had, which a note gets that is added.
+    std::int64_t takeNumber() { return ++last->number; }
+
+private:
+    std::vector<Note*> notes;
+    LastNoteNumber* last = nullptr;
+};
+
+/// A new id, as random as the system's generator makes it.
+orv::Guid makeId();
+
+/// All of the note in a line, and back.
+std::string textOfNote(const Note& note);
+void setNote(Note& note, std::string_view text);
+
+} // namespace annotate

@@ -1,0 +1,202 @@
+#include "Annotate/Commands.h"
+#include "Annotate/Definitions.h"
+#include "Annotate/EditIndex.h"
+#include "Annotate/EditRequest.h"
+#include "Annotate/Overlay.h"
+#include "Annotate/Store.h"
+#include "Annotate/Table.h"
+#include "Annotate/ValueText.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace annotate {
+
+using orv::host::ObjectEdit;
+using orv::ifc::def::xml::PropertyKind;
+using orv::object::PropertyValue;
+using Form = orv::host::PropertyEdit::Form;
+
+namespace {
+
+constexpr std::size_t any = 1 << 20;
+
+/// The command that sets a property of the kind.
+std::string_view commandFor(const Definition& definition) {
+    switch (definition.kind) {
+    case PropertyKind::List:
+        return "set-list";
+    case PropertyKind::Table:
+        return "set-table";
+    case PropertyKind::Reference:
+    case PropertyKind::Complex:
+        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+                           ", which takes no value.");
+    default:
+        return "set";
+    }
+}
+
+const Definition& definitionFor(const EditRequest& request, std::string_view command) {
+    const Definition& definition = findDefinition(request.set, request.property);
+    if (const std::string_view needed = commandFor(definition); needed != command) {
+        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+                           ". Use the command " + std::string(needed) + '.');
+    }
+    return definition;
+}
+
+bool hasBounds(const Arguments& arguments) {
+    return !arguments.lower.empty() || !arguments.upper.empty() || !arguments.setPoint.empty();
+}
+
+PropertyValue boundIn(const std::string& text) {
+    return text.empty() ? PropertyValue() : PropertyValue(text);
+}
+
+/// Lower, upper and set point in a text like UPPER;LOWER;SET POINT, in which parts may be empty or missing.
+std::vector<PropertyValue> boundsIn(const Definition& definition, std::string_view text) {
+    std::vector<PropertyValue> parts;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(';', begin), text.size());
+        parts.push_back(boundIn(std::string(text.substr(begin, end - begin))));
+        begin = end + 1;
+    }
+    if (parts.size() > 3) {
+        throw RequestError(fullName(definition) + " takes three parts at most: UPPER;LOWER;SET POINT.");
+    }
+    parts.resize(3);
+    std::swap(parts[0], parts[1]);
+    return parts;
+}
+
+std::vector<PropertyValue> valuesOf(const Arguments& arguments, const EditRequest& request,
+                                    const Definition& definition) {
+    const bool isBounded = definition.kind == PropertyKind::Bounded;
+    if (hasBounds(arguments)) {
+        if (!isBounded) {
+            throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+                               ", which has no bounds. Give the VALUE.");
+        }
+        return {boundIn(arguments.lower), boundIn(arguments.upper), boundIn(arguments.setPoint)};
+    }
+    return isBounded ? boundsIn(definition, request.values.front())
+                     : std::vector<PropertyValue>{request.values.front()};
+}
+
+/// Makes the same edit of all the objects.
+void makeEdits(const Arguments& arguments, const EditRequest& request, Form form,
+               const std::vector<PropertyValue>& values) {
+    const Model model = Model::read(arguments.model);
+    std::vector<ObjectEdit> edits;
+    for (const orv::Guid& id : request.objectsIn(model, arguments)) {
+        edits.push_back(request.editOf(id, form, values));
+    }
+    makeEdits(arguments, model, std::move(edits));
+}
+
+std::string joined(const orv::host::PropertyEdit& edit) {
+    std::vector<PropertyValue> values = edit.values;
+    if (edit.form == Form::Bounded) {
+        std::swap(values[0], values[1]);
+    }
+    std::string text;
+    for (std::size_t place = 0; place < values.size(); ++place) {
+        const bool isDefined = edit.form == Form::Table && place % 2 == 1;
+        text += place == 0 ? "" : isDefined ? "=" : ";";
+        text += valueText(values[place]);
+    }
+    return text;
+}
+
+} // namespace
+
+void getProperty(const Arguments& arguments) {
+    const EditRequest request(arguments, 0, 0);
+    const Definition& definition = findDefinition(request.set, request.property);
+    const Model model = Model::read(arguments.model);
+    const orv::Guid id = request.objectsIn(model, arguments).front();
+    const Overlay overlay(model, readStore(arguments), "");
+    const std::vector<PropertyValue> held = Overlay::read(id, request.set, request.property);
+    if (held.empty()) {
+        throw RequestError(fullName(definition) + " isn't set on " + request.globalId + '.');
+    }
+    const bool isTable = definition.kind == PropertyKind::Table;
+    std::vector<Row> rows;
+    for (std::size_t place = 0; place < held.size(); ++place) {
+        if (isTable && place % 2 == 1) {
+            rows.back().push_back(valueText(held[place]));
+        } else {
+            rows.push_back({valueText(held[place])});
+        }
+    }
+    printTable(arguments, isTable ? std::vector<Column>{{"Defining"}, {"Defined"}} : std::vector<Column>{{"Value"}},
+               rows);
+}
+
+void setProperty(const Arguments& arguments) {
+    const EditRequest request(arguments, hasBounds(arguments) ? 0 : 1, hasBounds(arguments) ? 0 : 1);
+    const Definition& definition = definitionFor(request, "set");
+    const std::vector<PropertyValue> values = valuesOf(arguments, request, definition);
+    makeEdits(arguments, request, definition.kind == PropertyKind::Bounded ? Form::Bounded : Form::Single, values);
+}
+
+void setListProperty(const Arguments& arguments) {
+    const EditRequest request(arguments, 1, any);
+    definitionFor(request, "set-list");
+    makeEdits(arguments, request, Form::List, {request.values.begin(), request.values.end()});
+}
+
+void setTableProperty(const Arguments& arguments) {
+    const EditRequest request(arguments, 2, any);
+    if (request.values.size() % 2 != 0) {
+        throw UsageError("A table takes pairs: DEFINING DEFINED [DEFINING DEFINED ...]");
+    }
+    definitionFor(request, "set-table");
+    makeEdits(arguments, request, Form::Table, {request.values.begin(), request.values.end()});
+}
+
+void unsetProperty(const Arguments& arguments) {
+    const EditRequest request(arguments, 0, 0);
+    const Definition& definition = findDefinition(request.set, request.property);
+    const Model model = Model::read(arguments.model);
+    std::vector<ObjectEdit> edits;
+    {
+        const Overlay overlay(model, readStore(arguments), "");
+        for (const orv::Guid& id : request.objectsIn(model, arguments)) {
+            if (!Overlay::read(id, request.set, request.property).empty()) {
+                edits.push_back(request.editOf(id, Form::Unset, {}));
+            }
+        }
+    }
+    if (edits.empty()) {
+        throw RequestError(fullName(definition) + " isn't set on " +
+                           (request.globalId.empty() ? "any of the objects" : request.globalId) + '.');
+    }
+    makeEdits(arguments, model, std::move(edits));
+}
+
+void listEdits(const Arguments& arguments) {
+    const Filter filter(arguments);
+    const Model model = Model::read(arguments.model);
+    const Records records = readStore(arguments);
+    const EditIndex index(records);
+    std::vector<Row> rows;
+    for (const EditIndex::Entry& entry : index.getEntries()) {
+        const ModelObject* const object = model.find(entry.id);
+        const std::optional<Time> time =
+            entry.edit.time == Time() ? std::nullopt : std::optional<Time>(entry.edit.time);
+        if (entry.edit.form != Form::Unset && filter.takesOwner(entry.id, object) &&
+            filter.takesAct(entry.edit.author, time)) {
+            rows.push_back({entry.id.toString(false), classOf(object), nameOf(object), entry.edit.set,
+                            entry.edit.property, joined(entry.edit), entry.edit.unit, entry.edit.author,
+                            shownTime(time)});
+        }
+    }
+    printTable(
+        arguments,
+        {{"GlobalId"}, {"Class"}, {"Name"}, {"Property set"}, {"Property"}, {"Value"}, {"Unit"}, {"Author"}, {"Time"}},
+        rows);
+}
+
+} // namespace annotate

@@ -1,0 +1,154 @@
+#include "Annotate/Store.h"
+
+#include "Annotate/EarlierEdit.h"
+#include "Annotate/LastCommand.h"
+#include "Annotate/Note.h"
+#include "Annotate/StoreError.h"
+#include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
+#include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
+#include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
+#include "Host/PropertyEdits.h"
+#include "Host/ReadRecords.h"
+#include "Utilities/FileLock.h"
+
+#include <cerrno>
+#include <chrono>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+namespace annotate {
+
+using namespace orv::domain::shared::enhancementsforreferencemodel;
+using orv::host::ReadFailure;
+using orv::utilities::FileLock;
+
+namespace {
+
+bool isWritable(const std::filesystem::path& path) {
+    return ::access(path.c_str(), R_OK | W_OK) == 0;
+}
+
+StoreError lockFailure(const std::filesystem::path& path) {
+    if (isWritable(path)) {
+        return StoreError(path.string() + " is locked by another program. Try again when that is done.");
+    }
+    // Of a file that couldn't be made it is the directory that tells why.
+    if (errno == ENOENT) {
+        isWritable(std::filesystem::absolute(path).parent_path());
+    }
+    const std::string reason = std::generic_category().message(errno);
+    return StoreError(path.string() + " can't be opened for writing (" + reason +
+                      "). Mend that, or name another file with --store.");
+}
+
+/// Waits up to a second for another program that has the file locked, and throws if it can't be locked then.
+void requireLockable(const std::filesystem::path& path) {
+    for (int remaining = 100; !FileLock::tryLock(path, true, FileLock::Access::ReadWrite); --remaining) {
+        if (remaining == 0 || !isWritable(path)) {
+            throw lockFailure(path);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
+bool isPresent(const std::filesystem::path& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (status.type() == std::filesystem::file_type::not_found && path.has_filename()) {
+        return false;
+    }
+    if (status.type() == std::filesystem::file_type::none) {
+        throw StoreError(path.string() + " can't be reached (" + error.message() + ").");
+    }
+    if (status.type() != std::filesystem::file_type::regular) {
+        throw StoreError(path.string() + " isn't a file. Name a file with --store.");
+    }
+    return true;
+}
+
+StoreError readFailure(const std::filesystem::path& path, const ReadFailure& failure) {
+    if (failure.reason == ReadFailure::Reason::Unreadable) {
+        return StoreError(path.string() + " can't be read (" + failure.detail + ").");
+    }
+    return StoreError(path.string() + " isn't a file of users' additions. " + failure.toString() +
+                      " Move it away, or name another file with --store.");
+}
+
+template <typename... Kinds>
+void registerKinds() {
+    (Factory::registerClass(std::make_unique<Kinds>()), ...);
+}
+
+/// A missing file holds none.
+Records readRecordsOf(const std::filesystem::path& path) {
+    registerKinds<Note, LastNoteNumber, LastCommand, EarlierEdit, orv::host::PropertyEdits>();
+    if (!isPresent(path)) {
+        return {};
+    }
+    orv::host::RecordsRead read = orv::host::readRecords(path);
+    std::error_code ignored;
+    if (read.failure && !std::filesystem::is_empty(path, ignored)) {
+        throw readFailure(path, *read.failure);
+    }
+    return std::move(read.records);
+}
+
+} // namespace
+
+void requireNamedStore(const Arguments& arguments) {
+    if (!arguments.store.empty() && !isPresent(arguments.store)) {
+        throw StoreError("There is no file " + arguments.store.string() +
+                         ". Check --store; the commands that add something make the file.");
+    }
+}
+
+Records readStore(const Arguments& arguments) {
+    requireNamedStore(arguments);
+    return readRecordsOf(storePath(arguments));
+}
+
+Store::Store(std::filesystem::path storePath) : path(std::move(storePath)), turn(path) {
+    const std::size_t stored = readRecordsOf(path).size();
+    if (isPresent(path)) {
+        requireLockable(path); // the load writes, so a file that can't be written would look like one without records
+    }
+    EnhancementsFile::setFilePath(path);
+    if (getRecords().size() != stored) {
+        throw StoreError(path.string() + " was changed by another program while it was read. Try again.");
+    }
+}
+
+const Records& Store::getRecords() {
+    return Enhancements::getOrCreateEnhancementsDb()->getRecords();
+}
+
+void Store::write() {
+    writeAfter([this] { return added.empty() ? Enhancements::saveChanges() : Enhancements::addEnhancements(added); });
+}
+
+void Store::remove(const EnhancementBase& record) {
+    writeAfter([&record] { return Enhancements::takeRecord(record) != nullptr; });
+}
+
+void Store::write(const std::function<bool()>& change) {
+    if (!added.empty()) {
+        write();
+    }
+    writeAfter(change);
+}
+
+void Store::writeAfter(const std::function<bool()>& change) {
+    if (change()) {
+        return;
+    }
+    requireLockable(path);
+    if (!change()) {
+        throw StoreError("It didn't get into " + path.string() +
+                         ": the disk may be full, or another program has the file. Look at it and try again.");
+    }
+}
+
+} // namespace annotate

@@ -1,0 +1,110 @@
+#include "Annotate/Table.h"
+
+#include "Annotate/Terminal.h"
+
+#include <algorithm>
+#include <iostream>
+#include <nlohmann/json.hpp>
+#include <unistd.h>
+
+namespace annotate {
+
+namespace {
+
+Row namesOf(const std::vector<Column>& columns) {
+    Row names;
+    std::transform(columns.begin(), columns.end(), std::back_inserter(names),
+                   [](const Column& column) { return column.name; });
+    return names;
+}
+
+Row printableRow(const Row& row) {
+    Row shown;
+    std::transform(row.begin(), row.end(), std::back_inserter(shown),
+                   [](const std::string& cell) { return printable(cell); });
+    return shown;
+}
+
+void printSeparated(const Row& row, char separator) {
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        if (column > 0) {
+            std::cout << separator;
+        }
+        std::cout << row[column];
+    }
+    std::cout << '\n';
+}
+
+void printAligned(const std::vector<Row>& rows) {
+    std::vector<std::size_t> widths(rows.front().size());
+    for (const Row& row : rows) {
+        std::transform(row.begin(), row.end(), widths.begin(), widths.begin(),
+                       [](const std::string& cell, std::size_t widest) { return std::max(widest, widthOf(cell)); });
+    }
+    for (const Row& row : rows) {
+        std::string line;
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            line += row[column];
+            if (column + 1 < row.size()) {
+                line.append(widths[column] - widthOf(row[column]) + 2, ' ');
+            }
+        }
+        std::cout << line << '\n';
+    }
+}
+
+std::string quoted(const std::string& cell) {
+    if (cell.find_first_of("\",\r\n") == std::string::npos) {
+        return cell;
+    }
+    std::string text = "\"";
+    for (const char character : cell) {
+        text.append(character == '"' ? 2 : 1, character);
+    }
+    return text + '"';
+}
+
+void printCsv(const std::vector<Row>& rows) {
+    for (Row row : rows) {
+        std::transform(row.begin(), row.end(), row.begin(), quoted);
+        row.back() += '\r'; // a line ends in both, by the RFC
+        printSeparated(row, ',');
+    }
+}
+
+void printJson(const std::vector<Column>& columns, const std::vector<Row>& rows) {
+    auto array = nlohmann::ordered_json::array();
+    for (const Row& row : rows) {
+        auto object = nlohmann::ordered_json::object();
+        for (std::size_t column = 0; column < columns.size(); ++column) {
+            auto& cell = object[columns[column].name];
+            if (!columns[column].isNumber) {
+                cell = row[column];
+            } else if (!row[column].empty()) {
+                cell = nlohmann::ordered_json::parse(row[column], nullptr, false);
+            }
+        }
+        array.push_back(std::move(object));
+    }
+    std::cout << array.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+} // namespace
+
+void printTable(const Arguments& arguments, const std::vector<Column>& columns, const std::vector<Row>& rows) {
+    if (arguments.json) {
+        return printJson(columns, rows);
+    }
+    std::vector<Row> shown{namesOf(columns)};
+    if (arguments.csv) {
+        shown.insert(shown.end(), rows.begin(), rows.end());
+        return printCsv(shown);
+    }
+    std::transform(rows.begin(), rows.end(), std::back_inserter(shown), printableRow);
+    if (::isatty(STDOUT_FILENO) != 0) {
+        return printAligned(shown);
+    }
+    std::for_each(shown.begin() + 1, shown.end(), [](const Row& row) { printSeparated(row, '\t'); });
+}
+
+} // namespace annotate

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Annotate/Arguments.h"
+
+#include <string>
+#include <vector>
+
+namespace annotate {
+
+using Row = std::vector<std::string>;
+
+struct Column {
+    std::string name;
+    bool isNumber = false; ///< Its texts are numbers, or empty.
+};
+
+/// Writes the rows to standard output: in a terminal as a table with the header and aligned columns, elsewhere one line
+/// a row, with tabs between the columns and no header, both with texts as printable makes them. With --csv as RFC 4180
+/// has it, with a header; with --json as an array of objects, in which what is no UTF-8 is replaced.
+void printTable(const Arguments& arguments, const std::vector<Column>& columns, const std::vector<Row>& rows);
+
+} // namespace annotate

@@ -1,0 +1,169 @@
+#include "Annotate/UnitSymbols.h"
+
+#include "Annotate/Arguments.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <iterator>
+
+namespace annotate {
+
+namespace {
+
+constexpr SiUnitName siUnits[] = {
+    {"AMPERE", "A"},
+    {"BECQUEREL", "Bq"},
+    {"CANDELA", "cd"},
+    {"COULOMB", "C"},
+    {"CUBIC_METRE", "m", 3},
+    {"DEGREE_CELSIUS", "°C", 1, 1, 273.15},
+    {"FARAD", "F"},
+    {"GRAM", "g", 1, 1e-3},
+    {"GRAY", "Gy"},
+    {"HENRY", "H"},
+    {"HERTZ", "Hz"},
+    {"JOULE", "J"},
+    {"KELVIN", "K"},
+    {"LUMEN", "lm"},
+    {"LUX", "lx"},
+    {"METRE", "m"},
+    {"MOLE", "mol"},
+    {"NEWTON", "N"},
+    {"OHM", "Ω"},
+    {"PASCAL", "Pa"},
+    {"RADIAN", "rad"},
+    {"SECOND", "s"},
+    {"SIEMENS", "S"},
+    {"SIEVERT", "Sv"},
+    {"SQUARE_METRE", "m", 2},
+    {"STERADIAN", "sr"},
+    {"TESLA", "T"},
+    {"VOLT", "V"},
+    {"WATT", "W"},
+    {"WEBER", "Wb"},
+};
+
+constexpr SiPrefix prefixes[] = {
+    {"", "", 1},           {"EXA", "E", 1e18},   {"PETA", "P", 1e15},  {"TERA", "T", 1e12}, {"GIGA", "G", 1e9},
+    {"MEGA", "M", 1e6},    {"KILO", "k", 1e3},   {"HECTO", "h", 1e2},  {"DECA", "da", 1e1}, {"DECI", "d", 1e-1},
+    {"CENTI", "c", 1e-2},  {"MILLI", "m", 1e-3}, {"MICRO", "µ", 1e-6}, {"NANO", "n", 1e-9}, {"PICO", "p", 1e-12},
+    {"FEMTO", "f", 1e-15}, {"ATTO", "a", 1e-18},
+};
+
+struct NamedSymbol {
+    std::string_view name;
+    std::string_view symbol;
+};
+
+/// Of units outside the SI, by the names that models call them.
+constexpr NamedSymbol namedSymbols[] = {
+    {"degree", "°"},        {"inch", "in"},         {"foot", "ft"},         {"yard", "yd"},
+    {"mile", "mi"},         {"square inch", "in²"}, {"square foot", "ft²"}, {"square yard", "yd²"},
+    {"square mile", "mi²"}, {"cubic inch", "in³"},  {"cubic foot", "ft³"},  {"cubic yard", "yd³"},
+    {"hectare", "ha"},      {"litre", "L"},         {"liter", "L"},         {"hour", "h"},
+    {"day", "d"},           {"ounce", "oz"},        {"pound", "lb"},        {"tonne", "t"},
+    {"btu", "Btu"},         {"fahrenheit", "°F"},
+};
+
+constexpr NamedSymbol coherentSymbols[] = {
+    {"ACCELERATIONUNIT", "m/s²"},
+    {"ANGULARVELOCITYUNIT", "rad/s"},
+    {"AREADENSITYUNIT", "kg/m²"},
+    {"DYNAMICVISCOSITYUNIT", "Pa·s"},
+    {"HEATFLUXDENSITYUNIT", "W/m²"},
+    {"HEATINGVALUEUNIT", "J/kg"},
+    {"ISOTHERMALMOISTURECAPACITYUNIT", "m³/kg"},
+    {"KINEMATICVISCOSITYUNIT", "m²/s"},
+    {"LINEARFORCEUNIT", "N/m"},
+    {"LINEARSTIFFNESSUNIT", "N/m"},
+    {"LINEARVELOCITYUNIT", "m/s"},
+    {"MASSDENSITYUNIT", "kg/m³"},
+    {"MASSFLOWRATEUNIT", "kg/s"},
+    {"MASSPERLENGTHUNIT", "kg/m"},
+    {"MODULUSOFELASTICITYUNIT", "N/m²"},
+    {"MODULUSOFSUBGRADEREACTIONUNIT", "N/m³"},
+    {"MOISTUREDIFFUSIVITYUNIT", "m³/s"},
+    {"MOMENTOFINERTIAUNIT", "m⁴"},
+    {"PLANARFORCEUNIT", "N/m²"},
+    {"ROTATIONALMASSUNIT", "kg·m²"},
+    {"ROTATIONALSTIFFNESSUNIT", "N·m/rad"},
+    {"SECTIONMODULUSUNIT", "m³"},
+    {"SHEARMODULUSUNIT", "N/m²"},
+    {"SPECIFICHEATCAPACITYUNIT", "J/(kg·K)"},
+    {"TEMPERATUREGRADIENTUNIT", "K/m"},
+    {"THERMALADMITTANCEUNIT", "W/(m²·K)"},
+    {"THERMALCONDUCTANCEUNIT", "W/(m·K)"},
+    {"THERMALEXPANSIONCOEFFICIENTUNIT", "1/K"},
+    {"THERMALRESISTANCEUNIT", "m²·K/W"},
+    {"THERMALTRANSMITTANCEUNIT", "W/(m²·K)"},
+    {"TORQUEUNIT", "N·m"},
+    {"VAPORPERMEABILITYUNIT", "kg/(s·m·Pa)"},
+    {"VOLUMETRICFLOWRATEUNIT", "m³/s"},
+    {"WARPINGCONSTANTUNIT", "m⁶"},
+};
+
+/// The value types whose kinds aren't called as they are.
+constexpr NamedSymbol kindsOfTypes[] = {
+    {"IfcNonNegativeLengthMeasure", "LENGTHUNIT"},
+    {"IfcPositiveLengthMeasure", "LENGTHUNIT"},
+    {"IfcPositivePlaneAngleMeasure", "PLANEANGLEUNIT"},
+    {"IfcSectionalAreaIntegralMeasure", "SECTIONAREAINTEGRALUNIT"},
+    {"IfcThermalConductivityMeasure", "THERMALCONDUCTANCEUNIT"},
+};
+
+template <typename Row, std::size_t count>
+const Row* rowOf(const Row (&rows)[count], std::string_view name) {
+    const auto* const found = std::find_if(std::begin(rows), std::end(rows),
+                                           [name](const Row& row) { return equalsInAnyCase(row.name, name); });
+    return found == std::end(rows) ? nullptr : found;
+}
+
+} // namespace
+
+const SiUnitName* SiUnitName::find(std::string_view name) {
+    return rowOf(siUnits, name);
+}
+
+const SiPrefix* SiPrefix::find(std::string_view name) {
+    return rowOf(prefixes, name);
+}
+
+std::string symbolOfName(const std::string& name) {
+    const NamedSymbol* const found = rowOf(namedSymbols, name);
+    return found == nullptr ? name : std::string(found->symbol);
+}
+
+std::string_view coherentSymbol(std::string_view kind) {
+    const NamedSymbol* const found = rowOf(coherentSymbols, kind);
+    return found == nullptr ? std::string_view{} : found->symbol;
+}
+
+std::string raised(std::string_view symbol, int power) {
+    constexpr std::array<std::string_view, 10> digits{"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
+    std::string text(symbol);
+    if (power != 1) {
+        for (const char digit : std::to_string(power)) {
+            text += digit == '-' ? "⁻" : digits.at(static_cast<std::size_t>(digit - '0'));
+        }
+    }
+    return text;
+}
+
+std::string unitKind(std::string_view valueType) {
+    constexpr std::string_view start = "Ifc";
+    constexpr std::string_view end = "Measure";
+    if (const NamedSymbol* const found = rowOf(kindsOfTypes, valueType)) {
+        return std::string(found->symbol);
+    }
+    if (!valueType.starts_with(start) || !valueType.ends_with(end)) {
+        return {};
+    }
+    std::string kind(valueType.substr(start.size(), valueType.size() - start.size() - end.size()));
+    std::transform(kind.begin(), kind.end(), kind.begin(), [](char letter) {
+        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+    });
+    return kind + "UNIT";
+}
+
+} // namespace annotate

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Object/PropertyValue.h"
+
+#include <string>
+
+namespace annotate {
+
+/// The text of a value: the shortest of a number that reads back as the same, without an exponent from 1e-5 up to 1e15;
+/// true, false or unknown; empty for the empty value.
+std::string valueText(const orv::object::PropertyValue& value);
+
+} // namespace annotate
