@@ -78,4 +78,8 @@ std::size_t HeapPeak::bytes() const {
     return static_cast<std::size_t>(peak);
 }
 
+std::size_t HeapPeak::bytesNow() const {
+    return static_cast<std::size_t>(live);
+}
+
 } // namespace orv::benchmarks

@@ -15,6 +15,9 @@ public:
     HeapPeak& operator=(const HeapPeak&) = delete;
 
     std::size_t bytes() const;
+
+    /// What is there now beyond that.
+    std::size_t bytesNow() const;
 };
 
 } // namespace orv::benchmarks

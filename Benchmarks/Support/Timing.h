@@ -17,7 +17,7 @@ inline void showCounts(benchmark::State& state, std::size_t itemCount, std::size
     state.counters["allocs"] = static_cast<double>(allocations) / static_cast<double>(itemCount);
 }
 
-/// Times the operation on one item after the other, from the first again after the last. What it gives is kept from
+/// Times the operation on one item after the other, from the first again after the last. What it returns is kept from
 /// being optimised away.
 template <typename Item, typename Operation>
 void timeEach(benchmark::State& state, const std::vector<Item>& items, const Operation& operation) {

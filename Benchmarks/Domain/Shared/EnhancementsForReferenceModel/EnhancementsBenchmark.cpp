@@ -2,10 +2,12 @@
 //
 // The floor of an addition asks the kinds for the same names and attributes, puts them, escaped, onto one string that
 // has the room, and writes that in one call in place of the file, under the same lock. The floor of a load does that
-// once for each record. The additions by peers are in EnhancementsPeers.cpp. All files are in the directory for
+// once for each record. The parts of an addition are the kinds' calls, the rendering, of which they are part, and the
+// whole without the syncs. The additions by peers are in EnhancementsPeers.cpp. All files are in the directory for
 // temporary files.
 //
-// [heap/document] is the most that is on the heap at a time beside the records, divided by the size of the document.
+// [heap/document] is the most that comes onto the heap at a time beside the records, divided by the size of the
+// document; [kept/document] is what of it stays there after a load.
 
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
@@ -13,6 +15,7 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/SampleRecords.h"
 #include "Support/HeapPeak.h"
 #include "Support/TemporaryDirectory.h"
+#include "Utilities/SystemCalls.h"
 
 #include <benchmark/benchmark.h>
 
@@ -21,6 +24,8 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
+#include <ostream>
+#include <streambuf>
 #include <string>
 #include <string_view>
 #include <sys/file.h>
@@ -36,48 +41,73 @@ using orv::tests::TemporaryDirectory;
 
 // Ours
 
-/// A host can't take records away. Here the same addition is made time and again.
-Records& recordsOf(Enhancements& database) {
-    return const_cast<Records&>(database.getRecords()); // NOLINT(cppcoreguidelines-pro-type-const-cast)
-}
-
-/// Stores the records, in a file of their own.
-Records& store(const std::string& path, Records records) {
+/// Stores the records in a file of their own, in place of those that were stored before.
+void store(const std::string& path, Records records) {
     EnhancementsFile::setFilePath(path);
-    Records& stored = recordsOf(*Enhancements::getOrCreateEnhancementsDb());
-    auto last = std::move(records.back());
-    records.pop_back();
-    stored = std::move(records);
-    Enhancements::addEnhancement(std::move(last));
-    return stored;
+    *Enhancements::getOrCreateEnhancementsDb() = Enhancements();
+    if (!Enhancements::addEnhancements(records)) {
+        std::abort();
+    }
 }
 
 void addOurs(benchmark::State& state) {
     const TemporaryDirectory directory;
-    Records& records = store(directory / "store.xml", makeMarks(state.range()));
-    const auto removeLast = [&records] {
-        auto last = std::move(records.back());
-        records.pop_back();
-        return last;
-    };
+    const std::string path = directory / "store.xml";
+    store(path, makeMarks(state.range()));
     for ([[maybe_unused]] const auto iteration : state) {
         auto mark = makeMark(static_cast<int>(state.range()));
         const auto start = Clock::now();
         Enhancements::addEnhancement(std::move(mark));
         state.SetIterationTime(Seconds(Clock::now() - start).count());
-        removeLast();
         // The file is brought back to the old number of records.
-        Enhancements::addEnhancement(removeLast());
+        Enhancements::takeRecord(*Enhancements::getOrCreateEnhancementsDb()->getRecords().back());
     }
-    // A database that has kept nothing from the additions before.
-    Enhancements& database = *Enhancements::getOrCreateEnhancementsDb();
-    Records kept = std::move(records);
-    database = Enhancements();
-    recordsOf(database) = std::move(kept);
     const orv::benchmarks::HeapPeak heap;
-    Enhancements::addEnhancement(removeLast());
+    Enhancements::addEnhancement(makeMark(static_cast<int>(state.range())));
     state.counters["heap/document"] =
-        static_cast<double>(heap.bytes()) / static_cast<double>(std::filesystem::file_size(directory / "store.xml"));
+        static_cast<double>(heap.bytes()) / static_cast<double>(std::filesystem::file_size(path));
+}
+
+// The parts of ours
+
+void addUnsynced(benchmark::State& state) {
+    const auto sync = std::exchange(orv::utilities::systemCalls.sync,
+                                    [](orv::utilities::Handle /*file*/) { return orv::utilities::done; });
+    addOurs(state);
+    orv::utilities::systemCalls.sync = sync;
+}
+
+/// Takes all that is written to it.
+class Sink : public std::streambuf {
+protected:
+    std::streamsize xsputn(const char* /*text*/, std::streamsize size) override { return size; }
+};
+
+void renderOurs(benchmark::State& state) {
+    const TemporaryDirectory directory;
+    store(directory / "store.xml", makeMarks(state.range()));
+    const auto database = Enhancements::getOrCreateEnhancementsDb();
+    Sink sink;
+    std::ostream stream(&sink);
+    for ([[maybe_unused]] const auto iteration : state) {
+        const auto start = Clock::now();
+        EnhancementsFile(*database).write(stream);
+        state.SetIterationTime(Seconds(Clock::now() - start).count());
+    }
+}
+
+void callKinds(benchmark::State& state) {
+    const Records records = makeMarks(state.range());
+    for ([[maybe_unused]] const auto iteration : state) {
+        const auto start = Clock::now();
+        for (const auto& record : records) {
+            auto kind = record->getEntityName();
+            auto attributes = record->getAttributes();
+            benchmark::DoNotOptimize(kind);
+            benchmark::DoNotOptimize(attributes);
+        }
+        state.SetIterationTime(Seconds(Clock::now() - start).count());
+    }
 }
 
 // The floor
@@ -195,18 +225,24 @@ void loadOurs(benchmark::State& state) {
             return Seconds(Clock::now() - start).count();
         }));
     }
-    const double heap = inAnotherProcess([&state] {
-        prepareLoad();
-        const orv::benchmarks::HeapPeak peak;
-        load(state.range());
-        return static_cast<double>(peak.bytes());
-    });
+    const auto heapAfter = [&state](const auto& count) {
+        return inAnotherProcess([&] {
+            prepareLoad();
+            const orv::benchmarks::HeapPeak heap;
+            load(state.range());
+            return static_cast<double>(count(heap));
+        });
+    };
+    const double peak = heapAfter([](const auto& heap) { return heap.bytes(); });
+    const double kept = heapAfter([](const auto& heap) { return heap.bytesNow(); });
     const double records = inAnotherProcess([&state] {
-        const orv::benchmarks::HeapPeak peak;
+        const orv::benchmarks::HeapPeak heap;
         makeMarks(state.range());
-        return static_cast<double>(peak.bytes());
+        return static_cast<double>(heap.bytes());
     });
-    state.counters["heap/document"] = (heap - records) / static_cast<double>(std::filesystem::file_size(path));
+    const auto size = static_cast<double>(std::filesystem::file_size(path));
+    state.counters["heap/document"] = (peak - records) / size;
+    state.counters["kept/document"] = (kept - records) / size;
 }
 
 void loadFloor(benchmark::State& state) {
@@ -234,6 +270,9 @@ void longestLoad(benchmark::internal::Benchmark* benchmark) {
 }
 
 BENCHMARK(addOurs)->Name("addRecord/ours")->Apply(eachSize);
+BENCHMARK(addUnsynced)->Name("addRecord/unsynced")->Apply(eachSize);
+BENCHMARK(renderOurs)->Name("addRecord/rendering")->Apply(eachSize);
+BENCHMARK(callKinds)->Name("addRecord/kinds")->Apply(eachSize);
 BENCHMARK(addFloor)->Name("addRecord/floor")->Apply(eachSize);
 BENCHMARK(loadOurs)->Name("load/ours")->Apply(eachLoad);
 BENCHMARK(loadFloor)->Name("load/floor")->Apply(eachLoad);

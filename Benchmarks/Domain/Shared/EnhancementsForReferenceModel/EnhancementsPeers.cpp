@@ -1,5 +1,5 @@
-// The same addition by others. The XML peers build their document and save it into the emptied file, without a lock.
-// SQLite adds a row; unlike all others it sees to it that the row is on the disk, but for WAL-NORMAL.
+// The same addition by other XML libraries, which build their document and save it into the emptied file: without a
+// lock, and without seeing to it that it is on the disk.
 
 #include "Domain/Shared/EnhancementsForReferenceModel/SampleRecords.h"
 #include "Support/TemporaryDirectory.h"
@@ -8,7 +8,6 @@
 
 #include <libxml/tree.h>
 #include <pugixml.hpp>
-#include <sqlite3.h>
 #include <string>
 #include <tinyxml2.h>
 
@@ -83,54 +82,8 @@ void addLibxml2(benchmark::State& state) {
     });
 }
 
-/// One row more, and its commit. The table has the records as rows.
-void addSqlite(benchmark::State& state, const char* pragmas) {
-    const TemporaryDirectory directory;
-    sqlite3* database = nullptr;
-    sqlite3_stmt* insert = nullptr;
-    sqlite3_open((directory / "store.sqlite").c_str(), &database);
-    sqlite3_exec(database, pragmas, nullptr, nullptr, nullptr);
-    sqlite3_exec(database,
-                 "CREATE TABLE Mark (OwnerId TEXT, Number INTEGER, Visible INTEGER, Label TEXT, Remark TEXT); BEGIN",
-                 nullptr, nullptr, nullptr);
-    sqlite3_prepare_v2(database, "INSERT INTO Mark VALUES (?, ?, ?, ?, ?)", -1, &insert, nullptr);
-    const auto add = [insert](EnhancementBase& record) {
-        int column = 1;
-        const auto bind = [&](const std::string& text) {
-            sqlite3_bind_text(insert, column++, text.c_str(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
-        };
-        bind(record.ownerId.toString(false));
-        for (const auto& [name, value] : record.getAttributes()) {
-            bind(textOf(value));
-        }
-        const bool isAdded = sqlite3_step(insert) == SQLITE_DONE;
-        sqlite3_reset(insert);
-        return isAdded;
-    };
-    const Records records = makeMarks(state.range());
-    for (const auto& record : records) {
-        add(*record);
-    }
-    sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr);
-    for ([[maybe_unused]] const auto iteration : state) {
-        const auto start = Clock::now();
-        const bool isAdded = add(*records.front());
-        state.SetIterationTime(Seconds(Clock::now() - start).count());
-        if (!isAdded) {
-            state.SkipWithError("SQLite adds no row");
-        }
-    }
-    sqlite3_finalize(insert);
-    sqlite3_close(database);
-}
-
 BENCHMARK(addPugixml)->Name("addRecord/pugixml")->Apply(eachSize);
 BENCHMARK(addTinyxml2)->Name("addRecord/tinyxml2")->Apply(eachSize);
 BENCHMARK(addLibxml2)->Name("addRecord/libxml2")->Apply(eachSize);
-BENCHMARK_CAPTURE(addSqlite, full, "PRAGMA synchronous=FULL")->Name("addRecord/SQLite-FULL")->Apply(eachSize);
-BENCHMARK_CAPTURE(addSqlite, normal, "PRAGMA synchronous=NORMAL")->Name("addRecord/SQLite-NORMAL")->Apply(eachSize);
-BENCHMARK_CAPTURE(addSqlite, wal, "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL")
-    ->Name("addRecord/SQLite-WAL-NORMAL")
-    ->Apply(eachSize);
 
 } // namespace
