@@ -39,16 +39,15 @@ struct Account {
 };
 
 void writeValue(Account& account, const Def& definition, const PropertyValue& value) {
-    const std::string text = takenAs("IfcLabel", value).substr(2);
-    if (text.empty()) {
+    const auto* const text = value.getIf<std::string>();
+    if (value.isEmpty() || (text != nullptr && text->empty())) {
         return;
     }
     account.isThere = true;
     if (definition.kind == PropertyKind::Single) {
         account.value = takenAs(definition.valueType, value);
     } else if (definition.kind == PropertyKind::Enumerated) {
-        const bool isText = value.getIndex() == 5;
-        account.value = isText ? "5:" + text.substr(0, text.size() - (text.ends_with(';') ? 1 : 0)) : "0:";
+        account.value = text == nullptr ? "0:" : "5:" + text->substr(0, text->size() - (text->ends_with(';') ? 1 : 0));
     }
 }
 
