@@ -1,9 +1,13 @@
 #include "FoundationClasses/FcShadowDb.h"
 
 #include "FoundationClasses/FcProperty.h"
+#include "Support/FailingAllocation.h"
 #include "Support/ReportTest.h"
 
 #include <gtest/gtest.h>
+
+#include <limits>
+#include <new>
 
 namespace orv::fc {
 namespace {
@@ -12,6 +16,7 @@ using FcShadowDbTest = tests::ReportTest;
 using core::kernel::FcObjectDefinition;
 
 const Guid id{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+const Guid otherId{12, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
 
 TEST_F(FcShadowDbTest, makesEveryClassOfTheTableAndNoOther) {
     const auto data = std::make_shared<Data>();
@@ -44,6 +49,9 @@ TEST_F(FcShadowDbTest, indexesObjectsUnderTheGuidThatTheyHaveAtTheNextSearchAndF
     const auto third = data->entityCreate("IfcDoor");
     third->guid = id;
     EXPECT_EQ(data->findByGuid(id), third);
+    first->guid = otherId;
+    EXPECT_EQ(data->findByGuid(otherId), first);
+    EXPECT_EQ(data->findByGuid(Guid()), nullptr);
 }
 
 TEST_F(FcShadowDbTest, makesNoShadowObjectOfAClassWithoutObjects) {
@@ -53,7 +61,27 @@ TEST_F(FcShadowDbTest, makesNoShadowObjectOfAClassWithoutObjects) {
         const char* className() const override { return "IfcUnknown"; }
     };
     EXPECT_EQ(database.getShadowObject(Unknown(*IfcClass::find("IfcWall"))), nullptr);
+    FcObjectDefinition relation(*IfcClass::find("IfcRelAggregates"));
+    relation.guid = id;
+    EXPECT_EQ(database.getShadowObject(relation), nullptr);
+    EXPECT_EQ(database.data().findByGuid(id), nullptr);
     EXPECT_TRUE(database.shadowObjects.empty());
+}
+
+TEST_F(FcShadowDbTest, findsNoObjectThatItDoesNotHaveWhereverMemoryRunsOut) {
+    FcObjectDefinition master(*IfcClass::find("IfcWall"));
+    master.guid = id;
+    std::shared_ptr<FcObjectDefinition> shadow;
+    for (std::size_t number = 0; !shadow; ++number) {
+        FcShadowDb database;
+        tests::allocationsAhead = number;
+        try {
+            shadow = database.getShadowObject(master);
+        } catch (const std::bad_alloc&) {}
+        tests::allocationsAhead = std::numeric_limits<std::size_t>::max();
+        const auto found = database.data().findByGuid(id);
+        EXPECT_EQ(found, database.shadowObjects.empty() ? nullptr : database.shadowObjects.front()) << number;
+    }
 }
 
 TEST_F(FcShadowDbTest, reportsAnObjectUnderTheMastersGuidThatIsNoObjectDefinition) {

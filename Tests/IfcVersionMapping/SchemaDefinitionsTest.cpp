@@ -13,10 +13,10 @@ TEST(SchemaDefinitions, areThoseOfTheNewestVersionAsPublished) {
     EXPECT_EQ(status.kind, PropertyKind::Enumerated);
     EXPECT_EQ(status.valueType, "IfcLabel");
     EXPECT_EQ(status.enumerationValues, "DEMOLISH;EXISTING;NEW;TEMPORARY;OTHER;NOTKNOWN;UNSET");
-    EXPECT_EQ(status.version, "IFC4X3_ADD2");
+    EXPECT_EQ(status.source, "IFC4X3_ADD2");
     EXPECT_EQ(findSchemaDefForProperty("Pset_BuildingCommon", "NumberOfStoreys")->valueType, "IfcCountMeasure");
-    EXPECT_EQ(findSchemaDefForProperty("Pset_Warranty", "WarrantyEndDate")->version, "IFC4");
-    EXPECT_EQ(findSchemaDefForProperty("Pset_SanitaryTerminalTypeWCSeat", "SeatType")->version, "IFC2X3");
+    EXPECT_EQ(findSchemaDefForProperty("Pset_Warranty", "WarrantyEndDate")->source, "IFC4");
+    EXPECT_EQ(findSchemaDefForProperty("Pset_SanitaryTerminalTypeWCSeat", "SeatType")->source, "IFC2X3");
 }
 
 TEST(SchemaDefinitions, areFoundByTheirExactNamesAlone) {

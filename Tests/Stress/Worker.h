@@ -31,12 +31,14 @@ struct Dice : std::mt19937_64 {
 };
 
 /// The files that processes share for a while, and the journal of what happened, a letter and a text a line: + stored,
-/// = put there by others, ~ accepted but not seen, ! refused, > path changed. The main program counts d kills, e ends,
-/// c corruptions, k copies and R rounds beside them.
+/// = put there by others, - taken out, ~ accepted but not seen, ! refused, * record changed, > path changed. The main
+/// program counts d kills, e ends, c corruptions, k copies, r readings and R rounds beside them.
 struct Round {
     enum class Space { Ample, Limited, Small };
 
-    fs::path anyStore(Dice& dice) const { return stores / ("store" + std::to_string(dice.below(3)) + ".xml"); }
+    fs::path anyStore(Dice& dice) const {
+        return stores / ("store" + std::to_string(isShared ? 0 : dice.below(3)) + ".xml");
+    }
 
     void note(char event, const std::string& text) const {
         std::ofstream(journalPath, std::ios_base::app) << event + text + '\n' << std::flush;
@@ -45,6 +47,7 @@ struct Round {
     fs::path stores; // a directory
     fs::path journalPath;
     Space space;
+    bool isShared; // all have one file open, which nobody else changes, and take nothing out
 };
 
 /// Waits for the lock of an existing file, and has it until the guard's end.
@@ -54,7 +57,7 @@ inline ScopeGuard hold(const fs::path& path, int operation) {
     return ScopeGuard([descriptor] { ::close(descriptor); });
 }
 
-/// Gives whether the record was accepted.
+/// Returns whether the record was accepted.
 inline bool add(const std::string& kind, const std::string& text, std::size_t size = 0) {
     const std::string content(size, '.');
     std::unique_ptr<EnhancementBase> record =
@@ -81,6 +84,8 @@ public:
             if (action < 2) {
                 EnhancementsFile::setFilePath(path = round.anyStore(dice));
                 round.note('>', path);
+            } else if (action < 4) {
+                changeRecord(action == 2 && !round.isShared);
             } else if (action < 14) {
                 ::usleep(dice.below(5000));
             } else {
@@ -101,6 +106,23 @@ private:
         setLimit(RLIM_INFINITY);
         const char accepted = round.space == Round::Space::Ample || isStored('>' + text + '<') ? '+' : '~';
         round.note(isAccepted ? accepted : '!', text);
+    }
+
+    /// Takes one out, or changes it, which moves all that is behind it in the file.
+    void changeRecord(bool isToGo) {
+        const auto db = Enhancements::getOrCreateEnhancementsDb();
+        if (db->getRecords().empty()) {
+            return;
+        }
+        auto& record = dynamic_cast<SampleRecord&>(*db->getRecords()[dice.below(db->getRecords().size())]);
+        if (isToGo) {
+            round.note('-', record.attributes.front().second.get<std::string>());
+            Enhancements::takeRecord(record);
+        } else {
+            record.attributes.back().second = std::string(dice.below(300), '+');
+            Enhancements::saveChanges();
+            round.note('*', record.attributes.front().second.get<std::string>());
+        }
     }
 
     static void setLimit(rlim_t bytes) {

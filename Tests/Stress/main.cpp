@@ -19,6 +19,19 @@ using Space = Round::Space;
 
 constexpr std::size_t smallSize = 512 << 10;
 
+/// Puts a document there whose writing takes so long that kills come within it.
+void fill(const Round& round, Dice& dice) {
+    const std::string indent(1 + dice.below(3), ' ');
+    std::string document = "<Enhancements>\n";
+    for (unsigned number = dice.below(20); number > 0; --number) {
+        const std::string text = "large " + std::to_string(number);
+        document +=
+            indent + "<Note><Text>" + text + "</Text><Content>" + std::string(100'000, '.') + "</Content></Note>\n";
+        round.note('=', text);
+    }
+    setContent(round.anyStore(dice), document + "</Enhancements>\n");
+}
+
 /// Does to a file what other programs do that keep to its lock.
 void disturb(const Round& round, Dice& dice, Judge& judge) {
     const fs::path path = round.anyStore(dice);
@@ -34,13 +47,13 @@ void disturb(const Round& round, Dice& dice, Judge& judge) {
                                   content.substr(0, half) + std::string(half, '<') + mark};
     const unsigned action = dice.below(7);
     if (action < 3) {
-        judge.sawDestroyed(content);
+        judge.sawDestroyed(path);
         setContent(path, spoilt[action]);
         if (contentOf(path) == spoilt[action]) {
             round.note('=', unique);
         }
     } else if (action == 3) {
-        judge.sawDestroyed(content);
+        judge.sawDestroyed(path);
         fs::remove(path);
     } else if (action == 4) { // writes the same again
         std::fstream(path, std::ios_base::in | std::ios_base::out | std::ios_base::binary) << content;
@@ -50,6 +63,7 @@ void disturb(const Round& round, Dice& dice, Judge& judge) {
         // Puts another file in its place, as editors do.
         const std::string edited = std::string(content).insert(end, mark);
         const fs::path other = path.native() + ".new";
+        judge.sawDestroyed(path);
         setContent(other, edited);
         if (contentOf(other) == edited) {
             fs::rename(other, path);
@@ -86,7 +100,10 @@ void work(const Round& round, Dice& dice, Judge& judge, Events& events) {
             ++events[isKilled ? 'd' : 'e'];
             worker = start();
         }
-        if (dice.below(8) == 0) {
+        if (round.isShared) {
+            judge.read(round.anyStore(dice));
+            ++events['r'];
+        } else if (dice.below(8) == 0) {
             disturb(round, dice, judge);
             ++events['c'];
         }
@@ -100,17 +117,20 @@ void work(const Round& round, Dice& dice, Judge& judge, Events& events) {
     }
 }
 
-/// Gives the number of violations.
+/// Returns the number of violations.
 int run(Dice& dice, Events& events) {
     static const bool canMount =
         ::unshare(CLONE_NEWNS) == 0 && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
     const tests::TemporaryDirectory directory;
-    Round round{directory / "stores", directory / "journal", static_cast<Space>(dice.below(3))};
+    Round round{directory / "stores", directory / "journal", static_cast<Space>(dice.below(3)), dice.below(3) == 0};
     const char* stores = round.stores.c_str();
     fs::create_directory(stores);
     const std::string size = "size=" + std::to_string(smallSize);
     if (round.space == Space::Small && (!canMount || ::mount("tmpfs", stores, "tmpfs", 0, size.c_str()) != 0)) {
         round.space = Space::Limited;
+    }
+    if (round.space == Space::Ample) {
+        fill(round, dice);
     }
     Judge judge;
     work(round, dice, judge, events);
@@ -142,7 +162,8 @@ int stress(std::chrono::seconds duration, Dice::result_type seed) {
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start).count();
     std::cout << events['+'] + events['~'] << " additions accepted (" << events['~'] << " not seen in the file), "
               << events['!'] << " refused, " << events['d'] << " kills, " << events['d'] + events['e'] << " restarts, "
-              << events['>'] << " path changes, " << events['c'] << " corruptions, " << events['k'] << " kept copies, "
+              << events['>'] << " path changes, " << events['*'] << " changed and " << events['-'] << " taken out, "
+              << events['r'] << " readings, " << events['c'] << " corruptions, " << events['k'] << " kept copies, "
               << violations << " violations, " << events['R'] << " rounds, " << seconds << " s, seed " << seed << '\n';
     return violations == 0 ? 0 : 1;
 }

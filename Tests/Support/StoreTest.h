@@ -36,6 +36,11 @@ protected:
         return record == nullptr;
     }
 
+    /// The record of that number in the database, from 0 on.
+    static SampleRecord& record(std::size_t number) {
+        return dynamic_cast<SampleRecord&>(*Enhancements::getOrCreateEnhancementsDb()->getRecords().at(number));
+    }
+
     /// The element that a record with that text is stored as.
     static std::string element(const std::string& text) {
         return "  <Sample>\n    <OwnerId>0000000000000000000000</OwnerId>\n    <Text>" + text +
@@ -65,15 +70,16 @@ protected:
         return texts;
     }
 
-    /// Runs the action in a process of its own, which is another one for the file and loads it anew, and gives the text
-    /// that the action gave.
+    /// Runs the action in a process of its own, which is another one for the file and loads it anew, and returns the
+    /// text that the action returned.
     static std::string inAnotherProcess(const std::function<std::string()>& action) {
         int ends[2];
         EXPECT_EQ(::pipe(ends), 0);
         const pid_t child = ::fork();
         if (child == 0) {
             const std::string text = action();
-            ::_exit(::write(ends[1], text.data(), text.size()) == std::ssize(text) ? 0 : 1);
+            const bool isTold = ::write(ends[1], text.data(), text.size()) == std::ssize(text);
+            ::_exit(isTold && !HasFailure() ? 0 : 1);
         }
         ::close(ends[1]);
         std::string text(1000, '\0');

@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/file.h>
+#include <fcntl.h>
+#include <string>
 #include <sys/stat.h>
+#include <utility>
 
 namespace orv::utilities {
 namespace {
@@ -28,7 +30,6 @@ TEST_F(FileLockTest, excludesOthersForAsLongAsItLives) {
     EXPECT_TRUE(held->getStream().good() && held->getStream().is_open());
     EXPECT_FALSE(FileLock::tryLock(path, true, Access::ReadWrite));
     EXPECT_FALSE(FileLock::tryLock(path, false, Access::Read));
-    EXPECT_FALSE(FileLock::tryLockNew(path));
     held.reset();
     const auto reading = FileLock::tryLock(path, false, Access::Read);
     EXPECT_TRUE(FileLock::tryLock(path, false, Access::Read));
@@ -36,6 +37,20 @@ TEST_F(FileLockTest, excludesOthersForAsLongAsItLives) {
     std::string content;
     EXPECT_TRUE(reading->getStream() >> content);
     EXPECT_EQ(content, "old");
+}
+
+TEST_F(FileLockTest, isNotHeldByProgramsThatAreStarted) {
+    setContent(path, "");
+    const auto held = FileLock::tryLock(path, true, Access::ReadWrite);
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code closed;
+        if (std::filesystem::read_symlink(entry, closed) == path) {
+            ++count;
+            EXPECT_EQ(::fcntl(std::stoi(entry.path().filename()), F_GETFD), FD_CLOEXEC);
+        }
+    }
+    EXPECT_GT(count, 0);
 }
 
 TEST_F(FileLockTest, leavesExactlyWhatWasWritten) {
@@ -56,41 +71,45 @@ TEST_F(FileLockTest, doesNotCutWhatItCouldNotReplace) {
     EXPECT_EQ(contentOf(path), "new content");
 }
 
-TEST_F(FileLockTest, givesNullForWhatIsNoWritableFile) {
+TEST_F(FileLockTest, tellsWhyItIsNotTaken) {
     const auto pipe = directory / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    for (const auto& name : {std::filesystem::path(), directory / "missing", directory / ".", pipe}) {
-        EXPECT_FALSE(FileLock::tryLock(name, true, Access::ReadWrite)) << name;
+    setContent(path, "held");
+    const auto held = FileLock::tryLock(path, true, Access::ReadWrite);
+    const std::pair<std::filesystem::path, std::errc> cases[] = {
+        {"", std::errc::no_such_file_or_directory},
+        {directory / "missing", std::errc::no_such_file_or_directory},
+        {path / "below", std::errc::not_a_directory},
+        {directory / ".", std::errc::is_a_directory},
+        {pipe, std::errc::not_supported},
+        {path, std::errc::resource_unavailable_try_again},
+    };
+    for (const auto& [name, reason] : cases) {
+        std::error_code error;
+        EXPECT_FALSE(FileLock::tryLock(name, true, Access::ReadWrite, error)) << name;
+        EXPECT_EQ(error, reason) << name << error.message();
         EXPECT_FALSE(FileLock::tryLock(name, true, Access::Read)) << name;
     }
     EXPECT_FALSE(std::filesystem::exists(directory / "missing"));
 }
 
-TEST_F(FileLockTest, makesANewFileButNeverTakesOneThatHasContent) {
-    FileLock::tryLockNew(path)->getStream() << "first";
-    EXPECT_EQ(contentOf(path), "first");
-    EXPECT_FALSE(FileLock::tryLockNew(path));
-    EXPECT_EQ(contentOf(path), "first");
-    EXPECT_FALSE(FileLock::tryLockNew(directory / "missing/file"));
-}
-
-TEST_F(FileLockTest, takesNoFileThatWasReplacedOrRemovedBeforeTheLockWasHad) {
+TEST_F(FileLockTest, takesNoFileThatWasReplacedOrRemovedBeforeTheLockWasAcquired) {
     setContent(path, "old");
     static std::filesystem::path changed;
+    static decltype(SystemCalls::lock) realLock;
     changed = path;
-    systemCalls.flock = [](int descriptor, int operation) {
+    realLock = std::exchange(systemCalls.lock, [](Handle file, bool exclusive) {
         std::filesystem::rename(changed, changed.native() + ".old");
         setContent(changed, "new");
-        return ::flock(descriptor, operation);
-    };
+        return realLock(file, exclusive);
+    });
     EXPECT_FALSE(FileLock::tryLock(path, true, Access::ReadWrite));
-    systemCalls.flock = [](int descriptor, int operation) {
+    systemCalls.lock = [](Handle file, bool exclusive) {
         std::filesystem::remove(changed);
-        return ::flock(descriptor, operation);
+        return realLock(file, exclusive);
     };
     EXPECT_FALSE(FileLock::tryLock(path, true, Access::ReadWrite));
-    EXPECT_FALSE(FileLock::tryLockNew(path));
-    systemCalls.flock = ::flock;
+    systemCalls.lock = realLock;
 }
 
 } // namespace

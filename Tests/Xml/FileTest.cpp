@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <sstream>
 
 namespace orv::xml {
@@ -69,6 +70,33 @@ TEST(XmlFile, bringsBackEveryUnicodeCharacterInTextsAndNames) {
         ASSERT_EQ(name, text) << std::hex << static_cast<std::uint32_t>(begin);
         ASSERT_EQ(value, text) << std::hex << static_cast<std::uint32_t>(begin);
     }
+}
+
+TEST(XmlFile, spellsNamesAndTextsForReadersOfAllKinds) {
+    const std::array<std::string, 3> cases[] = {
+        {"\xCE\x94\xCE\xBB-1", "\xCE\x94", "<\xCE\x94\xCE\xBB-1>\xCE\x94</\xCE\x94\xCE\xBB-1>"},
+        {"\xD0\x94\xD0\xBB", "\xD0\x94", "<\xD0\x94\xD0\xBB>\xD0\x94</\xD0\x94\xD0\xBB>"},
+        {"1 t:", "1 t:", "<_x0031__x0020_t_x003A_>1 t:</_x0031__x0020_t_x003A_>"},
+        {"t", "\xC2\x85\xE2\x80\xA8\xE2\x80\xA9\r\n\t>", "<t>&#x85;&#x2028;\xE2\x80\xA9&#13;\n\t&gt;</t>"},
+    };
+    for (const auto& [name, text, expected] : cases) {
+        File file;
+        file.create(name, {}, false)->boTextNodeAppend(text);
+        EXPECT_EQ(saved(file, LineEnding::None), expected);
+    }
+}
+
+TEST(XmlFile, tellsApartNamesThatBeginAndEndAlike) {
+    std::string document = "<r>";
+    for (const std::string name :
+         {"Resolved", "ResolvedBy", "ResolvedOn", "Resolved", "Resolute", "ResolutelyEd", "ResolvedlyEd", "Resol",
+          "Revol", "Re", "Ra", "LengthOfTheOuterWall", "LengthOfAnOuterWalls"}) {
+        document += "<a/><" + name + "/>"; // each name is taken to follow "a" as the one before did
+    }
+    document += "</r>";
+    File file;
+    ASSERT_TRUE(parsed(file, document));
+    EXPECT_EQ(saved(file, LineEnding::None).substr(38), document);
 }
 
 TEST(XmlFile, isSavedIndentedExceptAroundText) {

@@ -1,7 +1,9 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 
+#include "Support/FailingAllocation.h"
 #include "Support/StoreTest.h"
 #include "Utilities/FileLock.h"
+#include "Utilities/SystemCalls.h"
 
 #include <gtest/gtest.h>
 
@@ -63,6 +65,129 @@ TEST_F(EnhancementsTest, leaveTheFileWholeWhenAKindThrowsWhileItIsWritten) {
     Enhancements::addEnhancement(std::make_unique<ThrowingRecord>("Sample"));
     EXPECT_EQ(contentOf(path), document({"a"}));
     EXPECT_TRUE(FileLock::tryLock(path, true, FileLock::Access::ReadWrite));
+}
+
+class ChangesTest : public StoreTest {
+protected:
+    ChangesTest() { EXPECT_TRUE(add("a") && add("b") && add("c")); }
+
+    const std::shared_ptr<Enhancements> database = Enhancements::getOrCreateEnhancementsDb();
+
+    static std::vector<std::unique_ptr<EnhancementBase>> twoRecords() {
+        std::vector<std::unique_ptr<EnhancementBase>> records;
+        for (const std::string text : {"d", "e"}) {
+            records.push_back(std::make_unique<SampleRecord>("Sample", TypedAttributes{{"Text", text}}));
+        }
+        return records;
+    }
+};
+
+TEST_F(ChangesTest, reachTheFileByOneRewrite) {
+    record(1).attributes = {{"Text", "B"}};
+    SampleRecord::written = 0;
+    EXPECT_TRUE(Enhancements::saveChanges());
+    EXPECT_EQ(SampleRecord::written, 3);
+    EXPECT_EQ(contentOf(path), document({"a", "B", "c"}));
+
+    const EnhancementBase* const first = &record(0);
+    EXPECT_EQ(Enhancements::takeRecord(*first).get(), first);
+    EXPECT_EQ(SampleRecord::destroyed, 1);
+    EXPECT_EQ(contentOf(path), document({"B", "c"}));
+    EXPECT_EQ(loadedTexts(), "B c ");
+    EXPECT_FALSE(Enhancements::takeRecord(SampleRecord("Sample"))) << "none of the database's";
+
+    auto records = twoRecords();
+    SampleRecord::written = 0;
+    EXPECT_TRUE(Enhancements::addEnhancements(records));
+    EXPECT_TRUE(records.empty());
+    EXPECT_EQ(SampleRecord::written, 4);
+    EXPECT_EQ(contentOf(path), document({"B", "c", "d", "e"}));
+    EXPECT_TRUE(Enhancements::addEnhancements(records)) << "none";
+
+    database->resetDb();
+    EXPECT_TRUE(Enhancements::saveChanges());
+    EXPECT_EQ(contentOf(path), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Enhancements/>\n");
+    EXPECT_EQ(fileCount(), 1);
+}
+
+TEST_F(ChangesTest, reachTheFileOfAnotherPathAndTheFirstOneAgain) {
+    const auto other = directory / "other.xml";
+    record(0).attributes = {{"Text", "much longer than before"}};
+    EnhancementsFile::setFilePath(other);
+    EXPECT_TRUE(Enhancements::saveChanges());
+    EXPECT_EQ(contentOf(other), document({"much longer than before", "b", "c"}));
+
+    setContent(path, document({"a", "b", "c", "another program's"}));
+    EnhancementsFile::setFilePath(directory / "./store.xml");
+    EXPECT_TRUE(Enhancements::saveChanges());
+    EXPECT_EQ(contentOf(path), document({"much longer than before", "b", "c", "another program's"}));
+
+    const auto third = directory / "third.xml";
+    database->resetDb();
+    EnhancementsFile::setFilePath(third);
+    auto records = twoRecords();
+    EXPECT_TRUE(Enhancements::addEnhancements(records));
+    EXPECT_TRUE(Enhancements::takeRecord(record(0)));
+    EXPECT_TRUE(contentOf(third).ends_with(element("another program's") + element("e") + "</Enhancements>\n"));
+
+    setContent(third, document({"mended by it", "e"}));
+    EXPECT_TRUE(Enhancements::saveChanges());
+    EnhancementsFile::setFilePath(path);
+    EXPECT_TRUE(Enhancements::saveChanges());
+    EXPECT_EQ(contentOf(path), document({"another program's", "e"}));
+    EXPECT_EQ(fileCount(), 3) << "no copies";
+}
+
+TEST_F(ChangesTest, changeNothingWhereverMemoryRunsOut) {
+    const std::string before = contentOf(path);
+    bool isStored = false;
+    for (std::size_t number = 0; !isStored; ++number) {
+        auto records = twoRecords();
+        allocationsAhead = number;
+        try {
+            isStored = Enhancements::addEnhancements(records);
+        } catch (const std::bad_alloc&) {}
+        allocationsAhead = std::numeric_limits<std::size_t>::max();
+        const bool areGivenBack = records.size() == 2 && records[0] && records[1];
+        EXPECT_NE(isStored, areGivenBack) << number;
+        EXPECT_EQ(database->getRecords().size(), isStored ? 5U : 3U) << number;
+        EXPECT_EQ(contentOf(path), isStored ? document({"a", "b", "c", "d", "e"}) : before) << number;
+    }
+    EXPECT_EQ(fileCount(), 1);
+}
+
+TEST_F(ChangesTest, changeNothingWhereTheFileCannotBeWritten) {
+    const auto tryAll = [this] {
+        EXPECT_FALSE(Enhancements::takeRecord(record(1)));
+        auto records = twoRecords();
+        EXPECT_FALSE(Enhancements::addEnhancements(records));
+        EXPECT_EQ(dynamic_cast<SampleRecord&>(*records.at(1)).attributes.front().second.get<std::string>(), "e");
+        EXPECT_FALSE(Enhancements::saveChanges());
+        EXPECT_EQ(loadedTexts(), "a b c ");
+        EXPECT_EQ(contentOf(path), document({"a", "b", "c"}));
+    };
+    {
+        const auto held = FileLock::tryLock(path, true, FileLock::Access::ReadWrite);
+        tryAll();
+    }
+    const auto write =
+        std::exchange(utilities::systemCalls.writeAt, [](utilities::Handle, std::string_view, std::uint64_t,
+                                                         std::size_t&) { return std::errc::no_space_on_device; });
+    record(2).attributes = {{"Text", "c"}, {"More", "c"}};
+    EXPECT_FALSE(Enhancements::saveChanges());
+    EXPECT_TRUE(add("not yet written"));
+    EXPECT_FALSE(Enhancements::takeRecord(record(3)));
+    record(2).attributes = {{"Text", "c"}};
+    EXPECT_TRUE(Enhancements::takeRecord(record(3))) << "nothing is to be written";
+    EXPECT_TRUE(Enhancements::saveChanges()) << "nothing is to be written";
+    EXPECT_FALSE(Enhancements::takeRecord(record(1)));
+    auto records = twoRecords();
+    EXPECT_FALSE(Enhancements::addEnhancements(records));
+    EXPECT_EQ(records.size(), 2U);
+    utilities::systemCalls.writeAt = write;
+    EXPECT_EQ(contentOf(path), document({"a", "b", "c"}));
+    EXPECT_TRUE(add("d"));
+    EXPECT_EQ(contentOf(path), document({"a", "b", "c", "d"}));
 }
 
 } // namespace

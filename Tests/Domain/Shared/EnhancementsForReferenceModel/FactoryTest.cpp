@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <iostream>
+
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
 
@@ -23,6 +26,25 @@ TEST(Factory, makesRecordsOfTheRegisteredNamesAlone) {
     EXPECT_EQ(SampleRecord::destroyed, 0);
     Factory::registerClass(std::make_unique<SampleRecord>("Sample"));
     EXPECT_EQ(SampleRecord::destroyed, 1) << "the kind that it replaces";
+}
+
+/// Tells at its end whether records of another kind can be made.
+class CuriousRecord : public SampleRecord {
+public:
+    CuriousRecord(std::string name, std::string otherKind)
+        : SampleRecord(std::move(name)), other(std::move(otherKind)) {}
+    CuriousRecord(const CuriousRecord&) = delete;
+    CuriousRecord& operator=(const CuriousRecord&) = delete;
+    ~CuriousRecord() override { std::cerr << kind << (Factory::createEntityFromName(other) ? " can;" : " can't;"); }
+
+private:
+    std::string other;
+};
+
+TEST(Factory, hasNoKindsForTheirDestructorsAtTheEndOfTheProcess) {
+    Factory::registerClass(std::make_unique<CuriousRecord>("A", "B"));
+    Factory::registerClass(std::make_unique<CuriousRecord>("B", "A"));
+    EXPECT_EXIT(std::exit(0), testing::ExitedWithCode(0), "^B can't;A can't;$");
 }
 
 TEST(EnhancementBase, takesItsOwnerFromEveryPairOfExactlyThatName) {

@@ -4,7 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <system_error>
+#include <utility>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
@@ -15,14 +16,25 @@ using utilities::systemCalls;
 
 /// What goes wrong.
 struct Fault {
-    int error; // 0 for a write of which only a part is done
-    int count; // how many calls in a row
+    std::errc error;         // none for a write of which only a part is done
+    int count;               // how many calls in a row
+    bool isOfWrites = false; // of no other calls
 };
 
 constexpr int forever = 1 << 20;
-constexpr Fault faults[] = {{EINTR, 1},  {EINTR, 100},      {EIO, 1},    {EIO, forever},
-                            {ENOSPC, 1}, {ENOSPC, forever}, {EDQUOT, 1}, {EDQUOT, forever},
-                            {EACCES, 1}, {EACCES, forever}, {0, 1},      {0, forever}};
+constexpr std::errc part{};
+constexpr Fault faults[] = {{std::errc::interrupted, 1},
+                            {std::errc::interrupted, 100},
+                            {std::errc::io_error, 1},
+                            {std::errc::io_error, forever},
+                            {std::errc::no_space_on_device, 1},
+                            {std::errc::no_space_on_device, forever},
+                            {std::errc::permission_denied, 1},
+                            {std::errc::permission_denied, forever},
+                            {std::errc::io_error, 2, true},
+                            {std::errc::no_space_on_device, forever, true},
+                            {part, 1},
+                            {part, forever}};
 
 Fault fault{};
 int callsAhead;
@@ -36,26 +48,28 @@ bool fails(char letter) {
         --callsAhead;
         return false;
     }
-    errno = fault.error;
     return failuresAhead-- > 0;
 }
 
 /// Puts a call in the place of another one that fails when it is to.
 template <auto Call, char Letter>
 struct Failing;
-template <typename Result, typename... Arguments, Result (*SystemCalls::*Call)(Arguments...), char Letter>
+template <typename... Arguments, std::errc (*SystemCalls::*Call)(Arguments...), char Letter>
 struct Failing<Call, Letter> {
-    static inline Result (*real)(Arguments...);
-    static Result call(Arguments... arguments) { return fails(Letter) ? -1 : real(arguments...); }
+    static inline std::errc (*real)(Arguments...);
+    static std::errc call(Arguments... arguments) { return fails(Letter) ? fault.error : real(arguments...); }
     static void install() { real = std::exchange(systemCalls.*Call, call); }
 };
 
-ssize_t (*realWrite)(int, const void*, size_t, off_t);
+decltype(SystemCalls::writeAt) realWrite;
 
-ssize_t writePart(int descriptor, const void* content, size_t size, off_t position) {
-    const bool isPart = fails('w');
-    const ssize_t written = realWrite(descriptor, content, isPart ? (size + 1) / 2 : size, position);
-    return isPart && fault.error != 0 ? -1 : written;
+std::errc writePart(utilities::Handle file, std::string_view content, std::uint64_t position, std::size_t& written) {
+    const bool isToFail = fails('w');
+    if (isToFail) {
+        content = content.substr(0, (content.size() + 1) / 2);
+    }
+    const std::errc outcome = realWrite(file, content, position, written);
+    return isToFail && fault.error != part ? fault.error : outcome;
 }
 
 /// Makes as many calls fail as the fault says, after those that are to succeed.
@@ -63,81 +77,197 @@ void installFaults(const Fault& installed, int succeeding) {
     fault = installed;
     callsAhead = succeeding;
     failuresAhead = installed.count;
-    realWrite = std::exchange(systemCalls.pwrite, writePart);
-    if (installed.error != 0) {
+    realWrite = std::exchange(systemCalls.writeAt, writePart);
+    if (installed.error != part && !installed.isOfWrites) {
         Failing<&SystemCalls::open, 'o'>::install();
-        Failing<&SystemCalls::flock, 'l'>::install();
-        Failing<&SystemCalls::stat, 'S'>::install();
-        Failing<&SystemCalls::fstat, 's'>::install();
-        Failing<&SystemCalls::pread, 'r'>::install();
-        Failing<&SystemCalls::ftruncate, 'c'>::install();
-        Failing<&SystemCalls::futimens, 't'>::install();
-        Failing<&SystemCalls::fsync, 'y'>::install();
+        Failing<&SystemCalls::lock, 'l'>::install();
+        Failing<&SystemCalls::unlock, 'u'>::install();
+        Failing<&SystemCalls::getStateOf, 'S'>::install();
+        Failing<&SystemCalls::getState, 's'>::install();
+        Failing<&SystemCalls::readAt, 'r'>::install();
+        Failing<&SystemCalls::setSize, 'c'>::install();
+        Failing<&SystemCalls::setModificationTime, 't'>::install();
+        Failing<&SystemCalls::takeAccess, 'a'>::install();
+        Failing<&SystemCalls::sync, 'y'>::install();
         Failing<&SystemCalls::rename, 'n'>::install();
+        Failing<&SystemCalls::remove, 'm'>::install();
+        Failing<&SystemCalls::makeDirectory, 'd'>::install();
+        Failing<&SystemCalls::readLink, 'k'>::install();
+        Failing<&SystemCalls::list, 'L'>::install();
     }
 }
 
 class FaultTest : public StoreTest {
 protected:
-    /// With each call failing in turn: a load with two additions, and a third one when all is well again. Every record
-    /// that was taken has to be in the file then, and what was there before in the file or in a kept copy.
-    void tryEachCall(const Fault& tried, const std::string& stored, const std::string& carried) {
+    /// Runs the action on the stored file in a process of its own, with each call failing in turn, and calls the check
+    /// with what it returned. The action calls endFaults.
+    void failEachCall(const Fault& tried, const std::string& stored, const std::function<std::string()>& action,
+                      const std::function<void(const std::string&)>& check) {
         bool isReached = true;
-        for (int call = 0; isReached; ++call) {
-            SCOPED_TRACE("error " + std::to_string(tried.error) + " " + std::to_string(tried.count) +
+        int call = 0;
+        for (; isReached; ++call) {
+            SCOPED_TRACE("error " + std::make_error_code(tried.error).message() + " " + std::to_string(tried.count) +
                          " times from call " + std::to_string(call));
             directory.empty();
             setContent(path, stored);
-            const std::string taken = inAnotherProcess([&] {
-                installFaults(tried, call);
-                std::string texts;
-                for (const std::string text : {"1", "2"}) {
-                    texts += add(text) ? text : "";
-                }
-                const bool hasFailed = failuresAhead < tried.count;
-                failuresAhead = 0;
-                return texts + (add("3") ? "3" : "") + (hasFailed ? "!" : "");
-            });
-            isReached = taken.ends_with('!');
-            EXPECT_NE(taken.find('3'), std::string::npos);
-            std::string added;
-            for (const char text : taken.substr(0, taken.find('!'))) {
-                added += element(std::string(1, text));
+            if (!note.empty()) {
+                setContent(directory / "store.xml.saving", note);
             }
-            const auto copies = keptCopies();
-            const bool isKept = std::find(copies.begin(), copies.end(), stored) != copies.end();
+            std::string outcome = inAnotherProcess([&] {
+                installFaults(tried, call);
+                const std::string told = action();
+                return told + (hasFailed ? '!' : ' ');
+            });
+            ASSERT_FALSE(outcome.empty());
+            isReached = outcome.back() == '!';
+            outcome.pop_back();
+            check(outcome);
+            // A copy that isn't whole stays if it can't be removed.
+            EXPECT_LE(fileCount(), 1 + std::ssize(keptCopies()) + (tried.count == forever ? 1 : 0));
+        }
+        EXPECT_GT(call, 3);
+    }
+
+    static void endFaults() {
+        hasFailed = failuresAhead < fault.count;
+        failuresAhead = 0;
+    }
+
+    bool isKept(const std::string& stored) const {
+        const auto copies = keptCopies();
+        return std::find(copies.begin(), copies.end(), stored) != copies.end();
+    }
+
+    /// A load with two additions, and a third one when all is well again. Every record that was taken has to be in the
+    /// file then, and what was there before in the file or in a kept copy.
+    void tryAdditions(const Fault& tried, const std::string& stored, const std::string& carried) {
+        const auto addThree = [] {
+            std::string taken;
+            for (const std::string text : {"1", "2"}) {
+                taken += add(text) ? element(text) : "";
+            }
+            endFaults();
+            return taken + (add("3") ? element("3") : "");
+        };
+        failEachCall(tried, stored, addThree, [&](const std::string& taken) {
+            EXPECT_TRUE(taken.ends_with(element("3")));
             const std::string content = contentOf(path);
-            EXPECT_TRUE(content == documentOf(carried + added) || (isKept && content == documentOf(added)))
+            EXPECT_TRUE(content == documentOf(carried + taken) || (isKept(stored) && content == documentOf(taken)))
                 << "taken " << taken << '\n'
                 << content;
-            EXPECT_EQ(fileCount(), 1 + std::ssize(copies));
-        }
+        });
     }
+
+    /// A load and two additions. What was there, and every record of which it was said that it is on the disk, has to
+    /// be what the next process loads.
+    void tryDurableAdditions(const Fault& tried, const std::string& stored) {
+        const auto addTwo = [] {
+            std::string taken;
+            for (const std::string text : {"1", "2"}) {
+                std::vector<std::unique_ptr<EnhancementBase>> added;
+                added.push_back(std::make_unique<SampleRecord>("Sample", TypedAttributes{{"Text", text}}));
+                taken += Enhancements::addEnhancements(added) ? text + ' ' : "";
+            }
+            endFaults();
+            return taken;
+        };
+        failEachCall(tried, stored, addTwo, [&](const std::string& taken) {
+            const std::string loaded = inAnotherProcess(loadedTexts);
+            if (isKept(stored)) {
+                EXPECT_EQ(loaded, taken); // nothing could be loaded
+            } else {
+                EXPECT_EQ(loaded, "a b " + taken);
+            }
+        });
+    }
+
+    std::string note; // that stands beside the file
+
+private:
+    static inline bool hasFailed = false;
 };
 
 TEST_F(FaultTest, losesNothingOfAStoredDocument) {
     const std::string carried = element("a") + "  <Other/>\n" + element("b");
     for (const Fault& each : faults) {
-        tryEachCall(each, documentOf(carried), carried);
+        tryAdditions(each, documentOf(carried), carried);
     }
 }
 
 TEST_F(FaultTest, losesNothingOfAForeignFile) {
     const std::string foreign = "<Foreign>" + std::string(100, ' ');
     for (const Fault& each : faults) {
-        tryEachCall(each, foreign, foreign);
+        tryAdditions(each, foreign, foreign);
+    }
+}
+
+TEST_F(FaultTest, losesNothingThatItCalledStored) {
+    for (const Fault& each : faults) {
+        tryDurableAdditions(each, document({"a", "b"}));
+    }
+}
+
+TEST_F(FaultTest, losesNothingOfWhatAnotherProgramLeftHalfDone) {
+    setContent(path, document({"a", "b"}));
+    inAnotherProcess([] {
+        static int writesAhead = 2; // of the note, and of the space for the document
+        realWrite = std::exchange(systemCalls.writeAt, [](utilities::Handle file, std::string_view content,
+                                                          std::uint64_t position, std::size_t& written) {
+            if (writesAhead-- == 0) {
+                realWrite(file, content.substr(0, content.size() / 2), position, written);
+                ::_exit(0);
+            }
+            return realWrite(file, content, position, written);
+        });
+        add(std::string(100, 'c'));
+        return std::string();
+    });
+    const std::string torn = contentOf(path);
+    note = contentOf(directory / "store.xml.saving");
+    ASSERT_NE(note, "");
+    for (const Fault& each : faults) {
+        tryDurableAdditions(each, torn);
+    }
+    directory.empty();
+    setContent(directory / "store.xml.saving", note);
+    EXPECT_EQ(inAnotherProcess([] { return std::to_string(add("of a new document")); }), "1");
+    EXPECT_EQ(inAnotherProcess(loadedTexts), "of a new document ");
+}
+
+TEST_F(FaultTest, losesNothingByAChangeAndARemoval) {
+    const std::string carried = "  <Other/>\n";
+    const std::string stored = documentOf(element("a") + carried + element("b") + element("c"));
+    const auto changeAndRemove = [&] {
+        const bool isLoaded = loadedTexts() == "a b c ";
+        bool isRemoved = false;
+        if (isLoaded) {
+            record(0).attributes = {{"Text", "A"}};
+            Enhancements::saveChanges();
+            isRemoved = Enhancements::takeRecord(record(1)) != nullptr;
+        }
+        endFaults();
+        const bool isSaved = Enhancements::saveChanges();
+        const std::string elements = element("A") + carried + (isRemoved ? "" : element("b")) + element("c");
+        return isSaved ? documentOf(isLoaded ? elements : "") : "not saved";
+    };
+    for (const Fault& each : faults) {
+        failEachCall(each, stored, changeAndRemove, [&](const std::string& expected) {
+            const bool isLoaded = expected != documentOf("");
+            EXPECT_EQ(contentOf(path), isLoaded || isKept(stored) ? expected : stored);
+        });
     }
 }
 
 TEST_F(FaultTest, makesFewCallsForAnOrdinaryAdditionAndSyncsACopyBeforeItWritesOverTheFile) {
     add("a");
-    installFaults({EIO, 0}, 0);
+    installFaults({std::errc::io_error, 0}, 0);
     add("b");
-    EXPECT_EQ(calls, "olsSwwctsl");
+    EXPECT_EQ(calls, "kolsSosoawyoywwtsycmu")
+        << "lock; make the note, sync it and its name; reserve, write, sync; end the note";
     setContent(path, "foreign");
     calls.clear();
     add("c");
-    EXPECT_EQ(calls, "olsSosorrwynywwctsl") << "lock; make the copy, sync it, name it, sync that; reserve and write";
+    EXPECT_EQ(calls, "kolsSosrrsLSoawySnoysoawyoywwtsycmu") << "between: make the copy, sync it, name it, sync that";
 }
 
 } // namespace

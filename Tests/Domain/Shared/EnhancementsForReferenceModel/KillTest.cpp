@@ -16,7 +16,7 @@ using utilities::FileLock;
 /// Processes killed before every single system call: what a call leaves is what the next one finds.
 class KillTest : public StoreTest {
 protected:
-    /// Runs the action in another process and kills that before its call of that number. Gives false if it ended
+    /// Runs the action in another process and kills that before its call of that number. Returns false if it ended
     /// before.
     static bool isKilledBefore(int call, const std::function<void()>& action) {
         const pid_t child = ::fork();
@@ -66,6 +66,26 @@ TEST_F(KillTest, losesNoRecordOfALoadAndAnAddition) {
     }
 }
 
+TEST_F(KillTest, losesNothingOfAChangeAndARemoval) {
+    const std::vector<std::string> states = {"1 2 3 ", "1 two 3 ", "two 3 "};
+    std::size_t reached = 0;
+    bool isKilled = true;
+    for (int call = 0; isKilled; ++call) {
+        setContent(path, document({"1", "2", "3"}));
+        isKilled = isKilledBefore(call, [] {
+            loadedTexts();
+            record(1).attributes = {{"Text", "two"}};
+            Enhancements::saveChanges();
+            Enhancements::takeRecord(record(0));
+        });
+        const std::string loaded = inAnotherProcess(loadedTexts);
+        reached += reached + 1 < states.size() && loaded == states[reached + 1] ? 1 : 0;
+        ASSERT_EQ(loaded, states[reached]) << "call " << call;
+        ASSERT_EQ(fileCount(), 1) << "call " << call;
+    }
+    EXPECT_EQ(reached, 2U);
+}
+
 TEST_F(KillTest, losesNothingOfAForeignFile) {
     const std::string foreign = "<Enhancements>" + element("torn") + "  <Sample>";
     bool isKilled = true;
@@ -76,6 +96,7 @@ TEST_F(KillTest, losesNothingOfAForeignFile) {
         const auto copies = keptCopies();
         ASSERT_TRUE(contentOf(path) == foreign || copies == std::vector{foreign}) << "call " << call;
         ASSERT_EQ(inAnotherProcess([] { return std::to_string(add("next")); }), "1") << "call " << call;
+        ASSERT_FALSE(keptCopies().empty()) << "call " << call;
         for (const std::string& copy : keptCopies()) {
             // The space of a document that then wasn't written may be behind it.
             ASSERT_TRUE(copy.starts_with(foreign)) << "call " << call << '\n' << copy;

@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <limits>
+#include <unistd.h>
+
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
 
@@ -26,6 +30,14 @@ const Property list{"Pset_Address", "AddressLines"};
 const Property table{"Pset_AirTerminalPHistory", "InductionRatio"};
 const std::string source = "Source/Domain/Shared/EnhancementsForReferenceModel/PsetData:";
 const std::string scope = "orv::domain::shared::enhancementsforreferencemodel::PsetData::";
+
+/// What a destructor does that runs after those of everything that a test makes.
+std::function<void()> lastAction;
+const ScopeGuard runsLastAction([] {
+    if (lastAction) {
+        lastAction();
+    }
+});
 
 class PsetDataTest : public tests::ReportTest {
 protected:
@@ -68,6 +80,7 @@ TEST_F(PsetDataTest, reportsAMissingCallbackOfItsModeAndDoesNothingWithoutADatab
         EXPECT_EQ(overlay.getDb(), nullptr);
         overlay.setValue(wallId, wallSet, "FireRating", PropertyValue("F90"));
         overlay.setValue(wall, wallSet, "FireRating", PropertyValue("F90"));
+        overlay.setValue(nullptr, wallSet, "FireRating", PropertyValue("F90"));
         EXPECT_TRUE(overlay.getValue(wallId, wallSet, "FireRating").isEmpty());
     };
     const std::string expected = source + "52: " + scope + "PsetData: Could not set callback for PsetData";
@@ -83,6 +96,68 @@ TEST_F(PsetDataTest, reportsAMissingCallbackOfItsModeAndDoesNothingWithoutADatab
     PsetData withoutDatabase;
     useAll(withoutDatabase);
     EXPECT_EQ(asked, 0);
+}
+
+TEST_F(PsetDataTest, reportsAGuidOfWhatIsNoObjectAndMakesNothing) {
+    for (const char* name : {"IfcPropertySet", "IfcRelAggregates", "IfcPropertySingleValue"}) {
+        const auto found = database->data().entityCreate(name);
+        found->guid = wallId;
+        set(fireRating, PropertyValue("F90"));
+        EXPECT_EQ(takeReports(),
+                  tests::Reports{"Source/FoundationClasses/FcShadowDb:61: orv::fc::FcShadowDb::getShadowObject: "
+                                 "FcShadowDb already contains a shadow object with this Guid, but of another type... "
+                                 "Does the master file contain duplicate guids or something?"});
+        EXPECT_EQ(database->data().findByGuid(wallId), found);
+        EXPECT_TRUE(database->shadowObjects.empty());
+    }
+    EXPECT_EQ(asked, 0);
+}
+
+TEST_F(PsetDataTest, keepsTheObjectThatTheHostFoundToTheEndOfTheWrite) {
+    std::string valueAtTheEnd;
+    PsetData::getObjectFromGuidCallbackSet([&](const Guid&) {
+        return std::shared_ptr<const FcObjectDefinition>(
+            wall.get(), [&](const FcObjectDefinition*) { valueAtTheEnd = get(fireRating); });
+    });
+    set(fireRating, PropertyValue("F90"));
+    EXPECT_EQ(valueAtTheEnd, "5:F90");
+}
+
+TEST_F(PsetDataTest, findsNoCallbackAndNoReceiverInADestructorAtTheEndOfTheProcess) {
+    const std::string expected = source + "52: " + scope + "PsetData: Could not set callback for PsetData\n";
+    const auto useAll = [this, overlay = std::make_shared<PsetData>(false)] {
+        PsetData::getPsetShadowDbReadOnlyCallbackSet([this] { return database; });
+        const PsetData reading;
+        const PsetData writing(false);
+        overlay->setValue(wallId, wallSet, "FireRating", PropertyValue("F90"));
+        ::_exit(asked);
+    };
+    const auto end = [&] {
+        lastAction = useAll;
+        std::exit(99);
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(0), '^' + expected + expected + '$');
+}
+
+TEST_F(PsetDataTest, letsCallbacksTakeThemselvesAwayWhileTheyRun) {
+    PsetData::getPsetShadowDbReadOnlyCallbackSet([held = database] {
+        PsetData::getPsetShadowDbReadOnlyCallbackSet(nullptr);
+        return held;
+    });
+    PsetData::getPsetShadowDbReadWriteCallbackSet([held = database] {
+        PsetData::getPsetShadowDbReadWriteCallbackSet(nullptr);
+        return std::pair(held, ScopeGuard());
+    });
+    PsetData::getObjectFromGuidCallbackSet([held = wall](const Guid& /*guid*/) {
+        PsetData::getObjectFromGuidCallbackSet(nullptr);
+        return held;
+    });
+    EXPECT_EQ(PsetData().getDb(), database);
+    set(fireRating, PropertyValue("F90"));
+    EXPECT_EQ(database->shadowObjects.size(), 1U);
+    const PsetData reading;
+    const PsetData writing(false);
+    EXPECT_EQ(takeReports().size(), 2U);
 }
 
 TEST_F(PsetDataTest, runsTheGuardOnceBeforeItLetsGoOfTheDatabase) {
@@ -138,8 +213,10 @@ TEST_F(PsetDataTest, changesASingleEnumeratedOrBoundedPropertyWithEachWrite) {
         {bounded,
          {{"1;2;3", "5:2;1;3"}, {7, "5:;7;"}, {"4;5;6", "5:5;4;6"}, {1.5, "5:;1.5;"}, {";2", "5:2;;"},
           {"1;2;3;4", "5:2;1;3"}, {"x", "5:;;"}, {"1;2", "5:2;1;"}, {true, "5:;;", 1},
+          {std::numeric_limits<double>::quiet_NaN(), "5:;;"},
           {std::optional<std::string>("1"), "5:;;", 1}, {"-1", "5:;-1;"}, {"", "5:;-1;"}, {1e-7, "5:;0;"}, {"1;a", "5:a;1;"}}},
         // clang-format on
+        {{bounded.first, "AirFlowRateRange"}, {{"a;b;c", "5:;;"}}},
         {{wallSet, "firerating"}, {{"F90", "0:"}}},
         {{"Pset_wallcommon", "FireRating"}, {{"F90", "0:"}, {"F90", "0:"}}},
         {list, {{"a", "0:"}}},

@@ -1,0 +1,51 @@
+#include "Xml/MarkupWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+namespace orv::xml {
+namespace {
+
+TEST(XmlMarkupWriter, mixesMarkupWithElementsAndTellsWhereTheyStand) {
+    MarkupWriter writer(LineEnding::Lf);
+    writer.startElement("r");
+    writer.appendMarkup("<!--1-->");
+    const std::size_t begin = writer.getSize();
+    writer.startElement("e", " a=\"1\"");
+    writer.appendElement("A", "a");
+    writer.appendMarkup("<B b = '2'>\n</B>");
+    writer.appendMarkup("");
+    writer.appendElement("C", "c");
+    writer.endElement();
+    const std::size_t end = writer.getSize();
+    writer.startElement("f", " a=\"1\"");
+    writer.endElement();
+    writer.endElement();
+    EXPECT_EQ(writer.getText().substr(begin, end - begin), R"(
+  <e a="1">
+    <A>a</A>
+    <B b = '2'>
+</B>
+    <C>c</C>
+  </e>)");
+    EXPECT_EQ(writer.getText().substr(0, begin), "<r>\n  <!--1-->");
+    EXPECT_EQ(writer.getText().substr(end), "\n  <f a=\"1\"/>\n</r>\n");
+}
+
+TEST(XmlMarkupWriter, keepsTheTextOfAWriterThatIsSwapped) {
+    MarkupWriter last(LineEnding::None);
+    MarkupWriter next(LineEnding::None);
+    for (const std::string name : {"a", "b", "c"}) {
+        next.restart(0);
+        next.startElement(name);
+        next.endElement();
+        std::swap(last, next);
+        EXPECT_EQ(last.getText(), "<" + name + "/>");
+    }
+    EXPECT_EQ(next.getText(), "<b/>");
+}
+
+} // namespace
+} // namespace orv::xml
