@@ -15,6 +15,9 @@ function(orv_set_target_properties target)
                                                VISIBILITY_INLINES_HIDDEN ON)
     # A library's calls of its own operations stay within it, and can be inlined.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+    # GCC makes the standard library's inline variables unique in the process, and a library with such a symbol is never
+    # unloaded.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
     if(ORV_WARNINGS)
         target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
     endif()
