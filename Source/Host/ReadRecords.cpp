@@ -2,10 +2,10 @@
 
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
 #include "Utilities/DocumentReading.h"
+#include "Utilities/StreamContent.h"
 #include "Xml/RecordEvents.h"
 
 #include <istream>
-#include <iterator>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -86,13 +86,8 @@ RecordsRead readRecords(std::istream& stream) {
     if (!stream.good()) {
         return failed({Reason::Unreadable, "the stream isn't good"});
     }
-    std::string document;
-    try {
-        document.assign(std::istreambuf_iterator<char>(stream), {}); // past the stream, whose state tells nothing of it
-    } catch (const std::ios_base::failure& failure) {
-        return failed({Reason::Unreadable, failure.code().message()});
-    }
-    return recordsIn(document);
+    const auto document = utilities::contentOf(stream);
+    return document ? recordsIn(*document) : failed({Reason::Unreadable, "the stream can't be read to its end"});
 }
 
 } // namespace orv::host

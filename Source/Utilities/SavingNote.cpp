@@ -29,9 +29,9 @@ bool isNone(std::errc outcome) {
            outcome == std::errc::is_a_directory || outcome == std::errc::not_supported;
 }
 
-/// Opens what has the note's name. Nothing is open, and the outcome is `done`, if that can't be a note; an empty file
-/// that can't be opened is none either.
-std::errc openNote(const fs::path& path, Opening opening, Descriptor& note) {
+/// Opens what has the note's name and reads it. Nothing is open, and the outcome is `done`, if that is none that this
+/// library has made; an empty file that can't be opened is none either.
+std::errc openNote(const fs::path& path, Opening opening, Descriptor& note, std::string& content) {
     std::errc outcome{};
     note = Descriptor::open(path, opening, outcome);
     FileState state;
@@ -41,31 +41,22 @@ std::errc openNote(const fs::path& path, Opening opening, Descriptor& note) {
         const std::errc stateOutcome = uninterrupted([&] { return systemCalls.getStateOf(path, state); });
         outcome = isNone(stateOutcome) || (stateOutcome == done && state.size == 0) ? done : outcome;
     }
-    if (outcome != done) {
+    auto bytes = outcome == done && note.isOpen() ? note.read() : std::string();
+    if (!bytes) {
+        outcome = std::errc::io_error;
+    }
+    content = std::move(bytes).value_or("");
+    if (outcome != done || !NoteContent::isLikely(content)) {
         note = Descriptor();
+        content.clear();
     }
     return isNone(outcome) ? done : outcome;
 }
 
-/// Opens what has the note's name, to remove it if that can be, and reads it. Nothing is open, and the outcome is
-/// `done`, if it is none that this library has made.
+/// The same, to remove it if that can be.
 std::errc openNote(const fs::path& path, Descriptor& note, std::string& content) {
-    std::errc outcome = openNote(path, Opening::WriteNoLink, note);
-    if (outcome != done) {
-        outcome = openNote(path, Opening::ReadNoLink, note);
-    }
-    if (!note.isOpen()) {
-        return outcome;
-    }
-    auto bytes = note.read();
-    if (!bytes) {
-        return std::errc::io_error;
-    }
-    content = *std::move(bytes);
-    if (!NoteContent::isLikely(content)) {
-        note = Descriptor();
-    }
-    return done;
+    const std::errc outcome = openNote(path, Opening::WriteNoLink, note, content);
+    return outcome == done ? done : openNote(path, Opening::ReadNoLink, note, content);
 }
 
 /// An empty note is none, so that one whose removal doesn't reach the disk, or fails, isn't taken for a new one.
@@ -185,16 +176,7 @@ std::errc SavingNote::removeStray(const fs::path& path) {
 
 std::errc SavingNote::readBeside(const fs::path& path, std::string& content) {
     Descriptor note;
-    const std::errc outcome = openNote(pathBeside(path), Opening::ReadNoLink, note);
-    if (!note.isOpen()) {
-        return outcome;
-    }
-    auto bytes = note.read();
-    if (!bytes) {
-        return std::errc::io_error;
-    }
-    content = *std::move(bytes);
-    return done;
+    return openNote(pathBeside(path), Opening::ReadNoLink, note, content);
 }
 
 } // namespace orv::utilities

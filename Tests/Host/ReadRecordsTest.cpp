@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <sstream>
 
 namespace orv::host {
@@ -65,16 +66,18 @@ TEST_F(ReadRecordsTest, tellsWhyThereIsNothing) {
     };
     std::istringstream closed;
     closed.setstate(std::ios_base::failbit);
+    std::ifstream failing(directory / "."); // a directory can be opened
     const std::pair<RecordsRead, const char*> cases[] = {
         {readRecords(directory / "missing"), "There is no file."},
         {readRecords(directory / "."), "The file can't be read: it isn't a regular file."},
         {readRecords(closed), "The file can't be read: the stream isn't good."},
+        {readRecords(failing), "The file can't be read: the stream can't be read to its end."},
         {of(""), "Line 1, column 1: no element found."},
         {of("<Enhancements>\n <Sample></Enhancements>"), "Line 2, column 12: mismatched tag."},
         {of("<Notes><Sample/></Notes>"), "The root is Notes, not Enhancements."},
     };
     using Reason = ReadFailure::Reason;
-    const Reason reasons[] = {Reason::Missing,       Reason::Unreadable,    Reason::Unreadable,
+    const Reason reasons[] = {Reason::Missing,       Reason::Unreadable,    Reason::Unreadable, Reason::Unreadable,
                               Reason::NotWellFormed, Reason::NotWellFormed, Reason::OtherRoot};
     for (std::size_t number = 0; number < std::size(cases); ++number) {
         const auto& [read, sentence] = cases[number];

@@ -1,6 +1,7 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/CarriedFields.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
@@ -9,8 +10,13 @@ namespace {
 using Written = CarriedFields::Written;
 using Child = xml::ElementParts::Child;
 
-bool isGivenBack(const std::vector<Written>& written, std::string_view name) {
-    return std::any_of(written.begin(), written.end(), [name](const Written& one) { return one.name == name; });
+/// What is written under each name, the last first.
+using WrittenByName = std::unordered_map<std::string_view, std::vector<const Written*>>;
+
+WrittenByName byName(const std::vector<Written>& written) {
+    WrittenByName result;
+    std::for_each(written.rbegin(), written.rend(), [&](const Written& one) { result[one.name].push_back(&one); });
+    return result;
 }
 
 /// Whether the child says no more than what is written in its place. An element without a text had none to lose.
@@ -21,27 +27,27 @@ bool isSame(const Child& child, const Written& written) {
 } // namespace
 
 bool CarriedFields::settle(const std::vector<Written>& written) {
-    std::erase_if(fields, [&](const Field& field) { return !field.name.empty() && isGivenBack(written, field.name); });
+    WrittenByName unmatched = byName(written);
+    std::erase_if(fields, [&](const Field& field) { return !field.name.empty() && unmatched.contains(field.name); });
     const auto element = std::exchange(read, nullptr);
     if (!element) {
         return true;
     }
     attributes = element->attributes;
     bool isUnaltered = true;
-    std::vector<Written> unmatched = written; // children of one name come back in their order
     for (const Child& child : element->children) {
         carry({}, child.ahead);
-        if (!isGivenBack(written, child.name)) {
+        const auto found = unmatched.find(child.name);
+        if (found == unmatched.end()) {
             carry(child.name, child.markup);
             continue;
         }
-        const auto match = std::find_if(unmatched.begin(), unmatched.end(),
-                                        [&](const Written& one) { return one.name == child.name; });
-        if (match == unmatched.end() || !isSame(child, *match)) {
+        auto& [name, inTurn] = *found; // children of one name come back in their order
+        if (inTurn.empty() || !isSame(child, *inTurn.back())) {
             isUnaltered = false;
         }
-        if (match != unmatched.end()) {
-            unmatched.erase(match);
+        if (!inTurn.empty()) {
+            inTurn.pop_back();
         }
     }
     carry({}, element->behind);

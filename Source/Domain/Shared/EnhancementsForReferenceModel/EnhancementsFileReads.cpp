@@ -6,12 +6,14 @@
 #include "Utilities/DocumentReading.h"
 #include "Utilities/LockedFile.h"
 #include "Utilities/ScopeGuard.h"
+#include "Utilities/StreamContent.h"
 #include "Xml/ElementReader.h"
 #include "Xml/Outline.h"
 
+#include <chrono>
 #include <istream>
-#include <iterator>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -38,6 +40,22 @@ struct LoadedElement {
     xml::ElementParts parts;
 };
 
+/// Locks the file for the end of the series, even if another program holds it for a moment.
+std::unique_ptr<utilities::LockedFile> lockSoon(const std::filesystem::path& path,
+                                                const utilities::SavingNote& series) {
+    constexpr int maximumAttempts = 1000;
+    constexpr auto moment = std::chrono::milliseconds(1);
+    std::error_code error = std::make_error_code(std::errc::resource_unavailable_try_again);
+    std::unique_ptr<utilities::LockedFile> file;
+    for (int attempt = 0; attempt < maximumAttempts && error == std::errc::resource_unavailable_try_again; ++attempt) {
+        if (attempt > 0) {
+            std::this_thread::sleep_for(moment);
+        }
+        file = utilities::LockedFile::tryLock(path, true, utilities::LockedFile::Access::ReadWrite, error, &series);
+    }
+    return file;
+}
+
 } // namespace
 
 bool EnhancementsFile::readFile() {
@@ -61,11 +79,8 @@ bool EnhancementsFile::read(std::istream& stream) {
     if (assert::Assert::isEnabled() && !stream.good()) {
         report("Stream must be open", readName, 66);
     }
-    std::string content;
-    if (stream.good()) {
-        content.assign(std::istreambuf_iterator<char>(stream), {});
-    }
-    auto document = stream.bad() ? std::nullopt : parse(std::move(content));
+    auto content = stream.good() ? utilities::contentOf(stream) : std::string();
+    auto document = content ? parse(*std::move(content)) : std::nullopt;
     if (!document) {
         return false;
     }
@@ -114,15 +129,13 @@ void EnhancementsFile::load(xml::Outline outline) {
 void EnhancementsFile::endLoad(const Enhancements& database) {
     database.state->document.endLoad();
     utilities::SavingNote& note = database.state->loadNote;
-    if (note.isOpen()) {
-        std::error_code ignored;
-        const auto file = utilities::LockedFile::tryLock(getFilePath(), true, utilities::LockedFile::Access::ReadWrite,
-                                                         ignored, &note);
-        if (file) {
-            file->endSeries(note);
-        } else {
-            note.leave();
-        }
+    if (!note.isOpen()) {
+        return;
+    }
+    if (const auto file = lockSoon(getFilePath(), note)) {
+        file->endSeries(note);
+    } else {
+        note.leave();
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <sstream>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
@@ -53,6 +54,11 @@ TEST_F(EnhancementsFileTest, writesTextsNumbersAndTruthValuesAndLeavesOtherAttri
   </Sample>
 </Enhancements>
 )");
+}
+
+TEST_F(EnhancementsFileTest, readsNothingFromAStreamThatFailsOnTheWay) {
+    std::ifstream stream(directory / "."); // a directory can be opened
+    EXPECT_FALSE(EnhancementsFile::read(stream));
 }
 
 TEST_F(EnhancementsFileTest, reportsAStreamThatIsNotGoodAndLeavesItAlone) {

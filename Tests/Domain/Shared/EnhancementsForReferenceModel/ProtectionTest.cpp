@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <functional>
+#include <thread>
+
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
 
@@ -52,25 +56,44 @@ TEST_F(ProtectionTest, carriesWhatTheLockRefusedDuringTheLoad) {
     EXPECT_EQ(contentOf(path), document({"a", "b", "c"}));
 }
 
-class FailingRecord : public SampleRecord {
+/// A record whose kind does something of its own when one with the text b is loaded.
+class ActingRecord : public SampleRecord {
 public:
     using SampleRecord::SampleRecord;
+    static inline std::function<void()> act;
+
     void setAttributes(const StringAttributes& list) override {
         SampleRecord::setAttributes(list);
         if (list.back().second == "b") {
-            throw std::runtime_error("a kind's own failure");
+            act();
         }
     }
-    std::unique_ptr<EnhancementBase> createInstance() const override { return std::make_unique<FailingRecord>(kind); }
+    std::unique_ptr<EnhancementBase> createInstance() const override { return std::make_unique<ActingRecord>(kind); }
 };
 
 TEST_F(ProtectionTest, carriesTheRestOfALoadThatAKindEnded) {
-    Factory::registerClass(std::make_unique<FailingRecord>("Sample"));
+    Factory::registerClass(std::make_unique<ActingRecord>("Sample"));
+    ActingRecord::act = [] { throw std::runtime_error("a kind's own failure"); };
     setContent(path, document({"a", "b", "c"}));
     EXPECT_THROW(Enhancements::getOrCreateEnhancementsDb(), std::runtime_error);
     EXPECT_EQ(contentOf(path), document({"a", "b", "c"}));
     EXPECT_TRUE(add("d"));
     EXPECT_EQ(contentOf(path), document({"a", "b", "c", "d"}));
+}
+
+TEST_F(ProtectionTest, waitsAtTheEndOfALoadForWhoeverHoldsTheFileForAMoment) {
+    Factory::registerClass(std::make_unique<ActingRecord>("Sample"));
+    std::jthread holder;
+    ActingRecord::act = [&] {
+        holder = std::jthread([held = FileLock::tryLock(path, false, FileLock::Access::Read)] {
+            ASSERT_TRUE(held);
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        });
+    };
+    setContent(path, documentOf("<Sample><Text>a</Text></Sample><Sample><Text>b</Text></Sample>"));
+    EXPECT_EQ(loadedTexts(), "a ");
+    EXPECT_EQ(contentOf(path), documentOf(element("a") + "  <Sample><Text>b</Text></Sample>\n"));
+    EXPECT_EQ(fileCount(), 1) << "or what somebody writes from now on would be taken for torn";
 }
 
 TEST_F(ProtectionTest, keepsACopyOfWhatThisProcessNeitherReadNorWrote) {
