@@ -18,6 +18,7 @@ struct Arguments {
     std::filesystem::path model;
     std::filesystem::path store; ///< Empty: beside the model.
     std::string globalId;
+    std::string oldId;                  ///< Of the object whose notes and edits another one gets.
     std::vector<std::string> globalIds; ///< Of the command that takes several.
     std::vector<std::string> words;     ///< Of commands on one object or on those that are chosen.
 
@@ -43,6 +44,7 @@ struct Arguments {
     std::string setPoint;
     bool strict = false;
     bool keepGoing = false;
+    std::filesystem::path file; ///< That is imported; "-" for standard input.
 
     bool csv = false;
     bool json = false;

@@ -114,6 +114,12 @@ void addNoteCommands(CLI::App& app, Arguments& arguments) {
     addListing(notes, arguments);
 }
 
+void addStrictness(CLI::App* command, Arguments& arguments) {
+    command->add_flag("--strict", arguments.strict,
+                      "Refuse values outside an enumeration, and sets that are published for other classes");
+    command->add_flag("--keep-going", arguments.keepGoing, "Store what can be stored, and tell what can't");
+}
+
 /// One that sets or unsets a property of an object, or of all that are chosen.
 CLI::App* addEditCommand(CLI::App& app, const std::string& name, const std::string& description, Arguments& arguments,
                          Command command, const std::string& words) {
@@ -122,9 +128,7 @@ CLI::App* addEditCommand(CLI::App& app, const std::string& name, const std::stri
         ->required()
         ->check(refuseEmpty);
     addObjectFilters(added, arguments);
-    added->add_flag("--strict", arguments.strict,
-                    "Refuse values outside an enumeration, and sets that are published for other classes");
-    added->add_flag("--keep-going", arguments.keepGoing, "Store what can be stored, and tell what can't");
+    addStrictness(added, arguments);
     return added;
 }
 
@@ -162,6 +166,31 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
     addListing(definitions, arguments);
 }
 
+/// Those on many notes and edits at once.
+void addStoreCommands(CLI::App& app, Arguments& arguments) {
+    CLI::App* import = addWritingCommand(app, "import", "Set properties, or add notes, as the lines of a file tell",
+                                         arguments, importFile);
+    import
+        ->add_option("FILE", arguments.file,
+                     "Separated values in UTF-8 (comma, semicolon or tab) below a header with GlobalId, set, property, "
+                     "value and perhaps unit, or with GlobalId, text and perhaps priority; - for standard input. An "
+                     "empty value unsets the property; values are as the command edits lists them. Nothing is stored "
+                     "if a line is refused")
+        ->required()
+        ->check(refuseEmpty);
+    addStrictness(import, arguments);
+
+    CLI::App* move =
+        addWritingCommand(app, "move", "Carry the notes and edits of one object to another", arguments, moveObject);
+    move->add_option("OLD", arguments.oldId,
+                     "The GlobalId of the object that has them, which may have vanished from the model")
+        ->required()
+        ->check(refuseEmpty);
+    move->add_option("NEW", arguments.globalId, "The GlobalId of the object of the model that gets them")
+        ->required()
+        ->check(refuseEmpty);
+}
+
 } // namespace
 
 void addCommands(CLI::App& app, Arguments& arguments) {
@@ -175,6 +204,7 @@ void addCommands(CLI::App& app, Arguments& arguments) {
     show->add_option("GLOBALID", arguments.globalIds, "The objects")->required()->check(refuseEmpty);
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);
+    addStoreCommands(app, arguments);
     addWritingCommand(app, "undo",
                       "Take your last command back, or bring it forward again; refused where somebody has changed "
                       "since what it changed",

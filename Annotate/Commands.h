@@ -24,6 +24,9 @@ void setTableProperty(const Arguments& arguments);
 void unsetProperty(const Arguments& arguments);
 void listEdits(const Arguments& arguments);
 
+void importFile(const Arguments& arguments);
+void moveObject(const Arguments& arguments);
+
 void undo(const Arguments& arguments);
 
 void listDefinitions(const Arguments& arguments);

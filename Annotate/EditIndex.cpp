@@ -25,11 +25,12 @@ PropertyEdit editOf(const EarlierEdit& earlier) {
 
 } // namespace
 
-EditIndex::EditIndex(const Records& records) {
-    for (const EarlierEdit* const earlier : allOf<const EarlierEdit>(records)) {
+EditIndex::EditIndex(const Records& all) {
+    for (const EarlierEdit* const earlier : allOf<const EarlierEdit>(all)) {
         take({earlier->ownerId, editOf(*earlier), nullptr, {}});
     }
-    for (PropertyEdits* const record : allOf<PropertyEdits>(records)) {
+    for (PropertyEdits* const record : allOf<PropertyEdits>(all)) {
+        records.emplace(record->ownerId, record);
         for (const std::string& line : record->lines) {
             if (auto edit = orv::host::editOf(line)) {
                 take({record->ownerId, *std::move(edit), record, line});
@@ -70,15 +71,15 @@ const EditIndex::Entry* EditIndex::find(const orv::Guid& id, const std::string& 
     return found == ofObject.end() ? nullptr : *found;
 }
 
-void EditIndex::put(Store& store, const orv::Guid& id, const std::string& present, const std::string& line) const {
-    PropertyEdits* record = nullptr;
-    for (const Entry* const entry : of(id)) {
-        const bool isPlace = !present.empty() && entry->line == present;
-        record = record == nullptr || isPlace ? entry->record : record;
+void EditIndex::put(Store& store, const orv::Guid& id, const std::string& present, const std::string& line) {
+    PropertyEdits*& first = records[id];
+    if (first == nullptr) {
+        first = &store.make<PropertyEdits>();
+        first->ownerId = id;
     }
-    if (record == nullptr) {
-        record = &store.make<PropertyEdits>();
-        record->ownerId = id;
+    PropertyEdits* record = first;
+    for (const Entry* const entry : of(id)) {
+        record = !present.empty() && entry->line == present ? entry->record : record;
     }
     std::vector<std::string>& lines = record->lines;
     const auto place = present.empty() ? lines.end() : std::find(lines.begin(), lines.end(), present);

@@ -19,7 +19,7 @@ public:
         std::string line;                 ///< Empty for such a one.
     };
 
-    explicit EditIndex(const Records& records);
+    explicit EditIndex(const Records& all);
 
     /// In the order in which the properties came first.
     const std::vector<Entry>& getEntries() const { return entries; }
@@ -31,14 +31,15 @@ public:
     const Entry* find(const orv::Guid& id, const std::string& set, const std::string& property) const;
 
     /// Puts a line in the place of another in the object's record, without one that is empty. The file has it with the
-    /// store's next write; this doesn't know.
-    void put(Store& store, const orv::Guid& id, const std::string& present, const std::string& line) const;
+    /// store's next write; what this finds is as before.
+    void put(Store& store, const orv::Guid& id, const std::string& present, const std::string& line);
 
 private:
     void take(Entry entry);
 
     std::vector<Entry> entries;
     std::unordered_map<orv::Guid, std::vector<std::size_t>> places;
+    std::unordered_map<orv::Guid, orv::host::PropertyEdits*> records; ///< The first one of each object.
 };
 
 } // namespace annotate

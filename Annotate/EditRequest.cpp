@@ -2,10 +2,10 @@
 
 #include "Annotate/Definitions.h"
 #include "Annotate/EditIndex.h"
+#include "Annotate/EditWriting.h"
 #include "Annotate/Overlay.h"
 #include "Annotate/Store.h"
 #include "Annotate/Terminal.h"
-#include "Annotate/Undo.h"
 
 #include <algorithm>
 #include <iostream>
@@ -51,20 +51,6 @@ Said takeOutRefused(const Overlay& overlay, bool isStrict, std::vector<ObjectEdi
     };
     edits.erase(std::remove_if(edits.begin(), edits.end(), isRefused), edits.end());
     return refusals;
-}
-
-/// By the author and now, but later than the edits that they take the place of.
-void sign(std::vector<ObjectEdit>& edits, const std::string& author, const EditIndex& present, ChangeLog& log) {
-    const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-    for (ObjectEdit& each : edits) {
-        const EditIndex::Entry* const before = present.find(each.id, each.edit.set, each.edit.property);
-        each.edit.author = author;
-        each.edit.time = now;
-        if (before != nullptr) {
-            each.edit.time = std::max(now, before->edit.time + std::chrono::milliseconds(1));
-        }
-        log.replace(before == nullptr ? "" : before->line, each);
-    }
 }
 
 } // namespace
@@ -129,7 +115,7 @@ void makeEdits(const Arguments& arguments, const Model& model, std::vector<Objec
         std::cerr << "annotate: " << countOf(wanted, "object") << ".\n";
     }
     Store store(path);
-    Overlay overlay(model, Store::getRecords(), author);
+    const Overlay overlay(model);
     Said remarks;
     const Said refusals = takeOutRefused(overlay, arguments.strict, edits, remarks);
     if (!refusals.empty() && (!arguments.keepGoing || edits.empty())) {
@@ -139,9 +125,8 @@ void makeEdits(const Arguments& arguments, const Model& model, std::vector<Objec
         }
         throw RequestError(refusals.begin()->first + " Nothing was stored.");
     }
-    ChangeLog log(store, author, arguments.command);
-    sign(edits, author, EditIndex(Store::getRecords()), log);
-    store.write([&] { return overlay.getEdits().setAll(edits).front().result != Outcome::Result::StoreRefused; });
+    EditIndex present(Store::getRecords());
+    writeEdits(store, author, arguments.command, present, edits);
     printStored((edits.size() == 1 ? "It is" : std::to_string(edits.size()) + " are") + std::string(" stored in ") +
                 path.string() + '.');
     print(remarks, wanted);

@@ -60,12 +60,7 @@ public:
     }
 
     void add(const Note& content) {
-        auto& note = store.make<Note>();
-        note = content;
-        note.number = notebook.takeNumber();
-        note.id = makeId();
-        note.author = author;
-        note.made = now();
+        const Note& note = notebook.add(content, author);
         log.add(note);
         store.write();
         printStored(beginSentence({*note.number}) + " stored in " + path.string() + '.');

@@ -38,7 +38,7 @@ std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records
     return notes;
 }
 
-Notebook::Notebook(Store& notesStore) : last(&lastNumber(notesStore)) {
+Notebook::Notebook(Store& notesStore) : store(&notesStore), last(&lastNumber(notesStore)) {
     last->number = highestNumber(Store::getRecords());
     for (const auto& [number, note] : numberedNotes(Store::getRecords())) {
         note->number = number;
@@ -60,6 +60,16 @@ Note& Notebook::find(std::int64_t number) const {
     }
     throw RequestError("There is no note " + std::to_string(number) +
                        ". The command notes lists those that there are.");
+}
+
+Note& Notebook::add(const Note& content, const std::string& author) {
+    auto& note = store->make<Note>();
+    note = content;
+    note.number = ++last->number;
+    note.id = makeId();
+    note.author = author;
+    note.made = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    return note;
 }
 
 orv::Guid makeId() {

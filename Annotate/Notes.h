@@ -27,10 +27,14 @@ public:
     /// Null if there is none.
     Note* tryFind(std::int64_t number) const;
 
-    /// A number that no note has had, which a note gets that is added.
-    std::int64_t takeNumber() { return ++last->number; }
+    const std::vector<Note*>& getNotes() const { return notes; }
+
+    /// A new note by the author and now, with a number that none has had, on the object with the text, the priority and
+    /// the state of the content.
+    Note& add(const Note& content, const std::string& author);
 
 private:
+    Store* store;
     std::vector<Note*> notes;
     LastNoteNumber* last = nullptr;
 };

@@ -17,15 +17,15 @@ namespace {
 /// Gives PsetData the callbacks, and returns that for the objects of the model.
 orv::host::Overlay::FindObject connect(const Model& model) {
     auto masters = std::make_shared<orv::fc::Data>();
-    for (const ModelObject& object : model.getObjects()) {
-        orv::Guid id;
-        if (id.boSet(object.globalId) && model.find(id) == &object) {
-            masters->entityCreate(std::string(object.ifcClass->name))->guid = id;
-        }
-    }
     auto shadows = std::make_shared<orv::fc::FcShadowDb>();
-    orv::host::Overlay::FindObject findMaster = [masters](const orv::Guid& id) {
-        return std::dynamic_pointer_cast<const FcObjectDefinition>(masters->findByGuid(id));
+    orv::host::Overlay::FindObject findMaster = [&model, masters](const orv::Guid& id) {
+        auto master = masters->findByGuid(id);
+        const ModelObject* const object = master ? nullptr : model.find(id);
+        if (object != nullptr) {
+            master = masters->entityCreate(std::string(object->ifcClass->name));
+            master->guid = id;
+        }
+        return std::dynamic_pointer_cast<const FcObjectDefinition>(master);
     };
     PsetData::getObjectFromGuidCallbackSet(findMaster);
     PsetData::getPsetShadowDbReadOnlyCallbackSet([shadows] { return shadows; });
@@ -50,8 +50,9 @@ void apply(PsetData& overlay, const EarlierEdit& edit) {
 
 } // namespace
 
-Overlay::Overlay(const Model& model, const Records& records, const std::string& author)
-    : edits(connect(model), author) {
+Overlay::Overlay(const Model& model) : edits(connect(model), "") {}
+
+Overlay::Overlay(const Model& model, const Records& records) : Overlay(model) {
     PsetData overlay(false);
     for (const EarlierEdit* const edit : allOf<const EarlierEdit>(records)) {
         apply(overlay, *edit);

@@ -14,11 +14,13 @@ namespace annotate {
 /// process.
 class Overlay {
 public:
-    /// Makes the masters, and sets the edits among the records again. Edits from then on are by the author.
-    Overlay(const Model& model, const Records& records, const std::string& author);
+    /// Over the model, which outlives it; nothing is set. A master is made when it is looked for.
+    explicit Overlay(const Model& model);
 
-    /// By which values are set and kept.
-    orv::host::Overlay& getEdits() { return edits; }
+    /// Sets the edits among the records again.
+    Overlay(const Model& model, const Records& records);
+
+    /// By which values are set and checked.
     const orv::host::Overlay& getEdits() const { return edits; }
 
     /// What the property holds: a value; the values of a list; or those of a table, defining and defined in turn. Empty

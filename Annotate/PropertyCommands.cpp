@@ -2,6 +2,7 @@
 #include "Annotate/Definitions.h"
 #include "Annotate/EditIndex.h"
 #include "Annotate/EditRequest.h"
+#include "Annotate/EditText.h"
 #include "Annotate/Overlay.h"
 #include "Annotate/Store.h"
 #include "Annotate/Table.h"
@@ -54,22 +55,6 @@ PropertyValue boundIn(const std::string& text) {
     return text.empty() ? PropertyValue() : PropertyValue(text);
 }
 
-/// Lower, upper and set point in a text like UPPER;LOWER;SET POINT, in which parts may be empty or missing.
-std::vector<PropertyValue> boundsIn(const Definition& definition, std::string_view text) {
-    std::vector<PropertyValue> parts;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(';', begin), text.size());
-        parts.push_back(boundIn(std::string(text.substr(begin, end - begin))));
-        begin = end + 1;
-    }
-    if (parts.size() > 3) {
-        throw RequestError(fullName(definition) + " takes three parts at most: UPPER;LOWER;SET POINT.");
-    }
-    parts.resize(3);
-    std::swap(parts[0], parts[1]);
-    return parts;
-}
-
 std::vector<PropertyValue> valuesOf(const Arguments& arguments, const EditRequest& request,
                                     const Definition& definition) {
     const bool isBounded = definition.kind == PropertyKind::Bounded;
@@ -95,20 +80,6 @@ void makeEdits(const Arguments& arguments, const EditRequest& request, Form form
     makeEdits(arguments, model, std::move(edits));
 }
 
-std::string joined(const orv::host::PropertyEdit& edit) {
-    std::vector<PropertyValue> values = edit.values;
-    if (edit.form == Form::Bounded) {
-        std::swap(values[0], values[1]);
-    }
-    std::string text;
-    for (std::size_t place = 0; place < values.size(); ++place) {
-        const bool isDefined = edit.form == Form::Table && place % 2 == 1;
-        text += place == 0 ? "" : isDefined ? "=" : ";";
-        text += valueText(values[place]);
-    }
-    return text;
-}
-
 } // namespace
 
 void getProperty(const Arguments& arguments) {
@@ -116,7 +87,7 @@ void getProperty(const Arguments& arguments) {
     const Definition& definition = findDefinition(request.set, request.property);
     const Model model = Model::read(arguments.model);
     const orv::Guid id = request.objectsIn(model, arguments).front();
-    const Overlay overlay(model, readStore(arguments), "");
+    const Overlay overlay(model, readStore(arguments));
     const std::vector<PropertyValue> held = Overlay::read(id, request.set, request.property);
     if (held.empty()) {
         throw RequestError(fullName(definition) + " isn't set on " + request.globalId + '.');
@@ -162,7 +133,7 @@ void unsetProperty(const Arguments& arguments) {
     const Model model = Model::read(arguments.model);
     std::vector<ObjectEdit> edits;
     {
-        const Overlay overlay(model, readStore(arguments), "");
+        const Overlay overlay(model, readStore(arguments));
         for (const orv::Guid& id : request.objectsIn(model, arguments)) {
             if (!Overlay::read(id, request.set, request.property).empty()) {
                 edits.push_back(request.editOf(id, Form::Unset, {}));
@@ -189,7 +160,7 @@ void listEdits(const Arguments& arguments) {
         if (entry.edit.form != Form::Unset && filter.takesOwner(entry.id, object) &&
             filter.takesAct(entry.edit.author, time)) {
             rows.push_back({entry.id.toString(false), classOf(object), nameOf(object), entry.edit.set,
-                            entry.edit.property, joined(entry.edit), entry.edit.unit, entry.edit.author,
+                            entry.edit.property, editText(entry.edit), entry.edit.unit, entry.edit.author,
                             shownTime(time)});
         }
     }

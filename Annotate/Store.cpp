@@ -133,13 +133,6 @@ void Store::remove(const EnhancementBase& record) {
     writeAfter([&record] { return Enhancements::takeRecord(record) != nullptr; });
 }
 
-void Store::write(const std::function<bool()>& change) {
-    if (!added.empty()) {
-        write();
-    }
-    writeAfter(change);
-}
-
 void Store::writeAfter(const std::function<bool()>& change) {
     if (change()) {
         return;

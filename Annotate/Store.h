@@ -60,10 +60,6 @@ public:
     /// Takes the record out of the store and the file. Throws StoreError if that can't be done.
     void remove(const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase& record);
 
-    /// Writes what was made, and then does what changes records and writes the file and returns whether it could; again
-    /// if it couldn't while another program had the file locked. Throws StoreError if it can't be done.
-    void write(const std::function<bool()>& change);
-
     const std::filesystem::path& getPath() const { return path; }
 
 private:

@@ -25,7 +25,7 @@ LastCommand* findLast(const std::string& author) {
 /// A note or an edit that a command changed, as it stands now.
 class Subject {
 public:
-    Subject(const Notebook& notebook, const EditIndex& editIndex, const std::string& subject, const std::string& before,
+    Subject(const Notebook& notebook, EditIndex& editIndex, const std::string& subject, const std::string& before,
             const std::string& after)
         : edits(editIndex) {
         if (subject.starts_with(noteSubject)) {
@@ -78,7 +78,7 @@ public:
     const Note* getRemoved() const { return removed; }
 
 private:
-    const EditIndex& edits;
+    EditIndex& edits;
     std::string shown;
     std::string present;
     Note* note = nullptr;
@@ -89,7 +89,7 @@ private:
     bool isEdit = false;
 };
 
-std::vector<Subject> subjectsOf(const LastCommand& last, const Notebook& notebook, const EditIndex& edits) {
+std::vector<Subject> subjectsOf(const LastCommand& last, const Notebook& notebook, EditIndex& edits) {
     std::vector<Subject> subjects;
     const std::size_t count = std::min({last.subjects.size(), last.before.size(), last.after.size()});
     for (std::size_t number = 0; number < count; ++number) {
@@ -131,6 +131,10 @@ void ChangeLog::replace(const std::string& line, const orv::host::ObjectEdit& ed
         orv::host::lineOf(edit.edit));
 }
 
+void ChangeLog::remove(const std::string& line, const orv::Guid& id) {
+    log(std::string(editSubject) + id.toString(false), line, std::string(none));
+}
+
 std::string ChangeLog::subjectOf(const Note& note) {
     return std::string(noteSubject) + std::to_string(note.number.value_or(0));
 }
@@ -152,7 +156,7 @@ std::string undoLastCommand(Store& store, const std::string& author) {
                            store.getPath().string() + " that could be taken back.");
     }
     const Notebook notebook(store);
-    const EditIndex edits(Store::getRecords());
+    EditIndex edits(Store::getRecords());
     std::vector<Subject> subjects = subjectsOf(*last, notebook, edits);
     requireUnchanged(*last, subjects);
     for (std::size_t number = 0; number < subjects.size(); ++number) {

@@ -27,6 +27,9 @@ public:
     /// The edit takes the place of the one in the line, or of none if that is empty.
     void replace(const std::string& line, const orv::host::ObjectEdit& edit);
 
+    /// The edit in the line goes from the object.
+    void remove(const std::string& line, const orv::Guid& id);
+
 private:
     static std::string subjectOf(const Note& note);
     static std::string textOf(const Note& note);

@@ -83,7 +83,7 @@ TEST_F(ModelTest, findsTheFirstObjectOfAValidGlobalId) {
     orv::Guid wanted;
     ASSERT_TRUE(wanted.boSet(id));
     EXPECT_EQ(model.find(wanted), &model.getObjects().at(1));
-    const Overlay overlay(model, {}, "");
+    const Overlay overlay(model);
     orv::domain::shared::enhancementsforreferencemodel::PsetData values(false);
     values.setValue(wanted, "Pset_WallCommon", "FireRating", orv::object::PropertyValue("F90"));
     EXPECT_STREQ(values.getDb()->data().findByGuid(wanted)->className(), "IfcWall");

@@ -1,0 +1,129 @@
+#include "Annotate/CsvText.h"
+
+#include "Annotate/Arguments.h"
+#include "Xml/Utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <csv.h>
+#include <new>
+
+namespace annotate {
+
+namespace {
+
+/// Takes the first line off, with what ends it.
+std::string_view takeLine(std::string_view& text) {
+    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+    const std::string_view line = text.substr(0, end + (text.substr(end).starts_with("\r\n") ? 2 : 1));
+    text.remove_prefix(line.size());
+    return line;
+}
+
+/// The one that stands most often in the line, outside of quotation marks.
+char separatorIn(std::string_view line) {
+    constexpr std::array<char, 3> separators{',', ';', '\t'};
+    std::array<std::size_t, 3> counts{};
+    bool isQuoted = false;
+    for (const char character : line) {
+        isQuoted = isQuoted != (character == '"');
+        const auto* const found = std::find(separators.begin(), separators.end(), character);
+        if (found != separators.end() && !isQuoted) {
+            ++counts.at(static_cast<std::size_t>(found - separators.begin()));
+        }
+    }
+    return separators.at(static_cast<std::size_t>(std::max_element(counts.begin(), counts.end()) - counts.begin()));
+}
+
+bool isUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = orv::xml::decodeUtf8(text).length;
+        if (length == 0) {
+            return false;
+        }
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+/// The parser of libcsv with what it has read.
+class Parser {
+public:
+    explicit Parser(char separator) {
+        ::csv_init(&parser, CSV_STRICT | CSV_STRICT_FINI);
+        ::csv_set_delim(&parser, static_cast<unsigned char>(separator));
+    }
+    Parser(const Parser&) = delete;
+    Parser& operator=(const Parser&) = delete;
+    ~Parser() { ::csv_free(&parser); }
+
+    void parse(std::string_view line) {
+        ++lines;
+        begin = row.empty() && !isInRow() ? lines : begin;
+        require(::csv_parse(&parser, line.data(), line.size(), takeCell, takeRow, this) == line.size());
+    }
+
+    std::vector<CsvRow> finish() {
+        require(::csv_fini(&parser, takeCell, takeRow, this) == 0);
+        return std::move(rows);
+    }
+
+private:
+    /// Whether a cell is open, at the end of a line.
+    bool isInRow() const { return parser.quoted != 0; }
+
+    void require(bool isParsed) const {
+        if (isParsed) {
+            return;
+        }
+        if (::csv_error(&parser) != CSV_EPARSE) {
+            throw std::bad_alloc();
+        }
+        throw RequestError("Line " + std::to_string(begin) +
+                           ": a quotation mark isn't where one can be. A cell that has some stands in quotation marks "
+                           "as a whole, with those inside doubled.");
+    }
+
+    static void takeCell(void* cell, std::size_t size, void* self) {
+        static_cast<Parser*>(self)->row.emplace_back(static_cast<const char*>(cell), size);
+    }
+
+    static void takeRow(int /*end*/, void* self) {
+        auto& parser = *static_cast<Parser*>(self);
+        const auto isEmpty = [](const std::string& cell) { return cell.empty(); };
+        if (!std::all_of(parser.row.begin(), parser.row.end(), isEmpty)) {
+            parser.rows.push_back({parser.begin, std::move(parser.row)});
+        }
+        parser.row.clear();
+        parser.begin = parser.lines;
+    }
+
+    mutable ::csv_parser parser{};
+    std::size_t lines = 0;
+    std::size_t begin = 1; // of the row
+    std::vector<std::string> row;
+    std::vector<CsvRow> rows;
+};
+
+} // namespace
+
+std::vector<CsvRow> readCsv(std::string_view text) {
+    if (text.starts_with("\xEF\xBB\xBF")) {
+        text.remove_prefix(3);
+    }
+    std::string_view rest = text;
+    for (std::size_t number = 1; !rest.empty(); ++number) {
+        if (!isUtf8(takeLine(rest))) {
+            throw RequestError("Line " + std::to_string(number) +
+                               " isn't in UTF-8. Save the file in UTF-8, which spreadsheets call Unicode.");
+        }
+    }
+    rest = text;
+    Parser parser(separatorIn(takeLine(rest)));
+    while (!text.empty()) {
+        parser.parse(takeLine(text));
+    }
+    return parser.finish();
+}
+
+} // namespace annotate

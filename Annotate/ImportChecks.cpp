@@ -1,0 +1,110 @@
+#include "Annotate/ImportChecks.h"
+
+#include "Annotate/EditText.h"
+#include "Annotate/ModelUnits.h"
+
+namespace annotate {
+
+using orv::host::ObjectEdit;
+using orv::host::Outcome;
+using Form = orv::host::PropertyEdit::Form;
+
+std::optional<ObjectEdit> EditChecks::check(const ImportRow& row) {
+    const orv::Guid id = objectOf(row, arguments, model);
+    const Definition& definition = definitionOf(row);
+    ObjectEdit made{id, editIn(definition, row.value)};
+    const Outcome outcome = overlay.getEdits().check(id, made.edit);
+    if (!outcome) {
+        throw RequestError(explain(definition, outcome));
+    }
+    requireUnit(row, definition);
+    made.edit.unit = row.unit;
+    requireFirst(row, id);
+    if (isPresent(made)) {
+        return std::nullopt;
+    }
+    remark(row, definition, outcome);
+    return made;
+}
+
+const Definition& EditChecks::definitionOf(const ImportRow& row) {
+    auto [known, isNew] = definitions.try_emplace({row.set, row.property});
+    auto& [definition, refusal] = known->second;
+    if (isNew) {
+        try {
+            definition = &findDefinition(row.set, row.property);
+        } catch (const RequestError& error) {
+            refusal = error.what();
+        }
+    }
+    if (definition == nullptr) {
+        throw RequestError(refusal);
+    }
+    return *definition;
+}
+
+void EditChecks::requireUnit(const ImportRow& row, const Definition& definition) const {
+    if (row.unit.empty()) {
+        return;
+    }
+    const ModelUnit* const unit = units == nullptr ? nullptr : units->ofType(definition.valueType);
+    if (unit == nullptr || unit->symbol.empty()) {
+        throw RequestError("The model has no unit for " + fullName(definition) + ". Leave the unit empty.");
+    }
+    if (unit->symbol != row.unit) {
+        throw RequestError("The model's unit for " + fullName(definition) + " is " + unit->symbol + ", not " +
+                           row.unit + ". Give the value in that.");
+    }
+}
+
+void EditChecks::requireFirst(const ImportRow& row, const orv::Guid& id) {
+    const auto [known, isNew] =
+        linesOfProperties.try_emplace(id.toString(false) + row.set + '.' + row.property, row.line);
+    if (!isNew) {
+        throw RequestError(row.set + '.' + row.property + " of " + row.globalId + " is in line " +
+                           std::to_string(known->second) + " already.");
+    }
+}
+
+void EditChecks::remark(const ImportRow& row, const Definition& definition, const Outcome& outcome) {
+    for (const std::string& text : remarksOn(definition, outcome)) {
+        if (arguments.strict) {
+            throw RequestError(text);
+        }
+        LinesRemarked& lines = remarks[text];
+        lines.first = lines.count == 0 ? row.line : lines.first;
+        ++lines.count;
+    }
+}
+
+bool EditChecks::isPresent(const ObjectEdit& made) const {
+    const EditIndex::Entry* const entry = present.find(made.id, made.edit.set, made.edit.property);
+    if (entry == nullptr) {
+        return made.edit.form == Form::Unset;
+    }
+    return entry->edit.form == made.edit.form && editText(entry->edit) == editText(made.edit) &&
+           (made.edit.unit.empty() || made.edit.unit == entry->edit.unit);
+}
+
+orv::Guid objectOf(const ImportRow& row, const Arguments& arguments, const Model& model) {
+    const orv::Guid id = idOf(row.globalId);
+    if (model.find(id) == nullptr) {
+        throw notInModel(arguments, row.globalId);
+    }
+    return id;
+}
+
+Note noteIn(const ImportRow& row, const Arguments& arguments, const Model& model) {
+    Note note;
+    note.ownerId = objectOf(row, arguments, model);
+    note.text = row.text;
+    if (row.text.empty()) {
+        throw RequestError("The note has no text.");
+    }
+    if (!row.priority.empty() && !orv::host::take(row.priority, note.priority)) {
+        throw RequestError("The priority \"" + row.priority + "\" isn't a whole number.");
+    }
+    return note;
+}
+
+} // namespace annotate

@@ -1,0 +1,194 @@
+#include "Annotate/Commands.h"
+#include "Annotate/EditWriting.h"
+#include "Annotate/ImportChecks.h"
+#include "Annotate/Interruption.h"
+#include "Annotate/ModelDetails.h"
+#include "Annotate/Notes.h"
+#include "Annotate/ProgressBar.h"
+#include "Annotate/Terminal.h"
+#include "Annotate/Undo.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <set>
+#include <sstream>
+#include <system_error>
+#include <tuple>
+#include <utility>
+
+namespace annotate {
+
+using orv::host::ObjectEdit;
+
+namespace {
+
+std::string readText(const std::filesystem::path& path) {
+    std::ifstream file;
+    std::error_code ignored;
+    const bool isStandardInput = path == "-";
+    errno = std::filesystem::is_directory(path, ignored) ? EISDIR : 0;
+    if (!isStandardInput && errno == 0) {
+        file.open(path, std::ios::binary);
+    }
+    std::ostringstream text;
+    std::istream& stream = isStandardInput ? std::cin : file;
+    if (isStandardInput || file.is_open()) {
+        std::copy(std::istreambuf_iterator<char>(stream), {}, std::ostreambuf_iterator<char>(text));
+    }
+    if (errno != 0) {
+        throw RequestError(path.string() + " can't be read (" + std::generic_category().message(errno) + ").");
+    }
+    return text.str();
+}
+
+ImportRows readRows(const std::filesystem::path& path) {
+    ImportRows read = readImportRows(readText(path));
+    if (read.rows.empty() && read.refused.empty()) {
+        throw RequestError(path.string() + " has nothing below its header.");
+    }
+    if (!read.leftOut.empty()) {
+        std::string names;
+        for (const std::string& name : read.leftOut) {
+            names += (names.empty() ? "" : ", ") + name;
+        }
+        std::cerr << "annotate: Not imported, by the header: " << printable(names) << ".\n";
+    }
+    return read;
+}
+
+std::string countOf(std::size_t count, const std::string& what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
+/// An import under way: the rows of a file, and which lines are refused.
+class Import {
+public:
+    explicit Import(const Arguments& usersArguments) : arguments(usersArguments), file(readRows(arguments.file)) {}
+
+    const ImportRows& getFile() const { return file; }
+
+    /// Takes each row; one for which that throws RequestError is refused. Throws if nothing is to be stored then.
+    template <typename Action>
+    void takeRows(const Action& take) {
+        ProgressBar bar("Checking the lines:", file.rows.size());
+        for (const ImportRow& row : file.rows) {
+            try {
+                take(row);
+                ++taken;
+            } catch (const RequestError& error) {
+                file.refused.push_back({row.line, error.what()});
+            }
+            bar.step();
+        }
+        std::stable_sort(file.refused.begin(), file.refused.end(),
+                         [](const RefusedLine& a, const RefusedLine& b) { return a.line < b.line; });
+        if (!file.refused.empty() && (!arguments.keepGoing || taken == 0)) {
+            printRefused();
+            throw RequestError("Nothing was stored.");
+        }
+    }
+
+    /// Stores what the rows come to, of which so much is new, and says so.
+    template <typename Action>
+    void store(const std::string& what, std::size_t count, const Action& write) {
+        std::string sentence = "Nothing was stored.";
+        if (count > 0) {
+            interruption.hold();
+            write();
+            sentence = countOf(count, what) + (count == 1 ? " is" : " are") + " stored in " +
+                       storePath(arguments).string() + '.';
+        }
+        if (const std::size_t present = taken - count; present > 0) {
+            sentence += ' ' + std::to_string(present) + (present == 1 ? " was" : " were") + " there already.";
+        }
+        printStored(sentence);
+        interruption.release();
+    }
+
+    /// Says what wasn't stored. Throws if there is something.
+    void finish() const {
+        if (!file.refused.empty()) {
+            printRefused();
+            throw RequestError(std::to_string(file.refused.size()) + " of " +
+                               countOf(taken + file.refused.size(), "line") + " weren't imported.");
+        }
+    }
+
+private:
+    void printRefused() const {
+        for (const RefusedLine& refused : file.refused) {
+            std::cerr << "annotate: Line " << refused.line << ": " << printable(refused.reason) << '\n';
+        }
+    }
+
+    const Arguments& arguments;
+    Interruption interruption;
+    ImportRows file;
+    std::size_t taken = 0;
+};
+
+void importEdits(const Arguments& arguments, Import& import, const Model& model, const ModelUnits* units) {
+    Store store(storePath(arguments));
+    EditIndex present(Store::getRecords());
+    EditChecks checks(arguments, model, units, present);
+    std::vector<ObjectEdit> edits;
+    import.takeRows([&](const ImportRow& row) {
+        if (auto edit = checks.check(row)) {
+            edits.push_back(*std::move(edit));
+}
+} // namespace
+);
+    import.store("edit", edits.size(),
+                 [&] { writeEdits(store, authorOf(arguments), arguments.command, present, edits);
+    } // namespace annotate
+);
+for (const auto& [remark, lines] : checks.getRemarks()) {
+    std::cerr << "annotate: " << printable(remark) << " (" << countOf(lines.count, "line") << ", the first is "
+              << lines.first << ")\n";
+}
+import.finish();
+}
+
+void importNotes(const Arguments& arguments, Import& import, const Model& model) {
+    Store store(storePath(arguments));
+    Notebook notebook(store);
+    std::set<std::tuple<std::string, std::string, int>> present;
+    const auto isNew = [&present](const Note& note) {
+        return present.emplace(note.ownerId.toString(false), note.text, note.priority).second;
+    };
+    std::for_each(notebook.getNotes().begin(), notebook.getNotes().end(), [&](const Note* note) { isNew(*note); });
+    std::vector<Note> notes;
+    import.takeRows([&](const ImportRow& row) {
+        if (Note note = noteIn(row, arguments, model); isNew(note)) {
+        notes.push_back(std::move(note));
+    }
+});
+    import.store("note", notes.size(), [&] {
+        const std::string author = authorOf(arguments);
+    ChangeLog log(store, author, arguments.command);
+    std::for_each(notes.begin(), notes.end(), [&](const Note& note) { log.add(notebook.add(note, author)); });
+    store.write();
+    });
+    import.finish();
+    }
+
+    } // namespace
+
+    void importFile(const Arguments& arguments) {
+        Import import(arguments);
+        const std::vector<ImportRow>& rows = import.getFile().rows;
+        if (std::any_of(rows.begin(), rows.end(), [](const ImportRow& row) { return !row.unit.empty(); })) {
+            const ModelDetails details = ModelDetails::read(arguments.model);
+            return importEdits(arguments, import, details.getModel(), &details.getUnits());
+        }
+        const Model model = Model::read(arguments.model);
+        if (import.getFile().areNotes) {
+            return importNotes(arguments, import, model);
+        }
+        importEdits(arguments, import, model, nullptr);
+    }
+
+    } // namespace annotate
