@@ -133,7 +133,9 @@ CLI::App* addEditCommand(CLI::App& app, const std::string& name, const std::stri
 }
 
 void addPropertyCommands(CLI::App& app, Arguments& arguments) {
-    CLI::App* get = addStoreCommand(app, "get", "Show what was set on an object's property", arguments, getProperty);
+    CLI::App* get =
+        addStoreCommand(app, "get", "Show the value of an object's property, that of the model or what was set",
+                        arguments, getProperty);
     get->add_option("WORDS", arguments.words, "GLOBALID PSET PROPERTY, as in Pset_WallCommon FireRating")
         ->required()
         ->check(refuseEmpty);
@@ -199,8 +201,9 @@ void addCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* objects = addModelCommand(app, "objects", "List the objects of the model", arguments, listObjects);
     addObjectFilters(objects, arguments);
     addListing(objects, arguments);
-    CLI::App* show = addModelCommand(app, "show", "Show objects with their places, types and the model's own values",
-                                     arguments, showObjects);
+    CLI::App* show = addStoreCommand(
+        app, "show", "Show objects with their places, types, notes and values, the model's and those set on them",
+        arguments, showObjects);
     show->add_option("GLOBALID", arguments.globalIds, "The objects")->required()->check(refuseEmpty);
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);

@@ -79,11 +79,16 @@ PropertyEdit editIn(const Definition& definition, const std::string& text) {
     return edit;
 }
 
-std::string editText(const PropertyEdit& edit) {
+std::vector<PropertyValue> valuesInOrder(const PropertyEdit& edit) {
     std::vector<PropertyValue> values = edit.values;
     if (edit.form == Form::Bounded) {
         std::swap(values[0], values[1]);
     }
+    return values;
+}
+
+std::string editText(const PropertyEdit& edit) {
+    const std::vector<PropertyValue> values = valuesInOrder(edit);
     std::string text;
     for (std::size_t place = 0; place < values.size(); ++place) {
         const bool isDefined = edit.form == Form::Table && place % 2 == 1;

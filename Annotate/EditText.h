@@ -18,6 +18,9 @@ std::vector<orv::object::PropertyValue> boundsIn(const Definition& definition, s
 /// form, or the property takes no value.
 orv::host::PropertyEdit editIn(const Definition& definition, const std::string& text);
 
+/// The values that the edit sets the property to, in the order of that form.
+std::vector<orv::object::PropertyValue> valuesInOrder(const orv::host::PropertyEdit& edit);
+
 /// What the edit sets the property to, in that form.
 std::string editText(const orv::host::PropertyEdit& edit);
 

@@ -1,12 +1,9 @@
 #include "Annotate/Commands.h"
 #include "Annotate/Definitions.h"
-#include "Annotate/EditIndex.h"
 #include "Annotate/EditRequest.h"
 #include "Annotate/EditText.h"
 #include "Annotate/Overlay.h"
 #include "Annotate/Store.h"
-#include "Annotate/Table.h"
-#include "Annotate/ValueText.h"
 
 #include <algorithm>
 #include <utility>
@@ -82,29 +79,6 @@ void makeEdits(const Arguments& arguments, const EditRequest& request, Form form
 
 } // namespace
 
-void getProperty(const Arguments& arguments) {
-    const EditRequest request(arguments, 0, 0);
-    const Definition& definition = findDefinition(request.set, request.property);
-    const Model model = Model::read(arguments.model);
-    const orv::Guid id = request.objectsIn(model, arguments).front();
-    const Overlay overlay(model, readStore(arguments));
-    const std::vector<PropertyValue> held = Overlay::read(id, request.set, request.property);
-    if (held.empty()) {
-        throw RequestError(fullName(definition) + " isn't set on " + request.globalId + '.');
-    }
-    const bool isTable = definition.kind == PropertyKind::Table;
-    std::vector<Row> rows;
-    for (std::size_t place = 0; place < held.size(); ++place) {
-        if (isTable && place % 2 == 1) {
-            rows.back().push_back(valueText(held[place]));
-        } else {
-            rows.push_back({valueText(held[place])});
-        }
-    }
-    printTable(arguments, isTable ? std::vector<Column>{{"Defining"}, {"Defined"}} : std::vector<Column>{{"Value"}},
-               rows);
-}
-
 void setProperty(const Arguments& arguments) {
     const EditRequest request(arguments, hasBounds(arguments) ? 0 : 1, hasBounds(arguments) ? 0 : 1);
     const Definition& definition = definitionFor(request, "set");
@@ -145,29 +119,6 @@ void unsetProperty(const Arguments& arguments) {
                            (request.globalId.empty() ? "any of the objects" : request.globalId) + '.');
     }
     makeEdits(arguments, model, std::move(edits));
-}
-
-void listEdits(const Arguments& arguments) {
-    const Filter filter(arguments);
-    const Model model = Model::read(arguments.model);
-    const Records records = readStore(arguments);
-    const EditIndex index(records);
-    std::vector<Row> rows;
-    for (const EditIndex::Entry& entry : index.getEntries()) {
-        const ModelObject* const object = model.find(entry.id);
-        const std::optional<Time> time =
-            entry.edit.time == Time() ? std::nullopt : std::optional<Time>(entry.edit.time);
-        if (entry.edit.form != Form::Unset && filter.takesOwner(entry.id, object) &&
-            filter.takesAct(entry.edit.author, time)) {
-            rows.push_back({entry.id.toString(false), classOf(object), nameOf(object), entry.edit.set,
-                            entry.edit.property, editText(entry.edit), entry.edit.unit, entry.edit.author,
-                            shownTime(time)});
-        }
-    }
-    printTable(
-        arguments,
-        {{"GlobalId"}, {"Class"}, {"Name"}, {"Property set"}, {"Property"}, {"Value"}, {"Unit"}, {"Author"}, {"Time"}},
-        rows);
 }
 
 } // namespace annotate

@@ -1,9 +1,14 @@
 #include "Annotate/Commands.h"
+#include "Annotate/EditText.h"
+#include "Annotate/Filter.h"
+#include "Annotate/MergedValues.h"
 #include "Annotate/ModelDetails.h"
+#include "Annotate/Notes.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
 #include "FoundationClasses/IfcClass.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace annotate {
@@ -24,7 +29,20 @@ std::string shown(const std::vector<const ModelObject*>& place) {
     return text;
 }
 
-void printHead(const ModelDetails& details, const ModelObject& object) {
+/// As in "Note 3: Is it load-bearing? (open, priority 2, Anna, 2026-01-31T12:00:00Z)".
+std::string shown(std::int64_t number, const Note& note) {
+    std::string text = "Note " + std::to_string(number) + ": " + printable(note.text) + " (" +
+                       (note.resolved ? "resolved" : "open") + ", priority " + std::to_string(note.priority);
+    if (!note.author.empty()) {
+        text += ", " + printable(note.author);
+    }
+    if (note.made) {
+        text += ", " + shownTime(note.made);
+    }
+    return text + ')';
+}
+
+void printHead(const ModelDetails& details, const ModelObject& object, const Records& records) {
     std::cout << shown(object) << "\nGlobalId: " << printable(object.globalId) << '\n';
     if (const auto place = details.placeOf(object); !place.empty()) {
         std::cout << "Place: " << shown(place) << '\n';
@@ -32,18 +50,39 @@ void printHead(const ModelDetails& details, const ModelObject& object) {
     if (const ModelObject* const type = details.typeOf(object)) {
         std::cout << "Type: " << shown(*type) << ", " << printable(type->globalId) << '\n';
     }
+    for (const auto& [number, note] : numberedNotes(records)) {
+        if (details.getModel().find(note->ownerId) == &object) {
+            std::cout << shown(number, *note) << '\n';
+        }
+    }
 }
 
-void printValues(const Arguments& arguments, const std::vector<ModelSet>& sets) {
+/// The columns of the users' own are there if there is something in them.
+void printValues(const Arguments& arguments, const std::vector<MergedProperty>& properties, const ModelUnits& units) {
+    const bool isEdited = std::any_of(properties.begin(), properties.end(),
+                                      [](const MergedProperty& property) { return property.edit != nullptr; });
+    std::vector<Column> columns = {{"Set"}, {"Property"}, {"Value"}, {"Unit"}, {"From"}};
+    if (isEdited) {
+        columns.insert(columns.end(), {{"Yours"}, {"Compared"}});
+    }
     std::vector<Row> rows;
-    for (const ModelSet& set : sets) {
-        for (const ModelProperty& property : set.properties) {
-            rows.push_back(
-                {set.name, property.name, valuesText(property), unitText(property), property.isFromType ? "type" : ""});
+    for (const MergedProperty& property : properties) {
+        const ModelProperty* const model = property.model;
+        Row& row = rows.emplace_back(Row{property.set, property.name, model == nullptr ? "" : valuesText(*model),
+                                         model == nullptr ? unitOf(property, units) : unitText(*model),
+                                         model != nullptr && model->isFromType ? "type" : ""});
+        if (isEdited) {
+            row.insert(row.end(), {property.edit == nullptr ? "" : editText(property.edit->edit),
+                                   std::string(comparisonOf(property))});
         }
     }
     if (!rows.empty()) {
-        printTable(arguments, {{"Set"}, {"Property"}, {"Value"}, {"Unit"}, {"From"}}, rows);
+        printTable(arguments, columns, rows);
+    }
+    for (const MergedProperty& property : properties) {
+        if (const std::string sentence = changedUnit(property, units); !sentence.empty()) {
+            std::cerr << "annotate: " << printable(sentence) << '\n';
+        }
     }
 }
 
@@ -51,6 +90,8 @@ void printValues(const Arguments& arguments, const std::vector<ModelSet>& sets) 
 
 void showObjects(const Arguments& arguments) {
     const ModelDetails details = ModelDetails::read(arguments.model);
+    const Records records = readStore(arguments);
+    const EditIndex edits(records);
     std::vector<const ModelObject*> wanted;
     for (const std::string& globalId : arguments.globalIds) {
         wanted.push_back(details.getModel().find(idOf(globalId)));
@@ -61,8 +102,9 @@ void showObjects(const Arguments& arguments) {
     std::string_view separator;
     for (const ModelObject* const object : wanted) {
         std::cout << separator;
-        printHead(details, *object);
-        printValues(arguments, details.setsOf(*object));
+        printHead(details, *object, records);
+        const std::vector<ModelSet> sets = details.setsOf(*object);
+        printValues(arguments, merged(sets, edits.of(idOf(object->globalId))), details.getUnits());
         separator = "\n";
     }
 }

@@ -91,6 +91,10 @@ void printJson(const std::vector<Column>& columns, const std::vector<Row>& rows)
 
 } // namespace
 
+bool isForReaders(const Arguments& arguments) {
+    return !arguments.csv && !arguments.json && ::isatty(STDOUT_FILENO) != 0;
+}
+
 void printTable(const Arguments& arguments, const std::vector<Column>& columns, const std::vector<Row>& rows) {
     if (arguments.json) {
         return printJson(columns, rows);
@@ -101,7 +105,7 @@ void printTable(const Arguments& arguments, const std::vector<Column>& columns, 
         return printCsv(shown);
     }
     std::transform(rows.begin(), rows.end(), std::back_inserter(shown), printableRow);
-    if (::isatty(STDOUT_FILENO) != 0) {
+    if (isForReaders(arguments)) {
         return printAligned(shown);
     }
     std::for_each(shown.begin() + 1, shown.end(), [](const Row& row) { printSeparated(row, '\t'); });

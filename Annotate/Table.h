@@ -14,6 +14,9 @@ struct Column {
     bool isNumber = false; ///< Its texts are numbers, or empty.
 };
 
+/// Whether standard output is a terminal in which somebody reads what is printed as sentences and tables.
+bool isForReaders(const Arguments& arguments);
+
 /// Writes the rows to standard output: in a terminal as a table with the header and aligned columns, elsewhere one line
 /// a row, with tabs between the columns and no header, both with texts as printable makes them. With --csv as RFC 4180
 /// has it, with a header; with --json as an array of objects, in which what is no UTF-8 is replaced.

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Annotate/EditIndex.h"
+#include "Annotate/ModelDetails.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace annotate {
+
+/// A property of an object, as the model has it and as a user set it.
+struct MergedProperty {
+    std::string set;
+    std::string name;
+    const ModelProperty* model = nullptr;   ///< Null if the model doesn't have it.
+    const EditIndex::Entry* edit = nullptr; ///< Null if nobody set it, or somebody unset it since.
+};
+
+/// The properties of the sets in their order, each with the edit on it. What only edits have stands behind the others
+/// of its set, or behind the other sets. Refers to what is given.
+std::vector<MergedProperty> merged(const std::vector<ModelSet>& sets,
+                                   const std::vector<const EditIndex::Entry*>& edits);
+
+/// The property of that name; one with two null pointers if there is none.
+MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const std::vector<const EditIndex::Entry*>& edits,
+                              std::string_view set, std::string_view name);
+
+/// How the edit stands to the model's value: "new", "same" or "differs"; empty without an edit.
+std::string_view comparisonOf(const MergedProperty& property);
+
+/// The unit of what holds: that in which the user gave the values, otherwise that of the model's, or that which the
+/// model has for the values of such a property. Empty if there is none, or none is known.
+std::string unitOf(const MergedProperty& property, const ModelUnits& units);
+
+/// That the model's unit isn't the edit's any more, in a sentence; empty if it is.
+std::string changedUnit(const MergedProperty& property, const ModelUnits& units);
+
+} // namespace annotate
