@@ -42,6 +42,7 @@ struct Arguments {
     std::string lower;
     std::string upper;
     std::string setPoint;
+    std::string unit; ///< Of the values that are given; empty: the model's.
     bool strict = false;
     bool keepGoing = false;
     std::filesystem::path file; ///< That is imported; "-" for standard input.

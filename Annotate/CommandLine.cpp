@@ -132,6 +132,14 @@ CLI::App* addEditCommand(CLI::App& app, const std::string& name, const std::stri
     return added;
 }
 
+void addUnit(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option("--unit", arguments.unit,
+                     "The unit of the numbers, as in cm; they are converted to the model's, in which those without one "
+                     "are. It may stand behind a number as well, as in '24 cm'")
+        ->check(refuseEmpty);
+}
+
 void addPropertyCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* get =
         addStoreCommand(app, "get", "Show the value of an object's property, that of the model or what was set",
@@ -148,8 +156,11 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
     set->add_option("--upper", arguments.upper, "The upper bound, in place of VALUE")->check(refuseEmpty);
     set->add_option("--set-point", arguments.setPoint, "The set point, in place of VALUE")->check(refuseEmpty);
 
-    addEditCommand(app, "set-list", "Set a list property", arguments, setListProperty,
-                   "[GLOBALID] PSET PROPERTY VALUE ..., the values in order");
+    addUnit(set, arguments);
+
+    addUnit(addEditCommand(app, "set-list", "Set a list property", arguments, setListProperty,
+                           "[GLOBALID] PSET PROPERTY VALUE ..., the values in order"),
+            arguments);
     addEditCommand(app, "set-table", "Set a table property", arguments, setTableProperty,
                    "[GLOBALID] PSET PROPERTY DEFINING DEFINED ..., a pair for each row");
     addEditCommand(app, "unset", "Take back what was set on a property", arguments, unsetProperty,

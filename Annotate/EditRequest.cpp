@@ -97,16 +97,6 @@ std::vector<orv::Guid> EditRequest::objectsIn(const Model& model, const Argument
     return ids;
 }
 
-ObjectEdit EditRequest::editOf(const orv::Guid& id, PropertyEdit::Form form,
-                               std::vector<orv::object::PropertyValue> held) const {
-    ObjectEdit made{id, {}};
-    made.edit.set = set;
-    made.edit.property = property;
-    made.edit.form = form;
-    made.edit.values = std::move(held);
-    return made;
-}
-
 void makeEdits(const Arguments& arguments, const Model& model, std::vector<ObjectEdit> edits) {
     const std::filesystem::path path = storePath(arguments);
     const std::string author = authorOf(arguments);

@@ -22,10 +22,6 @@ struct EditRequest {
 
     /// The ids of the objects. Throws RequestError if there are none in the model.
     std::vector<orv::Guid> objectsIn(const Model& model, const Arguments& arguments) const;
-
-    /// The edit of that form, for the object.
-    orv::host::ObjectEdit editOf(const orv::Guid& id, orv::host::PropertyEdit::Form form,
-                                 std::vector<orv::object::PropertyValue> held) const;
 };
 
 /// Stores the edits of the command and makes them, all or none, and says so. With --keep-going those that can be made

@@ -2,8 +2,10 @@
 #include "Annotate/Definitions.h"
 #include "Annotate/EditRequest.h"
 #include "Annotate/EditText.h"
+#include "Annotate/ModelDetails.h"
 #include "Annotate/Overlay.h"
 #include "Annotate/Store.h"
+#include "Annotate/UnitEntry.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,9 +13,10 @@
 namespace annotate {
 
 using orv::host::ObjectEdit;
+using orv::host::PropertyEdit;
 using orv::ifc::def::xml::PropertyKind;
 using orv::object::PropertyValue;
-using Form = orv::host::PropertyEdit::Form;
+using Form = PropertyEdit::Form;
 
 namespace {
 
@@ -66,15 +69,29 @@ std::vector<PropertyValue> valuesOf(const Arguments& arguments, const EditReques
                      : std::vector<PropertyValue>{request.values.front()};
 }
 
-/// Makes the same edit of all the objects.
-void makeEdits(const Arguments& arguments, const EditRequest& request, Form form,
-               const std::vector<PropertyValue>& values) {
-    const Model model = Model::read(arguments.model);
+void makeEdits(const Arguments& arguments, const Model& model, const EditRequest& request, const PropertyEdit& edit) {
     std::vector<ObjectEdit> edits;
     for (const orv::Guid& id : request.objectsIn(model, arguments)) {
-        edits.push_back(request.editOf(id, form, values));
+        edits.push_back({id, edit});
     }
     makeEdits(arguments, model, std::move(edits));
+}
+
+/// Makes the same edit of all the objects.
+void makeEdits(const Arguments& arguments, const EditRequest& request, const Definition& definition, Form form,
+               std::vector<PropertyValue> values) {
+    PropertyEdit edit;
+    edit.set = request.set;
+    edit.property = request.property;
+    edit.form = form;
+    if (isMeasured(definition) || !arguments.unit.empty()) {
+        const ModelDetails details = ModelDetails::read(arguments.model);
+        edit.unit = takeUnits(definition, details.getUnits(), arguments.unit, values);
+        edit.values = std::move(values);
+        return makeEdits(arguments, details.getModel(), request, edit);
+    }
+    edit.values = std::move(values);
+    makeEdits(arguments, Model::read(arguments.model), request, edit);
 }
 
 } // namespace
@@ -83,13 +100,14 @@ void setProperty(const Arguments& arguments) {
     const EditRequest request(arguments, hasBounds(arguments) ? 0 : 1, hasBounds(arguments) ? 0 : 1);
     const Definition& definition = definitionFor(request, "set");
     const std::vector<PropertyValue> values = valuesOf(arguments, request, definition);
-    makeEdits(arguments, request, definition.kind == PropertyKind::Bounded ? Form::Bounded : Form::Single, values);
+    makeEdits(arguments, request, definition, definition.kind == PropertyKind::Bounded ? Form::Bounded : Form::Single,
+              values);
 }
 
 void setListProperty(const Arguments& arguments) {
     const EditRequest request(arguments, 1, any);
-    definitionFor(request, "set-list");
-    makeEdits(arguments, request, Form::List, {request.values.begin(), request.values.end()});
+    makeEdits(arguments, request, definitionFor(request, "set-list"), Form::List,
+              {request.values.begin(), request.values.end()});
 }
 
 void setTableProperty(const Arguments& arguments) {
@@ -97,8 +115,8 @@ void setTableProperty(const Arguments& arguments) {
     if (request.values.size() % 2 != 0) {
         throw UsageError("A table takes pairs: DEFINING DEFINED [DEFINING DEFINED ...]");
     }
-    definitionFor(request, "set-table");
-    makeEdits(arguments, request, Form::Table, {request.values.begin(), request.values.end()});
+    makeEdits(arguments, request, definitionFor(request, "set-table"), Form::Table,
+              {request.values.begin(), request.values.end()});
 }
 
 void unsetProperty(const Arguments& arguments) {
@@ -110,7 +128,7 @@ void unsetProperty(const Arguments& arguments) {
         const Overlay overlay(model, readStore(arguments));
         for (const orv::Guid& id : request.objectsIn(model, arguments)) {
             if (!Overlay::read(id, request.set, request.property).empty()) {
-                edits.push_back(request.editOf(id, Form::Unset, {}));
+                edits.push_back({id, {request.set, request.property, Form::Unset}});
             }
         }
     }

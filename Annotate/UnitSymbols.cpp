@@ -129,6 +129,13 @@ const SiPrefix* SiPrefix::find(std::string_view name) {
     return rowOf(prefixes, name);
 }
 
+const SiPrefix* prefixOfSymbol(const SiUnitName& unit, std::string_view symbol) {
+    const auto* const found = std::find_if(std::begin(prefixes), std::end(prefixes), [&](const SiPrefix& prefix) {
+        return raised(std::string(prefix.symbol).append(unit.symbol), unit.power) == symbol;
+    });
+    return found == std::end(prefixes) ? nullptr : found;
+}
+
 std::string symbolOfName(const std::string& name) {
     const NamedSymbol* const found = rowOf(namedSymbols, name);
     return found == nullptr ? name : std::string(found->symbol);

@@ -27,6 +27,9 @@ struct SiPrefix {
     static const SiPrefix* find(std::string_view name);
 };
 
+/// The prefix with which the unit has that symbol, as MILLI for mm² of SQUARE_METRE; null if there is none.
+const SiPrefix* prefixOfSymbol(const SiUnitName& unit, std::string_view symbol);
+
 /// The symbol of a unit that is known by a name like "FOOT" or "square foot"; the name itself if it isn't known.
 std::string symbolOfName(const std::string& name);
 

@@ -1,0 +1,197 @@
+#include "Annotate/UnitEntry.h"
+
+#include "Annotate/Arguments.h"
+#include "Annotate/UnitSymbols.h"
+#include "Annotate/ValueText.h"
+#include "FoundationClasses/FcValueType.h"
+#include "Host/FieldText.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <iterator>
+#include <numbers>
+#include <optional>
+
+namespace annotate {
+
+using orv::ifc::def::xml::PropertyKind;
+using orv::object::PropertyValue;
+
+namespace {
+
+/// The units of the SI for values of a kind.
+struct SiKind {
+    std::string_view kind;
+    std::string_view unit; ///< As IFC calls it.
+};
+
+constexpr SiKind siKinds[] = {
+    {"AREAUNIT", "SQUARE_METRE"},
+    {"ELECTRICCURRENTUNIT", "AMPERE"},
+    {"ELECTRICVOLTAGEUNIT", "VOLT"},
+    {"ENERGYUNIT", "JOULE"},
+    {"FORCEUNIT", "NEWTON"},
+    {"FREQUENCYUNIT", "HERTZ"},
+    {"ILLUMINANCEUNIT", "LUX"},
+    {"LENGTHUNIT", "METRE"},
+    {"LUMINOUSFLUXUNIT", "LUMEN"},
+    {"MASSUNIT", "GRAM"},
+    {"PLANEANGLEUNIT", "RADIAN"},
+    {"POWERUNIT", "WATT"},
+    {"PRESSUREUNIT", "PASCAL"},
+    {"THERMODYNAMICTEMPERATUREUNIT", "DEGREE_CELSIUS"},
+    {"THERMODYNAMICTEMPERATUREUNIT", "KELVIN"},
+    {"TIMEUNIT", "SECOND"},
+    {"VOLUMEUNIT", "CUBIC_METRE"},
+};
+
+/// A unit beside the SI, by its exact definition.
+struct OtherUnit {
+    std::string_view kind;
+    std::string_view symbol;
+    double factor; ///< To the coherent unit of the SI.
+};
+
+constexpr double inch = 0.0254;
+constexpr double foot = 12 * inch;
+
+constexpr OtherUnit otherUnits[] = {
+    {"AREAUNIT", "ft²", foot* foot},
+    {"AREAUNIT", "ha", 1e4},
+    {"AREAUNIT", "in²", inch* inch},
+    {"ENERGYUNIT", "kWh", 3.6e6},
+    {"LENGTHUNIT", "ft", foot},
+    {"LENGTHUNIT", "in", inch},
+    {"LENGTHUNIT", "mi", 5280 * foot},
+    {"LENGTHUNIT", "yd", 3 * foot},
+    {"MASSUNIT", "lb", 0.45359237},
+    {"MASSUNIT", "t", 1e3},
+    {"PLANEANGLEUNIT", "°", std::numbers::pi / 180},
+    {"PRESSUREUNIT", "bar", 1e5},
+    {"TIMEUNIT", "d", 86400},
+    {"TIMEUNIT", "h", 3600},
+    {"TIMEUNIT", "min", 60},
+    {"VOLUMEUNIT", "L", 1e-3},
+    {"VOLUMEUNIT", "ft³", foot* foot* foot},
+};
+
+/// The symbol as people write it on a keyboard or not: W/m2K as well as W/(m²·K), um as well as µm.
+std::string spelledAlike(std::string_view symbol) {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 12> spellings{{{"·", ""},
+                                                                                       {"*", ""},
+                                                                                       {".", ""},
+                                                                                       {"^", ""},
+                                                                                       {" ", ""},
+                                                                                       {"(", ""},
+                                                                                       {")", ""},
+                                                                                       {"2", "²"},
+                                                                                       {"3", "³"},
+                                                                                       {"μ", "µ"}, // Greek, micro
+                                                                                       {"deg", "°"},
+                                                                                       {"Ω", "Ω"}}}; // Ohm, Greek
+    std::string text;
+    while (!symbol.empty()) {
+        const auto* const found = std::find_if(spellings.begin(), spellings.end(),
+                                               [&](const auto& each) { return symbol.starts_with(each.first); });
+        text += found == spellings.end() ? symbol.substr(0, 1) : found->second;
+        symbol.remove_prefix(found == spellings.end() ? 1 : found->first.size());
+    }
+    return text;
+}
+
+/// The unit of the kind with that symbol; nothing if none is known.
+std::optional<ModelUnit> unitOfSymbol(std::string_view kind, const std::string& symbol) {
+    for (const SiKind& each : siKinds) {
+        const SiUnitName* const unit = each.kind == kind ? SiUnitName::find(each.unit) : nullptr;
+        if (const SiPrefix* const prefix = unit == nullptr ? nullptr : prefixOfSymbol(*unit, symbol)) {
+            return ModelUnit{symbol, true, std::pow(prefix->factor, unit->power) * unit->factor, unit->offset};
+        }
+    }
+    const auto* const other = std::find_if(std::begin(otherUnits), std::end(otherUnits), [&](const OtherUnit& each) {
+        return each.kind == kind && each.symbol == symbol;
+    });
+    if (other != std::end(otherUnits)) {
+        return ModelUnit{symbol, true, other->factor};
+    }
+    if (spelledAlike(coherentSymbol(kind)) == symbol) {
+        return ModelUnit{symbol, true};
+    }
+    return std::nullopt;
+}
+
+/// The number with 15 digits, so that 3 ft are 0.9144 m.
+double rounded(double number) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.15g", number); // NOLINT(*-vararg)
+    orv::host::take(text.data(), number);
+    return number;
+}
+
+/// A number and what stands behind it.
+struct Measured {
+    double number = 0;
+    std::string unit;
+};
+
+/// A letter, a sign like ° or %; not what a number in another notation goes on with.
+bool mayBeginUnit(char character) {
+    const char lower = static_cast<char>(character | 0x20);
+    return (lower >= 'a' && lower <= 'z') || character == '%' || (character & 0x80) != 0;
+}
+
+/// Nothing if the text isn't a number with or without a unit.
+std::optional<Measured> measuredIn(const std::string& text) {
+    const std::size_t end = text.find_first_not_of("+-.0123456789eE");
+    for (std::size_t length = std::min(end, text.size()); length > 0; --length) { // an e may belong to the unit
+        Measured measured;
+        if (orv::host::take(text.substr(0, length), measured.number)) {
+            const std::size_t begin = std::min(text.find_first_not_of(' ', length), text.size());
+            measured.unit = text.substr(begin);
+            return measured.unit.empty() || mayBeginUnit(measured.unit.front()) ? std::optional(measured)
+                                                                                : std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+bool isMeasured(const Definition& definition) {
+    const auto* const type = orv::fc::FcValueType::find(definition.valueType);
+    return definition.kind != PropertyKind::Table && type != nullptr && type->content == orv::fc::FcContent::Real &&
+           !unitKind(definition.valueType).empty();
+}
+
+std::string takeUnits(const Definition& definition, const ModelUnits& units, const std::string& named,
+                      std::vector<PropertyValue>& values) {
+    const ModelUnit* const unit = isMeasured(definition) ? units.ofType(definition.valueType) : nullptr;
+    for (PropertyValue& value : values) {
+        const auto measured = value.isEmpty() ? std::nullopt : measuredIn(valueText(value));
+        if (!named.empty() && measured && !measured->unit.empty()) {
+            throw RequestError("Give a number alone with --unit, not \"" + valueText(value) + "\".");
+        }
+        const std::string symbol = !named.empty() ? named : measured && isMeasured(definition) ? measured->unit : "";
+        if (symbol.empty()) {
+            continue;
+        }
+        if (unit == nullptr || unit->symbol.empty()) {
+            throw RequestError("The model has no unit for " + fullName(definition) + ". Give it without \"" + symbol +
+                               "\".");
+        }
+        const bool isModels = spelledAlike(symbol) == spelledAlike(unit->symbol);
+        const auto own = isModels ? *unit : unitOfSymbol(unitKind(definition.valueType), spelledAlike(symbol));
+        if (!own || (!isModels && !unit->isConvertible)) {
+            throw RequestError("\"" + symbol + "\" isn't known as a unit for " + fullName(definition) +
+                               ". The model's unit is " + unit->symbol + '.');
+        }
+        if (measured) {
+            value = valueText(isModels ? measured->number
+                                       : rounded((own->toSi(measured->number) - unit->offset) / unit->factor));
+        }
+    }
+    return unit == nullptr ? "" : unit->symbol;
+}
+
+} // namespace annotate
