@@ -1,7 +1,7 @@
 #include "Annotate/ImportChecks.h"
 
 #include "Annotate/EditText.h"
-#include "Annotate/ModelUnits.h"
+#include "Annotate/UnitEntry.h"
 
 namespace annotate {
 
@@ -13,12 +13,13 @@ std::optional<ObjectEdit> EditChecks::check(const ImportRow& row) {
     const orv::Guid id = objectOf(row, arguments, model);
     const Definition& definition = definitionOf(row);
     ObjectEdit made{id, editIn(definition, row.value)};
+    if (made.edit.form != Form::Unset) {
+        made.edit.unit = takeUnits(definition, units, row.unit, made.edit.values);
+    }
     const Outcome outcome = overlay.getEdits().check(id, made.edit);
     if (!outcome) {
         throw RequestError(explain(definition, outcome));
     }
-    requireUnit(row, definition);
-    made.edit.unit = row.unit;
     requireFirst(row, id);
     if (isPresent(made)) {
         return std::nullopt;
@@ -41,20 +42,6 @@ const Definition& EditChecks::definitionOf(const ImportRow& row) {
         throw RequestError(refusal);
     }
     return *definition;
-}
-
-void EditChecks::requireUnit(const ImportRow& row, const Definition& definition) const {
-    if (row.unit.empty()) {
-        return;
-    }
-    const ModelUnit* const unit = units == nullptr ? nullptr : units->ofType(definition.valueType);
-    if (unit == nullptr || unit->symbol.empty()) {
-        throw RequestError("The model has no unit for " + fullName(definition) + ". Leave the unit empty.");
-    }
-    if (unit->symbol != row.unit) {
-        throw RequestError("The model's unit for " + fullName(definition) + " is " + unit->symbol + ", not " +
-                           row.unit + ". Give the value in that.");
-    }
 }
 
 void EditChecks::requireFirst(const ImportRow& row, const orv::Guid& id) {

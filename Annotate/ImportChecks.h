@@ -27,8 +27,8 @@ struct LinesRemarked {
 /// Checks the rows of an import as the command set checks what it is given, and makes edits of them.
 class EditChecks {
 public:
-    /// All outlive this. The units are those of the model, null if no row has one.
-    EditChecks(const Arguments& usersArguments, const Model& usersModel, const ModelUnits* modelUnits,
+    /// All outlive this. The units are those of the model.
+    EditChecks(const Arguments& usersArguments, const Model& usersModel, const ModelUnits& modelUnits,
                const EditIndex& presentEdits)
         : arguments(usersArguments), model(usersModel), units(modelUnits), present(presentEdits), overlay(usersModel) {}
 
@@ -42,14 +42,13 @@ private:
     /// Throws RequestError if there is none. Each is looked for once, as that takes long where it fails.
     const Definition& definitionOf(const ImportRow& row);
 
-    void requireUnit(const ImportRow& row, const Definition& definition) const;
     void requireFirst(const ImportRow& row, const orv::Guid& id);
     void remark(const ImportRow& row, const Definition& definition, const orv::host::Outcome& outcome);
     bool isPresent(const orv::host::ObjectEdit& made) const;
 
     const Arguments& arguments;
     const Model& model;
-    const ModelUnits* units;
+    const ModelUnits& units;
     const EditIndex& present;
     Overlay overlay;
     std::map<std::pair<std::string, std::string>, std::pair<const Definition*, std::string>> definitions;

@@ -130,7 +130,7 @@ private:
     std::size_t taken = 0;
 };
 
-void importEdits(const Arguments& arguments, Import& import, const Model& model, const ModelUnits* units) {
+void importEdits(const Arguments& arguments, Import& import, const Model& model, const ModelUnits& units) {
     Store store(storePath(arguments));
     EditIndex present(Store::getRecords());
     EditChecks checks(arguments, model, units, present);
@@ -177,18 +177,13 @@ void importNotes(const Arguments& arguments, Import& import, const Model& model)
 
     } // namespace
 
-    void importFile(const Arguments& arguments) {
-        Import import(arguments);
-        const std::vector<ImportRow>& rows = import.getFile().rows;
-        if (std::any_of(rows.begin(), rows.end(), [](const ImportRow& row) { return !row.unit.empty(); })) {
-            const ModelDetails details = ModelDetails::read(arguments.model);
-            return importEdits(arguments, import, details.getModel(), &details.getUnits());
-        }
-        const Model model = Model::read(arguments.model);
-        if (import.getFile().areNotes) {
-            return importNotes(arguments, import, model);
-        }
-        importEdits(arguments, import, model, nullptr);
+void importFile(const Arguments& arguments) {
+    Import import(arguments);
+    if (import.getFile().areNotes) {
+        return importNotes(arguments, import, Model::read(arguments.model));
     }
+    const ModelDetails details = ModelDetails::read(arguments.model);
+    importEdits(arguments, import, details.getModel(), details.getUnits());
+}
 
-    } // namespace annotate
+} // namespace annotate
