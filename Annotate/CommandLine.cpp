@@ -181,6 +181,12 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
 
 /// Those on many notes and edits at once.
 void addStoreCommands(CLI::App& app, Arguments& arguments) {
+    addStoreCommand(app, "status",
+                    "Show what there is at a glance: counts, open notes by storey and class, what is on objects that "
+                    "the model no longer has, and edits that it has caught up with",
+                    arguments, showStatus)
+        ->add_flag("--json", arguments.json, "Print JSON");
+
     CLI::App* import = addWritingCommand(app, "import", "Set properties, or add notes, as the lines of a file tell",
                                          arguments, importFile);
     import

@@ -24,6 +24,7 @@ void setTableProperty(const Arguments& arguments);
 void unsetProperty(const Arguments& arguments);
 void listEdits(const Arguments& arguments);
 
+void showStatus(const Arguments& arguments);
 void importFile(const Arguments& arguments);
 void moveObject(const Arguments& arguments);
 

@@ -54,7 +54,7 @@ ImportRows readRows(const std::filesystem::path& path) {
         for (const std::string& name : read.leftOut) {
             names += (names.empty() ? "" : ", ") + name;
         }
-        std::cerr << "annotate: Not imported, by the header: " << printable(names) << ".\n";
+        std::cerr << "annotate: Columns left out: " << printable(names) << ".\n";
     }
     return read;
 }

@@ -54,7 +54,7 @@ TEST_P(TranscriptTest, isWhatIsPrinted) {
     EXPECT_EQ(printed, expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, TranscriptTest, ::testing::Values("notes.txt", "edits.txt", "earlier.txt", "import.txt", "move.txt"),
+INSTANTIATE_TEST_SUITE_P(Of, TranscriptTest, ::testing::Values("notes.txt", "edits.txt", "earlier.txt", "import.txt", "move.txt", "status.txt"),
                          [](const auto& tested) {
                              const std::string name = tested.param;
                              return name.substr(0, name.find('.'));
