@@ -399,6 +399,64 @@ TEST_F(AnnotateTest, ofManyProcessesTakesTurnsAndLosesNoNote) {
     EXPECT_EQ(lineCount(run({HOUSE, "notes", "--store", store}).output), processes.size());
 }
 
+TEST_F(AnnotateTest, storesAllOfAnImportOrNothingWhenItIsStopped) {
+    const std::string id = firstId(HOUSE, "IfcWall");
+    const std::string file = directory / "values.csv";
+    std::istringstream definitions(run({HOUSE, "definitions"}).output);
+    std::string content = "GlobalId\tset\tproperty\tvalue\n";
+    for (std::string set, property, rest; std::getline(definitions, set, '\t');) {
+        std::getline(std::getline(definitions, property, '\t'), rest);
+        content += rest.starts_with("single\tIfcLabel\t") ? id + '\t' + set + '\t' + property + "\ta\n" : "";
+    }
+    setContent(file, content);
+    const std::size_t edits = lineCount(content) - 1;
+    ASSERT_GT(edits, 300U);
+    const std::string stored = std::to_string(edits) + " edits are stored in " + store + ".\n";
+    for (const int signal : {SIGINT, SIGKILL}) {
+        bool isStopped = true;
+        for (int wait = 0; isStopped; wait += 8) {
+            std::filesystem::remove(store);
+            EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
+            const pid_t process = start({HOUSE, "import", file, "--store", store});
+            std::this_thread::sleep_for(std::chrono::milliseconds(wait));
+            ::kill(process, signal);
+            const Outcome outcome = finish(process);
+            isStopped = outcome.status == -1;
+            const Outcome listed = run({HOUSE, "edits", "--store", store});
+            const std::size_t present = lineCount(listed.output);
+            EXPECT_EQ(listed.error, "");
+            EXPECT_TRUE(present == edits || (present == 0 && isStopped)) << present;
+            if (signal == SIGINT) {
+                EXPECT_EQ(outcome.output, present == 0 ? "" : stored);
+                EXPECT_EQ(present > 0 && outcome.error.find("Nothing was stored") != std::string::npos, false);
+            }
+            EXPECT_EQ(run({HOUSE, "note", id, "second", "--store", store}).status, 0);
+            EXPECT_EQ(lineCount(run({HOUSE, "notes", "--store", store}).output), 2U);
+            EXPECT_EQ(lineCount(run({HOUSE, "edits", "--store", store}).output), present);
+        }
+    }
+}
+
+TEST_F(AnnotateTest, ofTwoPeopleAtOnceKeepsEveryCommand) {
+    const std::string id = firstId(HOUSE, "IfcWall");
+    const std::string one =
+        "i=0; while [ $i -lt 50 ]; do i=$((i+1)); \"$1\" \"$2\" note \"$3\" $i --author $4 --store \"$5\" "
+        "&& \"$1\" \"$2\" set \"$3\" Pset_WallCommon $6 $i --author $4 --store \"$5\" || exit 1; done";
+    const std::string arguments = std::string("' sh '") + ANNOTATE + "' '" + HOUSE + "' '" + id + "' ";
+    const std::string first = "sh -c '" + one + arguments + "Anna '" + store + "' FireRating >/dev/null";
+    const std::string second = "sh -c '" + one + arguments + "Ben '" + store + "' Reference >/dev/null";
+    EXPECT_EQ(std::system(("(" + first + ") & (" + second + ") && wait $!").c_str()), 0); // NOLINT(cert-env33-c)
+    const std::string content = contentOf(store);
+    for (const char* const author : {"Anna", "Ben"}) {
+        EXPECT_EQ(lineCount(run({HOUSE, "notes", "--author", author, "--store", store}).output), 50U);
+    }
+    for (int number = 1; number <= 100; ++number) {
+        EXPECT_NE(content.find("<Number>" + std::to_string(number) + "</Number>"), std::string::npos) << number;
+    }
+    EXPECT_EQ(run({HOUSE, "get", id, "Pset_WallCommon", "FireRating", "--store", store}).output, "50\n");
+    EXPECT_EQ(run({HOUSE, "get", id, "Pset_WallCommon", "Reference", "--store", store}).output, "50\n");
+}
+
 TEST_F(AnnotateTest, loadsTheStoreWhenItsTurnHasComeAtTheFolderOfTheFile) {
     const std::string id = firstId(HOUSE);
     std::filesystem::create_directory(directory / "folder");

@@ -8,7 +8,7 @@ namespace {
 
 TEST(BarChart, alignsNamesNumbersAndBars) {
     std::setlocale(LC_CTYPE, "C.UTF-8");
-    const std::vector<std::string> expected{"Küche    2 ##", "Terrace 11 ###########"};
+    const std::vector<std::string> expected{"Küche     2 ##", "Terrace  11 ###########"};
     EXPECT_EQ(barChart({{"Küche", 2}, {"Terrace", 11}}, 80), expected);
 }
 
