@@ -130,29 +130,25 @@ private:
     std::size_t taken = 0;
 };
 
-void importEdits(const Arguments& arguments, Import& import, const Model& model, const ModelUnits& units) {
+void importEdits(const Arguments& arguments, Import& run, const Model& model, const ModelUnits& units) {
     Store store(storePath(arguments));
     EditIndex present(Store::getRecords());
     EditChecks checks(arguments, model, units, present);
     std::vector<ObjectEdit> edits;
-    import.takeRows([&](const ImportRow& row) {
+    run.takeRows([&](const ImportRow& row) {
         if (auto edit = checks.check(row)) {
             edits.push_back(*std::move(edit));
-}
-} // namespace
-);
-    import.store("edit", edits.size(),
-                 [&] { writeEdits(store, authorOf(arguments), arguments.command, present, edits);
-    } // namespace annotate
-);
-for (const auto& [remark, lines] : checks.getRemarks()) {
-    std::cerr << "annotate: " << printable(remark) << " (" << countOf(lines.count, "line") << ", the first is "
-              << lines.first << ")\n";
-}
-import.finish();
+        }
+    });
+    run.store("edit", edits.size(), [&] { writeEdits(store, authorOf(arguments), arguments.command, present, edits); });
+    for (const auto& [remark, lines] : checks.getRemarks()) {
+        std::cerr << "annotate: " << printable(remark) << " (" << countOf(lines.count, "line") << ", the first is "
+                  << lines.first << ")\n";
+    }
+    run.finish();
 }
 
-void importNotes(const Arguments& arguments, Import& import, const Model& model) {
+void importNotes(const Arguments& arguments, Import& run, const Model& model) {
     Store store(storePath(arguments));
     Notebook notebook(store);
     std::set<std::tuple<std::string, std::string, int>> present;
@@ -161,29 +157,29 @@ void importNotes(const Arguments& arguments, Import& import, const Model& model)
     };
     std::for_each(notebook.getNotes().begin(), notebook.getNotes().end(), [&](const Note* note) { isNew(*note); });
     std::vector<Note> notes;
-    import.takeRows([&](const ImportRow& row) {
+    run.takeRows([&](const ImportRow& row) {
         if (Note note = noteIn(row, arguments, model); isNew(note)) {
-        notes.push_back(std::move(note));
-    }
-});
-    import.store("note", notes.size(), [&] {
-        const std::string author = authorOf(arguments);
-    ChangeLog log(store, author, arguments.command);
-    std::for_each(notes.begin(), notes.end(), [&](const Note& note) { log.add(notebook.add(note, author)); });
-    store.write();
+            notes.push_back(std::move(note));
+        }
     });
-    import.finish();
-    }
+    run.store("note", notes.size(), [&] {
+        const std::string author = authorOf(arguments);
+        ChangeLog log(store, author, arguments.command);
+        std::for_each(notes.begin(), notes.end(), [&](const Note& note) { log.add(notebook.add(note, author)); });
+        store.write();
+    });
+    run.finish();
+}
 
-    } // namespace
+} // namespace
 
 void importFile(const Arguments& arguments) {
-    Import import(arguments);
-    if (import.getFile().areNotes) {
-        return importNotes(arguments, import, Model::read(arguments.model));
+    Import run(arguments);
+    if (run.getFile().areNotes) {
+        return importNotes(arguments, run, Model::read(arguments.model));
     }
     const ModelDetails details = ModelDetails::read(arguments.model);
-    importEdits(arguments, import, details.getModel(), details.getUnits());
+    importEdits(arguments, run, details.getModel(), details.getUnits());
 }
 
 } // namespace annotate

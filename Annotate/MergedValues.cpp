@@ -97,14 +97,14 @@ MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const std::vect
     return found == all.end() ? MergedProperty{std::string(set), std::string(name)} : *found;
 }
 
-std::string_view comparisonOf(const MergedProperty& property) {
+std::string_view comparisonOf(const MergedProperty& property, const ModelUnits& units) {
     if (property.edit == nullptr) {
         return "";
     }
     if (property.model == nullptr) {
         return "new";
     }
-    return isSame(property.edit->edit, *property.model) ? "same" : "differs";
+    return changedUnit(property, units).empty() && isSame(property.edit->edit, *property.model) ? "same" : "differs";
 }
 
 std::string unitOf(const MergedProperty& property, const ModelUnits& units) {

@@ -26,8 +26,9 @@ std::vector<MergedProperty> merged(const std::vector<ModelSet>& sets,
 MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const std::vector<const EditIndex::Entry*>& edits,
                               std::string_view set, std::string_view name);
 
-/// How the edit stands to the model's value: "new", "same" or "differs"; empty without an edit.
-std::string_view comparisonOf(const MergedProperty& property);
+/// How the edit stands to the model's value: "new", "same" or "differs", as it does in another unit; empty without an
+/// edit.
+std::string_view comparisonOf(const MergedProperty& property, const ModelUnits& units);
 
 /// The unit of what holds: that in which the user gave the values, otherwise that of the model's, or that which the
 /// model has for the values of such a property. Empty if there is none, or none is known.

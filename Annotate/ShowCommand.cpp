@@ -57,6 +57,15 @@ void printHead(const ModelDetails& details, const ModelObject& object, const Rec
     }
 }
 
+/// What is set on the property, with its unit where that isn't the one of the model.
+std::string yours(const MergedProperty& property, const ModelUnits& units) {
+    if (property.edit == nullptr) {
+        return "";
+    }
+    const std::string text = editText(property.edit->edit);
+    return changedUnit(property, units).empty() ? text : text + ' ' + property.edit->edit.unit;
+}
+
 /// The columns of the users' own are there if there is something in them.
 void printValues(const Arguments& arguments, const std::vector<MergedProperty>& properties, const ModelUnits& units) {
     const bool isEdited = std::any_of(properties.begin(), properties.end(),
@@ -72,8 +81,7 @@ void printValues(const Arguments& arguments, const std::vector<MergedProperty>& 
                                          model == nullptr ? unitOf(property, units) : unitText(*model),
                                          model != nullptr && model->isFromType ? "type" : ""});
         if (isEdited) {
-            row.insert(row.end(), {property.edit == nullptr ? "" : editText(property.edit->edit),
-                                   std::string(comparisonOf(property))});
+            row.insert(row.end(), {yours(property, units), std::string(comparisonOf(property, units))});
         }
     }
     if (!rows.empty()) {

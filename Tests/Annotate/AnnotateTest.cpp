@@ -236,7 +236,7 @@ TEST_F(AnnotateTest, setsEachKindOfPropertyWithItsCommandAndRefusesOtherValues) 
         {"set|" + list + "|a", "Use the command set-list"},
         {"set-list|Pset_WallCommon|Status|NEW", "is of the kind enumerated. Use the command set."},
         {"set|Pset_ActionRequest|RequestSourceName|a", "is of the kind reference"},
-        {"get|Pset_WallCommon|IsExternal", "isn't set on " + id},
+        {"get|Pset_WallCommon|Combustible", "isn't set on " + id},
     };
     for (const auto& [line, error] : refused) {
         expectRefusal(argumentsOf(line), 1, error);

@@ -1,7 +1,8 @@
 #include "Annotate/BarChart.h"
 
-#include <clocale>
 #include <gtest/gtest.h>
+
+#include <clocale>
 
 namespace annotate {
 namespace {

@@ -37,8 +37,8 @@ TEST_P(TranscriptTest, isWhatIsPrinted) {
     const std::regex time("\\b20[0-9]{2}-[0-9]{2}-[0-9]{2}T[0-9:]{8}(\\.[0-9]+)?Z");
     const orv::tests::TemporaryDirectory directory;
     std::filesystem::copy_file(HOUSE, directory / "House.ifc");
-    const std::string start = "cd " + (directory / "").string() + " && export ANNOTATE_AUTHOR=Anna && annotate() { '" +
-                              ANNOTATE + "' \"$@\"; } && ";
+    const std::string start = "cd " + (directory / "").string() + " && export ANNOTATE_AUTHOR=Anna PATH='" +
+                              std::filesystem::path(ANNOTATE).parent_path().string() + "':\"$PATH\" && ";
     std::ifstream transcript(file);
     std::string printed;
     std::string expected;
@@ -54,7 +54,9 @@ TEST_P(TranscriptTest, isWhatIsPrinted) {
     EXPECT_EQ(printed, expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, TranscriptTest, ::testing::Values("notes.txt", "edits.txt", "earlier.txt", "import.txt", "move.txt", "status.txt"),
+INSTANTIATE_TEST_SUITE_P(Of, TranscriptTest,
+                         ::testing::Values("notes.txt", "edits.txt", "earlier.txt", "import.txt", "merged.txt",
+                                           "move.txt", "status.txt"),
                          [](const auto& tested) {
                              const std::string name = tested.param;
                              return name.substr(0, name.find('.'));
