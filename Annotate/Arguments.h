@@ -25,6 +25,8 @@ struct Arguments {
     // Which objects, notes or edits.
     std::vector<std::string> classes; ///< Empty: any.
     std::string match;
+    std::vector<std::string> storeys;
+    std::vector<std::string> conditions; ///< As Condition reads them.
     std::string byAuthor;
     std::string since;
     bool open = false;
@@ -50,7 +52,9 @@ struct Arguments {
     bool csv = false;
     bool json = false;
 
-    bool choosesObjects() const { return !classes.empty() || !match.empty(); }
+    bool choosesObjects() const {
+        return !classes.empty() || !match.empty() || !storeys.empty() || !conditions.empty();
+    }
 };
 
 /// What the arguments ask for can't be done; what() tells the user why.

@@ -68,6 +68,18 @@ void addObjectFilters(CLI::App* command, Arguments& arguments) {
         ->allow_extra_args(false)
         ->check(refuseEmpty);
     command->add_option("--match", arguments.match, "Only objects with this text in their names, in any case");
+    command
+        ->add_option("--storey", arguments.storeys,
+                     "Only objects in the storey of this name or GlobalId, and the storey; may be given several times")
+        ->allow_extra_args(false)
+        ->check(refuseEmpty);
+    command
+        ->add_option("--where", arguments.conditions,
+                     "Only objects with such a value, set or the model's, as in 'Pset_WallCommon.IsExternal=true'; "
+                     "also !=, <, <=, >, >=, ~ for a text within, and present or absent behind the name; may be given "
+                     "several times, and all must be met")
+        ->allow_extra_args(false)
+        ->check(refuseEmpty);
 }
 
 /// Those of listings of what users did.
@@ -124,7 +136,9 @@ void addStrictness(CLI::App* command, Arguments& arguments) {
 CLI::App* addEditCommand(CLI::App& app, const std::string& name, const std::string& description, Arguments& arguments,
                          Command command, const std::string& words) {
     CLI::App* added = addWritingCommand(app, name, description, arguments, command);
-    added->add_option("WORDS", arguments.words, words + "; without GLOBALID where --class or --match choose objects")
+    added
+        ->add_option("WORDS", arguments.words,
+                     words + "; without GLOBALID where --class, --match, --storey or --where choose objects")
         ->required()
         ->check(refuseEmpty);
     addObjectFilters(added, arguments);
@@ -215,7 +229,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
 void addCommands(CLI::App& app, Arguments& arguments) {
     app.require_subcommand(1);
     app.add_option("MODEL", arguments.model, "An IFC file; it is never written")->check(refuseEmpty);
-    CLI::App* objects = addModelCommand(app, "objects", "List the objects of the model", arguments, listObjects);
+    CLI::App* objects = addStoreCommand(app, "objects", "List the objects of the model", arguments, listObjects);
     addObjectFilters(objects, arguments);
     addListing(objects, arguments);
     CLI::App* show = addStoreCommand(

@@ -63,9 +63,9 @@ EditRequest::EditRequest(const Arguments& arguments, std::size_t minimumValues, 
                                              : maximumValues == 1 ? " VALUE."
                                              : minimumValues > 1  ? " DEFINING DEFINED ..."
                                                                   : " VALUE ...";
-        throw UsageError(
-            std::string(names == 2 ? "Where --class or --match choose the objects, it takes " : "It takes GLOBALID ") +
-            "PSET PROPERTY" + std::string(shownValues));
+        throw UsageError(std::string(names == 2 ? "Where --class and the like choose the objects, it takes "
+                                                : "It takes GLOBALID ") +
+                         "PSET PROPERTY" + std::string(shownValues));
     }
     auto word = words.begin();
     if (names == 3) {
@@ -76,7 +76,8 @@ EditRequest::EditRequest(const Arguments& arguments, std::size_t minimumValues, 
     values.assign(word, words.end());
 }
 
-std::vector<orv::Guid> EditRequest::objectsIn(const Model& model, const Arguments& arguments) const {
+std::vector<orv::Guid> EditRequest::objectsIn(const ModelDetails& details, const Arguments& arguments) const {
+    const Model& model = details.getModel();
     if (!globalId.empty()) {
         const orv::Guid id = idOf(globalId);
         if (model.find(id) == nullptr) {
@@ -84,8 +85,11 @@ std::vector<orv::Guid> EditRequest::objectsIn(const Model& model, const Argument
         }
         return {id};
     }
+    const Records records = readStore(arguments);
+    Filter filter(arguments);
+    filter.consult(details, records);
     std::vector<orv::Guid> ids;
-    for (const ModelObject* const object : chosenObjects(model, Filter(arguments))) {
+    for (const ModelObject* const object : chosenObjects(model, filter)) {
         orv::Guid id;
         if (id.boSet(object->globalId) && model.find(id) == object) {
             ids.push_back(id);

@@ -21,7 +21,7 @@ struct EditRequest {
     EditRequest(const Arguments& arguments, std::size_t minimumValues, std::size_t maximumValues);
 
     /// The ids of the objects. Throws RequestError if there are none in the model.
-    std::vector<orv::Guid> objectsIn(const Model& model, const Arguments& arguments) const;
+    std::vector<orv::Guid> objectsIn(const ModelDetails& details, const Arguments& arguments) const;
 };
 
 /// Stores the edits of the command and makes them, all or none, and says so. With --keep-going those that can be made

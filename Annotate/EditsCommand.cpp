@@ -1,10 +1,8 @@
 #include "Annotate/Commands.h"
 #include "Annotate/EditText.h"
 #include "Annotate/Filter.h"
-#include "Annotate/MergedValues.h"
+#include "Annotate/SetsOfObjects.h"
 #include "Annotate/Table.h"
-
-#include <unordered_map>
 
 namespace annotate {
 
@@ -12,36 +10,20 @@ using Form = orv::host::PropertyEdit::Form;
 
 namespace {
 
-/// The sets of objects, read when an object is asked for first.
-class SetsOfObjects {
-public:
-    explicit SetsOfObjects(const ModelDetails& modelDetails) : details(modelDetails) {}
-
-    /// What the model has of the property of an object; empty if that is null or has none.
-    std::string textOf(const ModelObject* object, const EditIndex::Entry& entry) {
-        if (object == nullptr) {
-            return "";
-        }
-        auto [known, isNew] = sets.try_emplace(object);
-        if (isNew) {
-            known->second = details.setsOf(*object);
-        }
-        const ModelProperty* const property =
-            mergedProperty(known->second, {&entry}, entry.edit.set, entry.edit.property).model;
-        return property == nullptr ? "" : valuesText(*property);
-    }
-
-private:
-    const ModelDetails& details;
-    std::unordered_map<const ModelObject*, std::vector<ModelSet>> sets;
-};
+/// What the model has of the property of the edit; empty if it doesn't have the object or the property.
+std::string modelsText(SetsOfObjects& sets, const ModelObject* object, const EditIndex::Entry& entry) {
+    const ModelProperty* const property =
+        object == nullptr ? nullptr : sets.find(*object, &entry, entry.edit.set, entry.edit.property).model;
+    return property == nullptr ? "" : valuesText(*property);
+}
 
 } // namespace
 
 void listEdits(const Arguments& arguments) {
-    const Filter filter(arguments);
+    Filter filter(arguments);
     const ModelDetails details = ModelDetails::read(arguments.model);
     const Records records = readStore(arguments);
+    filter.consult(details, records);
     const EditIndex index(records);
     SetsOfObjects sets(details);
     std::vector<Row> rows;
@@ -52,7 +34,7 @@ void listEdits(const Arguments& arguments) {
         if (entry.edit.form != Form::Unset && filter.takesOwner(entry.id, object) &&
             filter.takesAct(entry.edit.author, time)) {
             rows.push_back({entry.id.toString(false), classOf(object), nameOf(object), entry.edit.set,
-                            entry.edit.property, sets.textOf(object, entry), editText(entry.edit), entry.edit.unit,
+                            entry.edit.property, modelsText(sets, object, entry), editText(entry.edit), entry.edit.unit,
                             entry.edit.author, shownTime(time)});
         }
     }

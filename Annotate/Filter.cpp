@@ -1,8 +1,11 @@
 #include "Annotate/Filter.h"
 
 #include "Annotate/NearNames.h"
+#include "Annotate/Terminal.h"
+#include "IfcVersionMapping/SchemaDefinitions.h"
 
 #include <algorithm>
+#include <iostream>
 #include <utility>
 
 namespace annotate {
@@ -10,6 +13,8 @@ namespace annotate {
 using orv::fc::IfcClass;
 
 namespace {
+
+constexpr std::string_view storeyClass = "IfcBuildingStorey";
 
 const IfcClass* findClass(const std::string& name) {
     const IfcClass* const ifcClass = IfcClass::find(name);
@@ -40,7 +45,14 @@ Time timeIn(const std::string& text) {
 } // namespace
 
 Filter::Filter(const Arguments& arguments)
-    : match(arguments.match), author(arguments.byAuthor), onlyVanished(arguments.vanished) {
+    : match(arguments.match),
+      storeys(arguments.storeys),
+      author(arguments.byAuthor),
+      choosesObjects(arguments.choosesObjects()),
+      onlyVanished(arguments.vanished) {
+    for (const std::string& condition : arguments.conditions) {
+        conditions.push_back({Condition(condition), false});
+    }
     std::transform(arguments.classes.begin(), arguments.classes.end(), std::back_inserter(classes), findClass);
     if (!arguments.globalId.empty()) {
         owner = idOf(arguments.globalId);
@@ -50,28 +62,97 @@ Filter::Filter(const Arguments& arguments)
     }
 }
 
-bool Filter::takes(const ModelObject& object) const {
+bool Filter::takes(const ModelObject& object) {
     const bool isOfClass = classes.empty() || std::any_of(classes.begin(), classes.end(), [&](const IfcClass* wanted) {
                                return wanted->includes(*object.ifcClass);
                            });
-    return isOfClass && containsInAnyCase(object.name, match);
+    return isOfClass && containsInAnyCase(object.name, match) && isInStorey(object) &&
+           std::all_of(conditions.begin(), conditions.end(), [&](Asked& asked) { return meets(object, asked); });
 }
 
-bool Filter::takesOwner(const orv::Guid& id, const ModelObject* object) const {
+void Filter::consult(const ModelDetails& modelDetails, const Records& records) {
+    details = &modelDetails;
+    sets.emplace(modelDetails);
+    edits.emplace(records);
+    std::vector<std::string_view> names;
+    for (const ModelObject& object : modelDetails.getModel().getObjects()) {
+        if (object.ifcClass->name == storeyClass) {
+            names.insert(names.end(), {object.name, object.globalId});
+        }
+    }
+    for (const std::string& storey : storeys) {
+        if (std::none_of(names.begin(), names.end(), [&](auto name) { return equalsInAnyCase(name, storey); })) {
+            std::string all;
+            for (std::size_t place = 0; place < names.size(); place += 2) {
+                all.append(all.empty() ? " It has " : ", ")
+                    .append(names[place].empty() ? names[place + 1] : names[place]);
+            }
+            throw RequestError("The model has no storey " + storey + '.' + (all.empty() ? "" : all + '.'));
+        }
+    }
+}
+
+/// A storey is in itself.
+bool Filter::isInStorey(const ModelObject& object) const {
+    if (storeys.empty()) {
+        return true;
+    }
+    const ModelObject* const storey = object.ifcClass->name == storeyClass ? &object : details->storeyOf(object);
+    return storey != nullptr && std::any_of(storeys.begin(), storeys.end(), [&](const std::string& wanted) {
+               return equalsInAnyCase(storey->name, wanted) || equalsInAnyCase(storey->globalId, wanted);
+           });
+}
+
+bool Filter::meets(const ModelObject& object, Asked& asked) {
+    const Condition& condition = asked.condition;
+    orv::Guid id;
+    const EditIndex::Entry* const edit =
+        id.boSet(object.globalId) ? edits->find(id, condition.getSet(), condition.getProperty()) : nullptr;
+    const MergedProperty property = sets->find(object, edit, condition.getSet(), condition.getProperty());
+    asked.isKnown = asked.isKnown || property.model != nullptr || property.edit != nullptr;
+    return condition.holds(valuesThatHold(property));
+}
+
+std::vector<std::string> Filter::unknownProperties() const {
+    std::vector<std::string> names;
+    for (const auto& [condition, isKnown] : conditions) {
+        if (!isKnown && orv::ifc::findSchemaDefForProperty(condition.getSet(), condition.getProperty()) == nullptr) {
+            names.push_back(condition.getSet() + '.' + condition.getProperty());
+        }
+    }
+    return names;
+}
+
+FilteredModel::FilteredModel(const Arguments& arguments, Filter& filter) {
+    if (filter.needsDetails()) {
+        details.emplace(ModelDetails::read(arguments.model));
+    } else {
+        model.emplace(Model::read(arguments.model));
+    }
+    records = readStore(arguments);
+    if (details) {
+        filter.consult(*details, records);
+    }
+}
+
+bool Filter::takesOwner(const orv::Guid& id, const ModelObject* object) {
     const bool isWanted = (!owner || *owner == id) && (!onlyVanished || object == nullptr);
-    return isWanted && (object == nullptr ? classes.empty() && match.empty() : takes(*object));
+    return isWanted && (object == nullptr ? !choosesObjects : takes(*object));
 }
 
 bool Filter::takesAct(const std::string& actor, const std::optional<Time>& time) const {
     return (author.empty() || equalsInAnyCase(actor, author)) && (!since || (time && *time >= *since));
 }
 
-std::vector<const ModelObject*> chosenObjects(const Model& model, const Filter& filter) {
+std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter) {
     std::vector<const ModelObject*> chosen;
     for (const ModelObject& object : model.getObjects()) {
         if (filter.takes(object)) {
             chosen.push_back(&object);
         }
+    }
+    for (const std::string& name : filter.unknownProperties()) {
+        std::cerr << "annotate: No such object has " << printable(name) << ", nor is it defined.\n";
     }
     return chosen;
 }

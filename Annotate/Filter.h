@@ -1,8 +1,9 @@
 #pragma once
 
 #include "Annotate/Arguments.h"
-#include "Annotate/Model.h"
+#include "Annotate/Condition.h"
 #include "Annotate/Note.h"
+#include "Annotate/SetsOfObjects.h"
 #include "FoundationClasses/IfcClass.h"
 
 #include <optional>
@@ -14,30 +15,68 @@ namespace annotate {
 /// Which objects of a model the arguments choose, and which notes and edits on them.
 class Filter {
 public:
-    /// Throws RequestError if a class, a GlobalId or a date isn't one.
+    /// Throws RequestError if a class, a GlobalId, a date or a condition isn't one.
     explicit Filter(const Arguments& arguments);
 
-    /// Of any class named, with the text in its name.
-    bool takes(const ModelObject& object) const;
+    /// Whether it looks at more than the objects themselves. Then it has to consult the model's details and the edits
+    /// among the records, which outlive it, before it takes any. That throws RequestError if a storey isn't in the
+    /// model.
+    bool needsDetails() const { return !storeys.empty() || !conditions.empty(); }
+    void consult(const ModelDetails& modelDetails, const Records& records);
+
+    /// Of any class named, with the text in its name, in any storey named, and with all conditions met.
+    bool takes(const ModelObject& object);
 
     /// On the object named, if one is named; on one that the model no longer has, if those are wanted; else on one that
     /// is taken. The object is null if the model has none.
-    bool takesOwner(const orv::Guid& id, const ModelObject* object) const;
+    bool takesOwner(const orv::Guid& id, const ModelObject* object);
 
     /// By the person wanted, on the day wanted or later.
     bool takesAct(const std::string& actor, const std::optional<Time>& time) const;
 
+    /// The properties of conditions that no object had which it was asked about, and that aren't defined either.
+    std::vector<std::string> unknownProperties() const;
+
 private:
+    struct Asked {
+        Condition condition;
+        bool isKnown; ///< Whether there was such a property.
+    };
+
+    bool isInStorey(const ModelObject& object) const;
+    bool meets(const ModelObject& object, Asked& asked);
+
     std::vector<const orv::fc::IfcClass*> classes;
     std::string match;
+    std::vector<std::string> storeys;
+    std::vector<Asked> conditions;
+    const ModelDetails* details = nullptr;
+    std::optional<SetsOfObjects> sets;
+    std::optional<EditIndex> edits;
     std::optional<orv::Guid> owner;
     std::string author;
     std::optional<Time> since;
+    bool choosesObjects;
     bool onlyVanished;
 };
 
-/// The objects of the model that the filter takes.
-std::vector<const ModelObject*> chosenObjects(const Model& model, const Filter& filter);
+/// The objects of the model that the filter takes. Says so if it asks for a property that nobody knows.
+std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter);
+
+/// The model of a command with a filter, with what the filter needs of it, and the records of the store.
+class FilteredModel {
+public:
+    /// Throws what reading the model or the store, or consulting them, throws.
+    FilteredModel(const Arguments& arguments, Filter& filter);
+
+    const Model& getModel() const { return details ? details->getModel() : *model; }
+    const Records& getRecords() const { return records; }
+
+private:
+    std::optional<Model> model; ///< Without details, if the filter needs none.
+    std::optional<ModelDetails> details;
+    Records records;
+};
 
 /// For listings: the class and the name of an object that may have vanished from the model.
 std::string classOf(const ModelObject* object);

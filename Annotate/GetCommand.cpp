@@ -69,7 +69,7 @@ void getProperty(const Arguments& arguments) {
     const EditRequest request(arguments, 0, 0);
     const ModelDetails details = ModelDetails::read(arguments.model);
     const Model& model = details.getModel();
-    const orv::Guid id = request.objectsIn(model, arguments).front();
+    const orv::Guid id = request.objectsIn(details, arguments).front();
     const Records records = readStore(arguments);
     const EditIndex edits(records);
     const std::vector<ModelSet> sets = details.setsOf(*model.find(id));

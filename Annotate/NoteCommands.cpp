@@ -146,11 +146,11 @@ void removeNotes(const Arguments& arguments) {
 }
 
 void listNotes(const Arguments& arguments) {
-    const Filter filter(arguments);
-    const Model model = Model::read(arguments.model);
-    const Records records = readStore(arguments);
+    Filter filter(arguments);
+    const FilteredModel filtered(arguments, filter);
+    const Model& model = filtered.getModel();
     std::vector<Row> rows;
-    auto notes = numberedNotes(records);
+    auto notes = numberedNotes(filtered.getRecords());
     std::stable_sort(notes.begin(), notes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     for (const auto& [number, note] : notes) {
         const ModelObject* const object = model.find(note->ownerId);

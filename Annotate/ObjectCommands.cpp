@@ -5,10 +5,10 @@
 namespace annotate {
 
 void listObjects(const Arguments& arguments) {
-    const Filter filter(arguments);
-    const Model model = Model::read(arguments.model);
+    Filter filter(arguments);
+    const FilteredModel model(arguments, filter);
     std::vector<Row> rows;
-    for (const ModelObject* const object : chosenObjects(model, filter)) {
+    for (const ModelObject* const object : chosenObjects(model.getModel(), filter)) {
         rows.push_back({object->globalId, classOf(object), object->name});
     }
     printTable(arguments, {{"GlobalId"}, {"Class"}, {"Name"}}, rows);

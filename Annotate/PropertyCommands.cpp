@@ -69,29 +69,21 @@ std::vector<PropertyValue> valuesOf(const Arguments& arguments, const EditReques
                      : std::vector<PropertyValue>{request.values.front()};
 }
 
-void makeEdits(const Arguments& arguments, const Model& model, const EditRequest& request, const PropertyEdit& edit) {
-    std::vector<ObjectEdit> edits;
-    for (const orv::Guid& id : request.objectsIn(model, arguments)) {
-        edits.push_back({id, edit});
-    }
-    makeEdits(arguments, model, std::move(edits));
-}
-
 /// Makes the same edit of all the objects.
 void makeEdits(const Arguments& arguments, const EditRequest& request, const Definition& definition, Form form,
                std::vector<PropertyValue> values) {
+    const ModelDetails details = ModelDetails::read(arguments.model);
     PropertyEdit edit;
     edit.set = request.set;
     edit.property = request.property;
     edit.form = form;
-    if (isMeasured(definition) || !arguments.unit.empty()) {
-        const ModelDetails details = ModelDetails::read(arguments.model);
-        edit.unit = takeUnits(definition, details.getUnits(), arguments.unit, values);
-        edit.values = std::move(values);
-        return makeEdits(arguments, details.getModel(), request, edit);
-    }
+    edit.unit = takeUnits(definition, details.getUnits(), arguments.unit, values);
     edit.values = std::move(values);
-    makeEdits(arguments, Model::read(arguments.model), request, edit);
+    std::vector<ObjectEdit> edits;
+    for (const orv::Guid& id : request.objectsIn(details, arguments)) {
+        edits.push_back({id, edit});
+    }
+    makeEdits(arguments, details.getModel(), std::move(edits));
 }
 
 } // namespace
@@ -122,11 +114,12 @@ void setTableProperty(const Arguments& arguments) {
 void unsetProperty(const Arguments& arguments) {
     const EditRequest request(arguments, 0, 0);
     const Definition& definition = findDefinition(request.set, request.property);
-    const Model model = Model::read(arguments.model);
+    const ModelDetails details = ModelDetails::read(arguments.model);
+    const Model& model = details.getModel();
     std::vector<ObjectEdit> edits;
     {
         const Overlay overlay(model, readStore(arguments));
-        for (const orv::Guid& id : request.objectsIn(model, arguments)) {
+        for (const orv::Guid& id : request.objectsIn(details, arguments)) {
             if (!Overlay::read(id, request.set, request.property).empty()) {
                 edits.push_back({id, {request.set, request.property, Form::Unset}});
             }

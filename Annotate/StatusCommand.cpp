@@ -3,8 +3,8 @@
 #include "Annotate/EditIndex.h"
 #include "Annotate/EditText.h"
 #include "Annotate/Filter.h"
-#include "Annotate/ModelDetails.h"
 #include "Annotate/Notes.h"
+#include "Annotate/SetsOfObjects.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
 #include "FoundationClasses/IfcClass.h"
@@ -26,21 +26,6 @@ struct Vanished {
     std::size_t notes = 0;
     std::size_t edits = 0;
 };
-
-/// Without the separators of bounds at the end that aren't given.
-std::string withoutEmptyEnd(const std::string& text) {
-    return text.substr(0, text.find_last_not_of(';') + 1);
-}
-
-/// Whether the model has the value of the edit.
-bool isCaughtUp(const std::vector<ModelSet>& sets, const orv::host::PropertyEdit& edit) {
-    const std::string text = withoutEmptyEnd(editText(edit));
-    return std::any_of(sets.begin(), sets.end(), [&](const ModelSet& set) {
-        return set.name == edit.set && std::any_of(set.properties.begin(), set.properties.end(), [&](const auto& each) {
-                   return each.name == edit.property && withoutEmptyEnd(valuesText(each)) == text;
-               });
-    });
-}
 
 /// What there is on a model.
 class Status {
@@ -131,11 +116,8 @@ private:
             ++vanished[globalId].edits;
             return;
         }
-        const auto [known, isNew] = setsOfObjects.try_emplace(object);
-        if (isNew) {
-            known->second = details.setsOf(*object);
-        }
-        if (isCaughtUp(known->second, entry.edit)) {
+        const MergedProperty property = sets.find(*object, &entry, entry.edit.set, entry.edit.property);
+        if (comparisonOf(property, details.getUnits()) == "same") {
             caughtUp.push_back(
                 {globalId, entry.edit.set, entry.edit.property, editText(entry.edit), entry.edit.author});
         }
@@ -148,6 +130,7 @@ private:
     }
 
     ModelDetails details;
+    SetsOfObjects sets{details};
     Records records;
     std::size_t openNotes = 0;
     std::size_t resolvedNotes = 0;
@@ -157,7 +140,6 @@ private:
     std::map<const ModelObject*, std::size_t> storeys; ///< Open notes; those in none with null.
     std::map<std::string, std::size_t> classes;
     std::map<std::string, Vanished> vanished;
-    std::map<const ModelObject*, std::vector<ModelSet>> setsOfObjects;
     std::vector<Row> caughtUp;
 };
 

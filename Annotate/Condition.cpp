@@ -1,0 +1,155 @@
+#include "Annotate/Condition.h"
+
+#include "Annotate/Arguments.h"
+#include "Annotate/EditText.h"
+#include "Annotate/ValueText.h"
+#include "Host/FieldText.h"
+#include "IfcVersionMapping/SchemaDefinitions.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace annotate {
+
+using orv::ifc::def::xml::PropertyKind;
+
+namespace {
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
+    return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
+}
+
+/// Takes a name off the text, in quotation marks or up to one of the characters.
+std::string_view takeName(std::string_view& text, std::string_view ends) {
+    text = trimmed(text);
+    const bool isQuoted = text.starts_with('"');
+    const std::size_t begin = isQuoted ? 1 : 0;
+    const std::size_t end = std::min(isQuoted ? text.find('"', begin) : text.find_first_of(ends), text.size());
+    const std::string_view name = text.substr(begin, end - begin);
+    text.remove_prefix(std::min(end + begin, text.size()));
+    return isQuoted ? name : trimmed(name);
+}
+
+std::vector<std::string> partsOf(const std::string& text) {
+    std::vector<std::string> parts;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(';', begin), text.size());
+        parts.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return parts;
+}
+
+bool isEnumerated(const std::string& set, const std::string& property) {
+    const auto* const definition = orv::ifc::findSchemaDefForProperty(set, property);
+    return definition != nullptr && definition->kind == PropertyKind::Enumerated;
+}
+
+} // namespace
+
+struct Condition::Spelling {
+    std::string_view text;
+    Operator operation;
+};
+
+Condition::Condition(std::string_view text) {
+    constexpr Spelling spellings[] = {
+        // the longer ones first
+        {"!=", Operator::Unequal}, {"<=", Operator::LessOrEqual},  {">=", Operator::GreaterOrEqual},
+        {"=", Operator::Equal},    {"<", Operator::Less},          {">", Operator::Greater},
+        {"~", Operator::Contains}, {"present", Operator::Present}, {"absent", Operator::Absent},
+    };
+    constexpr std::string_view operators = "!<=>~";
+    const RequestError refusal("\"" + std::string(text) +
+                               "\" isn't a condition like Pset_WallCommon.IsExternal=true. Compare by =, !=, <, <=, >, "
+                               ">= or ~, or put present or absent behind the name; quote names that have dots.");
+    std::string_view rest = text;
+    set = takeName(rest, ".");
+    if (!rest.starts_with('.')) {
+        throw refusal;
+    }
+    rest.remove_prefix(1);
+    const bool isQuoted = trimmed(rest).starts_with('"');
+    property = takeName(rest, operators);
+    if (!isQuoted && rest.empty()) { // no operator but a word, behind a blank
+        const std::size_t blank = property.rfind(' ');
+        rest = blank == std::string::npos ? "" : text.substr(text.rfind(' '));
+        property = trimmed(std::string_view(property).substr(0, blank));
+    }
+    rest = trimmed(rest);
+    const auto* const found = std::find_if(std::begin(spellings), std::end(spellings),
+                                           [&](const Spelling& each) { return rest.starts_with(each.text); });
+    if (set.empty() || property.empty() || found == std::end(spellings)) {
+        throw refusal;
+    }
+    operation = found->operation;
+    value = trimmed(rest.substr(found->text.size()));
+    const bool isAlone = operation == Operator::Present || operation == Operator::Absent;
+    if (isAlone != value.empty()) {
+        throw refusal;
+    }
+}
+
+bool Condition::holds(const std::vector<std::string>& values) const {
+    const auto isEqual = [this](const std::string& candidate) { return comparedWith(candidate) == 0; };
+    switch (operation) {
+    case Operator::Present:
+        return !values.empty();
+    case Operator::Absent:
+        return values.empty();
+    case Operator::Unequal:
+        return !values.empty() && std::none_of(values.begin(), values.end(), isEqual);
+    default:
+        return std::any_of(values.begin(), values.end(),
+                           [this](const std::string& candidate) { return holdsFor(candidate); });
+    }
+}
+
+bool Condition::holdsFor(const std::string& candidate) const {
+    const std::partial_ordering order = comparedWith(candidate);
+    switch (operation) {
+    case Operator::Less:
+        return order < 0;
+    case Operator::LessOrEqual:
+        return order <= 0;
+    case Operator::Greater:
+        return order > 0;
+    case Operator::GreaterOrEqual:
+        return order >= 0;
+    case Operator::Contains:
+        return containsInAnyCase(candidate, value);
+    default:
+        return order == 0;
+    }
+}
+
+/// A number and a text have no order.
+std::partial_ordering Condition::comparedWith(const std::string& candidate) const {
+    double number = 0;
+    double other = 0;
+    const bool isNumber = orv::host::take(candidate, number);
+    if (isNumber != orv::host::take(value, other)) {
+        return std::partial_ordering::unordered;
+    }
+    return isNumber ? number <=> other : std::partial_ordering(candidate <=> value);
+}
+
+std::vector<std::string> valuesThatHold(const MergedProperty& property) {
+    std::vector<orv::object::PropertyValue> values;
+    if (property.edit != nullptr) {
+        values = valuesInOrder(property.edit->edit);
+    } else if (property.model != nullptr) {
+        values = property.model->values;
+    }
+    std::vector<std::string> texts;
+    for (const orv::object::PropertyValue& value : values) {
+        if (!value.isEmpty()) {
+            texts.push_back(valueText(value));
+        }
+    }
+    const bool isEnumeration = property.edit != nullptr && isEnumerated(property.set, property.name);
+    return isEnumeration && texts.size() == 1 ? partsOf(texts.front()) : texts;
+}
+
+} // namespace annotate

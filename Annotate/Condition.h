@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Annotate/MergedValues.h"
+
+#include <compare>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace annotate {
+
+/// A condition on a property of objects, as in
+///
+///     Pset_WallCommon.IsExternal=true     "Our walls"."Load in kN" >= 2.5     Pset_DoorCommon.FireRating absent
+///
+/// The operators are =, !=, <, <=, >, >=, and ~ for a text within the value, in any case; present and absent stand
+/// alone. Names with other characters than letters, digits, underscores, blanks and hyphens stand in quotation marks.
+class Condition {
+public:
+    /// Throws RequestError, with what would be taken, if the text is no condition.
+    explicit Condition(std::string_view text);
+
+    const std::string& getSet() const { return set; }
+    const std::string& getProperty() const { return property; }
+
+    /// Whether it holds for one of the values of the property, which are none if nobody gave it one. Two numbers are
+    /// compared as such, everything else as texts. Without a value nothing holds but absent.
+    bool holds(const std::vector<std::string>& values) const;
+
+private:
+    enum class Operator { Equal, Unequal, Less, LessOrEqual, Greater, GreaterOrEqual, Contains, Present, Absent };
+
+    struct Spelling;
+
+    bool holdsFor(const std::string& candidate) const;
+    std::partial_ordering comparedWith(const std::string& candidate) const;
+
+    std::string set;
+    std::string property;
+    Operator operation = Operator::Present;
+    std::string value;
+};
+
+/// The values of a property that hold, as texts: those that a user set, otherwise the model's; of an enumeration each
+/// choice. None if there are none.
+std::vector<std::string> valuesThatHold(const MergedProperty& property);
+
+} // namespace annotate

@@ -1,0 +1,18 @@
+#include "Annotate/SetsOfObjects.h"
+
+namespace annotate {
+
+MergedProperty SetsOfObjects::find(const ModelObject& object, const EditIndex::Entry* edit, std::string_view set,
+                                   std::string_view property) {
+    const auto [known, isNew] = sets.try_emplace(&object);
+    if (isNew) {
+        known->second = details->setsOf(object);
+    }
+    std::vector<const EditIndex::Entry*> edits;
+    if (edit != nullptr) {
+        edits.push_back(edit);
+    }
+    return mergedProperty(known->second, edits, set, property);
+}
+
+} // namespace annotate

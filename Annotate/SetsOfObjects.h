@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Annotate/MergedValues.h"
+
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace annotate {
+
+/// The model's sets of objects, each read when an object is asked for first. The details outlive it.
+class SetsOfObjects {
+public:
+    explicit SetsOfObjects(const ModelDetails& modelDetails) : details(&modelDetails) {}
+
+    /// The property of the object with the edit, which may be null.
+    MergedProperty find(const ModelObject& object, const EditIndex::Entry* edit, std::string_view set,
+                        std::string_view property);
+
+private:
+    const ModelDetails* details;
+    std::unordered_map<const ModelObject*, std::vector<ModelSet>> sets;
+};
+
+} // namespace annotate
