@@ -13,10 +13,10 @@ struct CsvRow {
     std::vector<std::string> cells;
 };
 
-/// The rows of a text in UTF-8, with or without a byte-order mark, with cells between commas, semicolons or tabs, which
-/// the first line tells. Lines end in LF, CRLF or CR; cells may stand in quotation marks, as RFC 4180 has it; blanks
-/// around those that don't are left out, and so are rows without any content. Throws RequestError, with the line, if
-/// the text isn't of that form.
+/// The rows of a text in UTF-8 without NULs, with or without a byte-order mark, with cells between commas, semicolons
+/// or tabs, which the first line tells. Lines end in LF, CRLF or CR; cells may stand in quotation marks, as RFC 4180
+/// has it; blanks around those that don't are left out, and so are rows without any content. Throws RequestError, with
+/// the line, if the text isn't of that form.
 std::vector<CsvRow> readCsv(std::string_view text);
 
 } // namespace annotate
