@@ -66,6 +66,7 @@ Condition::Condition(std::string_view text) {
                                ">= or ~, or put present or absent behind the name; quote names that have dots.");
     std::string_view rest = text;
     set = takeName(rest, ".");
+    rest = trimmed(rest);
     if (!rest.starts_with('.')) {
         throw refusal;
     }
