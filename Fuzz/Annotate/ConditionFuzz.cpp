@@ -9,8 +9,9 @@
 using namespace orv;
 
 int LLVMFuzzerTestOneInput(const fuzz::Byte* data, std::size_t size) {
+    const std::string bytes(data, data + size);
     try {
-        const annotate::Condition condition(std::string(data, data + size));
+        const annotate::Condition condition(bytes.c_str()); // an argument ends at a NUL
         fuzz::require(!condition.getSet().empty() && !condition.getProperty().empty(), "a condition is on a property");
         const bool takesAbsence = condition.holds({});
         const bool takesNumber = condition.holds({"16"});
