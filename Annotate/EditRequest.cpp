@@ -16,7 +16,6 @@ namespace annotate {
 
 using orv::host::ObjectEdit;
 using orv::host::Outcome;
-using orv::host::PropertyEdit;
 
 namespace {
 

@@ -51,7 +51,7 @@ Filter::Filter(const Arguments& arguments)
       choosesObjects(arguments.choosesObjects()),
       onlyVanished(arguments.vanished) {
     for (const std::string& condition : arguments.conditions) {
-        conditions.push_back({Condition(condition), false});
+        conditions.push_back({Condition(condition)});
     }
     std::transform(arguments.classes.begin(), arguments.classes.end(), std::back_inserter(classes), findClass);
     if (!arguments.globalId.empty()) {

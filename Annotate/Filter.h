@@ -40,7 +40,7 @@ public:
 private:
     struct Asked {
         Condition condition;
-        bool isKnown; ///< Whether there was such a property.
+        bool isKnown = false; ///< Whether there was such a property.
     };
 
     bool isInStorey(const ModelObject& object) const;

@@ -69,14 +69,20 @@ std::vector<PropertyValue> valuesOf(const Arguments& arguments, const EditReques
                      : std::vector<PropertyValue>{request.values.front()};
 }
 
-/// Makes the same edit of all the objects.
-void makeEdits(const Arguments& arguments, const EditRequest& request, const Definition& definition, Form form,
-               std::vector<PropertyValue> values) {
-    const ModelDetails details = ModelDetails::read(arguments.model);
+/// Without values.
+PropertyEdit editOf(const EditRequest& request, Form form) {
     PropertyEdit edit;
     edit.set = request.set;
     edit.property = request.property;
     edit.form = form;
+    return edit;
+}
+
+/// Makes the same edit of all the objects.
+void makeEdits(const Arguments& arguments, const EditRequest& request, const Definition& definition, Form form,
+               std::vector<PropertyValue> values) {
+    const ModelDetails details = ModelDetails::read(arguments.model);
+    PropertyEdit edit = editOf(request, form);
     edit.unit = takeUnits(definition, details.getUnits(), arguments.unit, values);
     edit.values = std::move(values);
     std::vector<ObjectEdit> edits;
@@ -116,12 +122,13 @@ void unsetProperty(const Arguments& arguments) {
     const Definition& definition = findDefinition(request.set, request.property);
     const ModelDetails details = ModelDetails::read(arguments.model);
     const Model& model = details.getModel();
+    const PropertyEdit edit = editOf(request, Form::Unset);
     std::vector<ObjectEdit> edits;
     {
         const Overlay overlay(model, readStore(arguments));
         for (const orv::Guid& id : request.objectsIn(details, arguments)) {
             if (!Overlay::read(id, request.set, request.property).empty()) {
-                edits.push_back({id, {request.set, request.property, Form::Unset}});
+                edits.push_back({id, edit});
             }
         }
     }

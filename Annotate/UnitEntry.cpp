@@ -8,8 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <iterator>
 #include <numbers>
 #include <optional>
@@ -123,9 +123,10 @@ std::optional<ModelUnit> unitOfSymbol(std::string_view kind, const std::string& 
 
 /// The number with 15 digits, so that 3 ft are 0.9144 m.
 double rounded(double number) {
+    constexpr int digits = 15;
     std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.15g", number); // NOLINT(*-vararg)
-    orv::host::take(text.data(), number);
+    const auto end = std::to_chars(text.begin(), text.end(), number, std::chars_format::general, digits);
+    std::from_chars(text.begin(), end.ptr, number);
     return number;
 }
 
