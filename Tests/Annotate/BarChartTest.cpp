@@ -8,13 +8,13 @@ namespace annotate {
 namespace {
 
 TEST(BarChart, alignsNamesNumbersAndBars) {
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));
     const std::vector<std::string> expected{"Küche     2 ##", "Terrace  11 ###########"};
     EXPECT_EQ(barChart({{"Küche", 2}, {"Terrace", 11}}, 80), expected);
 }
 
 TEST(BarChart, isNoWiderThanTheTerminal) {
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));
     const std::vector<std::string> expected{"Grüne Wän…  1000 ###", "Bad            1 #"};
     EXPECT_EQ(barChart({{"Grüne Wände im Keller", 1000}, {"Bad", 1}}, 20), expected);
     EXPECT_TRUE(barChart({}, 20).empty());
