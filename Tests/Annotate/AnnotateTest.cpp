@@ -440,7 +440,7 @@ TEST_F(AnnotateTest, storesAllOfAnImportOrNothingWhenItIsStopped) {
 TEST_F(AnnotateTest, ofTwoPeopleAtOnceKeepsEveryCommand) {
     const std::string id = firstId(HOUSE, "IfcWall");
     const std::string one =
-        "i=0; while [ $i -lt 50 ]; do i=$((i+1)); \"$1\" \"$2\" note \"$3\" $i --author $4 --store \"$5\" "
+        "i=0; while [ $i -lt 20 ]; do i=$((i+1)); \"$1\" \"$2\" note \"$3\" $i --author $4 --store \"$5\" "
         "&& \"$1\" \"$2\" set \"$3\" Pset_WallCommon $6 $i --author $4 --store \"$5\" || exit 1; done";
     const std::string arguments = std::string("' sh '") + ANNOTATE + "' '" + HOUSE + "' '" + id + "' ";
     const std::string first = "sh -c '" + one + arguments + "Anna '" + store + "' FireRating >/dev/null";
@@ -448,13 +448,13 @@ TEST_F(AnnotateTest, ofTwoPeopleAtOnceKeepsEveryCommand) {
     EXPECT_EQ(std::system(("(" + first + ") & (" + second + ") && wait $!").c_str()), 0); // NOLINT(cert-env33-c)
     const std::string content = contentOf(store);
     for (const char* const author : {"Anna", "Ben"}) {
-        EXPECT_EQ(lineCount(run({HOUSE, "notes", "--author", author, "--store", store}).output), 50U);
+        EXPECT_EQ(lineCount(run({HOUSE, "notes", "--author", author, "--store", store}).output), 20U);
     }
-    for (int number = 1; number <= 100; ++number) {
+    for (int number = 1; number <= 40; ++number) {
         EXPECT_NE(content.find("<Number>" + std::to_string(number) + "</Number>"), std::string::npos) << number;
     }
-    EXPECT_EQ(run({HOUSE, "get", id, "Pset_WallCommon", "FireRating", "--store", store}).output, "50\n");
-    EXPECT_EQ(run({HOUSE, "get", id, "Pset_WallCommon", "Reference", "--store", store}).output, "50\n");
+    EXPECT_EQ(run({HOUSE, "get", id, "Pset_WallCommon", "FireRating", "--store", store}).output, "20\n");
+    EXPECT_EQ(run({HOUSE, "get", id, "Pset_WallCommon", "Reference", "--store", store}).output, "20\n");
 }
 
 TEST_F(AnnotateTest, loadsTheStoreWhenItsTurnHasComeAtTheFolderOfTheFile) {
