@@ -69,9 +69,4 @@ bool equalsInAnyCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), equalInAnyCase);
 }
 
-bool containsInAnyCase(std::string_view text, std::string_view part) {
-    return part.empty() ||
-           std::search(text.begin(), text.end(), part.begin(), part.end(), equalInAnyCase) != text.end();
-}
-
 } // namespace annotate

@@ -81,7 +81,7 @@ orv::Guid idOf(const std::string& globalId);
 /// That there is no such object in the model.
 RequestError notInModel(const Arguments& arguments, const std::string& globalId);
 
-bool equalsInAnyCase(std::string_view a, std::string_view b);         ///< Of the letters A to Z.
-bool containsInAnyCase(std::string_view text, std::string_view part); ///< Of the letters A to Z.
+/// Of the letters A to Z: for keywords. AnyCase compares what people write.
+bool equalsInAnyCase(std::string_view a, std::string_view b);
 
 } // namespace annotate

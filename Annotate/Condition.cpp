@@ -86,6 +86,9 @@ Condition::Condition(std::string_view text) {
     }
     operation = found->operation;
     value = trimmed(rest.substr(found->text.size()));
+    if (operation == Operator::Contains) {
+        part.emplace(value);
+    }
     const bool isAlone = operation == Operator::Present || operation == Operator::Absent;
     if (isAlone != value.empty()) {
         throw refusal;
@@ -119,7 +122,7 @@ bool Condition::holdsFor(const std::string& candidate) const {
     case Operator::GreaterOrEqual:
         return order >= 0;
     case Operator::Contains:
-        return containsInAnyCase(candidate, value);
+        return part->isIn(candidate);
     default:
         return order == 0;
     }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "Annotate/AnyCase.h"
 #include "Annotate/MergedValues.h"
 
 #include <compare>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +41,7 @@ private:
     std::string property;
     Operator operation = Operator::Present;
     std::string value;
+    std::optional<AnyCase> part; ///< The value, if it is to be within another.
 };
 
 /// The values of a property that hold, as texts: those that a user set, otherwise the model's; of an enumeration each

@@ -29,6 +29,11 @@ const IfcClass* findClass(const std::string& name) {
     throw RequestError(name + " isn't a class of objects in IFC" + didYouMean(name, names));
 }
 
+/// By its name, or by its GlobalId, which is another one in another case.
+bool names(const AnyCase& wanted, const ModelObject& storey) {
+    return wanted.equals(storey.name) || wanted.getText() == storey.globalId;
+}
+
 /// A date, which stands for its beginning in UTC, or a time.
 Time timeIn(const std::string& text) {
     std::chrono::year_month_day date{};
@@ -46,7 +51,7 @@ Time timeIn(const std::string& text) {
 
 Filter::Filter(const Arguments& arguments)
     : match(arguments.match),
-      storeys(arguments.storeys),
+      storeys(arguments.storeys.begin(), arguments.storeys.end()),
       author(arguments.byAuthor),
       choosesObjects(arguments.choosesObjects()),
       onlyVanished(arguments.vanished) {
@@ -66,7 +71,7 @@ bool Filter::takes(const ModelObject& object) {
     const bool isOfClass = classes.empty() || std::any_of(classes.begin(), classes.end(), [&](const IfcClass* wanted) {
                                return wanted->includes(*object.ifcClass);
                            });
-    return isOfClass && containsInAnyCase(object.name, match) && isInStorey(object) &&
+    return isOfClass && match.isIn(object.name) && isInStorey(object) &&
            std::all_of(conditions.begin(), conditions.end(), [&](Asked& asked) { return meets(object, asked); });
 }
 
@@ -74,20 +79,21 @@ void Filter::consult(const ModelDetails& modelDetails, const Records& records) {
     details = &modelDetails;
     sets.emplace(modelDetails);
     edits.emplace(records);
-    std::vector<std::string_view> names;
+    std::vector<const ModelObject*> all;
     for (const ModelObject& object : modelDetails.getModel().getObjects()) {
         if (object.ifcClass->name == storeyClass) {
-            names.insert(names.end(), {object.name, object.globalId});
+            all.push_back(&object);
         }
     }
-    for (const std::string& storey : storeys) {
-        if (std::none_of(names.begin(), names.end(), [&](auto name) { return equalsInAnyCase(name, storey); })) {
-            std::string all;
-            for (std::size_t place = 0; place < names.size(); place += 2) {
-                all.append(all.empty() ? " It has " : ", ")
-                    .append(names[place].empty() ? names[place + 1] : names[place]);
+    for (const AnyCase& wanted : storeys) {
+        if (std::none_of(all.begin(), all.end(), [&](const auto* storey) { return names(wanted, *storey); })) {
+            std::string shown;
+            for (const ModelObject* const storey : all) {
+                shown.append(shown.empty() ? " It has " : ", ")
+                    .append(storey->name.empty() ? storey->globalId : storey->name);
             }
-            throw RequestError("The model has no storey " + storey + '.' + (all.empty() ? "" : all + '.'));
+            throw RequestError("The model has no storey " + wanted.getText() + '.' +
+                               (shown.empty() ? "" : shown + '.'));
         }
     }
 }
@@ -98,9 +104,8 @@ bool Filter::isInStorey(const ModelObject& object) const {
         return true;
     }
     const ModelObject* const storey = object.ifcClass->name == storeyClass ? &object : details->storeyOf(object);
-    return storey != nullptr && std::any_of(storeys.begin(), storeys.end(), [&](const std::string& wanted) {
-               return equalsInAnyCase(storey->name, wanted) || equalsInAnyCase(storey->globalId, wanted);
-           });
+    return storey != nullptr &&
+           std::any_of(storeys.begin(), storeys.end(), [&](const AnyCase& wanted) { return names(wanted, *storey); });
 }
 
 bool Filter::meets(const ModelObject& object, Asked& asked) {
@@ -141,7 +146,7 @@ bool Filter::takesOwner(const orv::Guid& id, const ModelObject* object) {
 }
 
 bool Filter::takesAct(const std::string& actor, const std::optional<Time>& time) const {
-    return (author.empty() || equalsInAnyCase(actor, author)) && (!since || (time && *time >= *since));
+    return (author.getText().empty() || author.equals(actor)) && (!since || (time && *time >= *since));
 }
 
 std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter) {

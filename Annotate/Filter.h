@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Annotate/AnyCase.h"
 #include "Annotate/Arguments.h"
 #include "Annotate/Condition.h"
 #include "Annotate/Note.h"
@@ -47,14 +48,14 @@ private:
     bool meets(const ModelObject& object, Asked& asked);
 
     std::vector<const orv::fc::IfcClass*> classes;
-    std::string match;
-    std::vector<std::string> storeys;
+    AnyCase match;
+    std::vector<AnyCase> storeys;
     std::vector<Asked> conditions;
     const ModelDetails* details = nullptr;
     std::optional<SetsOfObjects> sets;
     std::optional<EditIndex> edits;
     std::optional<orv::Guid> owner;
-    std::string author;
+    AnyCase author;
     std::optional<Time> since;
     bool choosesObjects;
     bool onlyVanished;
