@@ -61,28 +61,30 @@ Condition::Condition(std::string_view text) {
         {"~", Operator::Contains}, {"present", Operator::Present}, {"absent", Operator::Absent},
     };
     constexpr std::string_view operators = "!<=>~";
-    const RequestError refusal("\"" + std::string(text) +
-                               "\" isn't a condition like Pset_WallCommon.IsExternal=true. Compare by =, !=, <, <=, >, "
-                               ">= or ~, or put present or absent behind the name; quote names that have dots.");
-    std::string_view rest = text;
+    const auto refusal = [text] {
+        return RequestError("\"" + std::string(text) +
+                            "\" isn't a condition like Pset_WallCommon.IsExternal=true. Compare by =, !=, <, <=, >, "
+                            ">= or ~, or put present or absent behind the name; quote names that have dots.");
+    };
+    std::string_view rest = trimmed(text);
     set = takeName(rest, ".");
     rest = trimmed(rest);
     if (!rest.starts_with('.')) {
-        throw refusal;
+        throw refusal();
     }
     rest.remove_prefix(1);
     const bool isQuoted = trimmed(rest).starts_with('"');
     property = takeName(rest, operators);
     if (!isQuoted && rest.empty()) { // no operator but a word, behind a blank
         const std::size_t blank = property.rfind(' ');
-        rest = blank == std::string::npos ? "" : text.substr(text.rfind(' '));
+        rest = blank == std::string::npos ? "" : trimmed(text).substr(trimmed(text).rfind(' '));
         property = trimmed(std::string_view(property).substr(0, blank));
     }
     rest = trimmed(rest);
     const auto* const found = std::find_if(std::begin(spellings), std::end(spellings),
                                            [&](const Spelling& each) { return rest.starts_with(each.text); });
     if (set.empty() || property.empty() || found == std::end(spellings)) {
-        throw refusal;
+        throw refusal();
     }
     operation = found->operation;
     value = trimmed(rest.substr(found->text.size()));
@@ -91,12 +93,12 @@ Condition::Condition(std::string_view text) {
     }
     const bool isAlone = operation == Operator::Present || operation == Operator::Absent;
     if (isAlone != value.empty()) {
-        throw refusal;
+        throw refusal();
     }
 }
 
 bool Condition::holds(const std::vector<std::string>& values) const {
-    const auto isEqual = [this](const std::string& candidate) { return comparedWith(candidate) == 0; };
+    const auto isEqual = [this](const std::string& candidate) { return std::is_eq(comparedWith(candidate)); };
     switch (operation) {
     case Operator::Present:
         return !values.empty();
@@ -114,17 +116,17 @@ bool Condition::holdsFor(const std::string& candidate) const {
     const std::partial_ordering order = comparedWith(candidate);
     switch (operation) {
     case Operator::Less:
-        return order < 0;
+        return std::is_lt(order);
     case Operator::LessOrEqual:
-        return order <= 0;
+        return std::is_lteq(order);
     case Operator::Greater:
-        return order > 0;
+        return std::is_gt(order);
     case Operator::GreaterOrEqual:
-        return order >= 0;
+        return std::is_gteq(order);
     case Operator::Contains:
         return part->isIn(candidate);
     default:
-        return order == 0;
+        return std::is_eq(order);
     }
 }
 
