@@ -3,6 +3,10 @@
 #include "Annotate/Filter.h"
 #include "Annotate/SetsOfObjects.h"
 #include "Annotate/Table.h"
+#include "Annotate/Terminal.h"
+
+#include <iostream>
+#include <set>
 
 namespace annotate {
 
@@ -10,11 +14,10 @@ using Form = orv::host::PropertyEdit::Form;
 
 namespace {
 
-/// What the model has of the property of the edit; empty if it doesn't have the object or the property.
-std::string modelsText(SetsOfObjects& sets, const ModelObject* object, const EditIndex::Entry& entry) {
-    const ModelProperty* const property =
-        object == nullptr ? nullptr : sets.find(*object, &entry, entry.edit.set, entry.edit.property).model;
-    return property == nullptr ? "" : valuesText(*property);
+/// The property of an object that may have vanished from the model.
+MergedProperty propertyOf(SetsOfObjects& sets, const ModelObject* object, const EditIndex::Entry& entry) {
+    return object == nullptr ? MergedProperty{entry.edit.set, entry.edit.property, nullptr, &entry}
+                             : sets.find(*object, &entry, entry.edit.set, entry.edit.property);
 }
 
 } // namespace
@@ -27,15 +30,18 @@ void listEdits(const Arguments& arguments) {
     const EditIndex index(records);
     SetsOfObjects sets(details);
     std::vector<Row> rows;
+    std::set<std::string> remarks;
     for (const EditIndex::Entry& entry : index.getEntries()) {
         const ModelObject* const object = details.getModel().find(entry.id);
         const std::optional<Time> time =
             entry.edit.time == Time() ? std::nullopt : std::optional<Time>(entry.edit.time);
         if (entry.edit.form != Form::Unset && filter.takesOwner(entry.id, object) &&
             filter.takesAct(entry.edit.author, time)) {
+            const MergedProperty property = propertyOf(sets, object, entry);
+            remarks.insert(changedUnit(property, details.getUnits()));
             rows.push_back({entry.id.toString(false), classOf(object), nameOf(object), entry.edit.set,
-                            entry.edit.property, modelsText(sets, object, entry), editText(entry.edit), entry.edit.unit,
-                            entry.edit.author, shownTime(time)});
+                            entry.edit.property, property.model == nullptr ? "" : valuesText(*property.model),
+                            editText(entry.edit), entry.edit.unit, entry.edit.author, shownTime(time)});
         }
     }
     printTable(arguments,
@@ -50,6 +56,10 @@ void listEdits(const Arguments& arguments) {
                 {"Author"},
                 {"Time"}},
                rows);
+    remarks.erase("");
+    for (const std::string& remark : remarks) {
+        std::cerr << "annotate: " << printable(remark) << '\n';
+    }
 }
 
 } // namespace annotate

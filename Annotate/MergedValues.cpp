@@ -118,7 +118,7 @@ std::string changedUnit(const MergedProperty& property, const ModelUnits& units)
         return "";
     }
     return property.set + '.' + property.name + " was set in " + property.edit->edit.unit + ", where the model has " +
-           (of.empty() ? "no unit" : of) + " now.";
+           (of.empty() ? "no unit" : of) + '.';
 }
 
 } // namespace annotate

@@ -34,7 +34,8 @@ std::string_view comparisonOf(const MergedProperty& property, const ModelUnits& 
 /// model has for the values of such a property. Empty if there is none, or none is known.
 std::string unitOf(const MergedProperty& property, const ModelUnits& units);
 
-/// That the model's unit isn't the edit's any more, in a sentence; empty if it is.
+/// That the model's unit isn't the edit's, in a sentence; empty if it is. It has changed since then, or the model's
+/// property has a unit of its own.
 std::string changedUnit(const MergedProperty& property, const ModelUnits& units);
 
 } // namespace annotate
