@@ -18,10 +18,6 @@ using Form = PropertyEdit::Form;
 
 namespace {
 
-Time now() {
-    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-}
-
 std::string countOf(std::size_t count, const std::string& what) {
     return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }

@@ -11,6 +11,10 @@ namespace annotate {
 
 using Time = std::chrono::sys_time<std::chrono::milliseconds>;
 
+inline Time now() {
+    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+}
+
 /// A remark on an object of the model. Those of an annotate before 0.2 have text, priority and state only; they get the
 /// rest, but for who made them and when, from the first command that writes their store.
 struct Note : orv::host::Record<Note> {

@@ -12,10 +12,6 @@ namespace annotate {
 
 namespace {
 
-Time now() {
-    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-}
-
 /// As in "Note 3 is", "Notes 3 and 4 are" or "Notes 3, 4 and 5 are".
 std::string beginSentence(const std::vector<std::int64_t>& numbers) {
     std::string text = numbers.size() == 1 ? "Note " : "Notes ";

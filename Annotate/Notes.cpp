@@ -68,7 +68,7 @@ Note& Notebook::add(const Note& content, const std::string& author) {
     note.number = ++last->number;
     note.id = makeId();
     note.author = author;
-    note.made = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    note.made = now();
     return note;
 }
 

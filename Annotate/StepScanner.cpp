@@ -9,7 +9,7 @@ namespace annotate {
 namespace {
 
 /// What a character can be a part of.
-enum Kind : unsigned char {
+enum CharacterKind : unsigned char {
     blank = 1,
     digit = 2,
     letter = 4,
@@ -92,11 +92,11 @@ std::string_view StepScanner::takeKeyword() {
 
 std::string_view StepScanner::takeInstanceNumber() {
     expect('#');
-    const std::string_view digits = takeAll<digit>();
-    if (digits.empty()) {
+    const std::string_view number = takeAll<digit>();
+    if (number.empty()) {
         fail("the number of an instance");
     }
-    return digits;
+    return number;
 }
 
 std::string_view StepScanner::takeString() {

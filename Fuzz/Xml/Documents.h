@@ -16,7 +16,7 @@ inline std::string saved(const xml::File& file, xml::LineEnding lineEnding) {
 }
 
 /// The node's children and their children, each with its name and value.
-inline std::string contentOf(const xml::const_Node& node) {
+inline std::string contentOf(const xml::const_Node& node) { // NOLINT(misc-no-recursion): inputs are short
     std::string content;
     for (auto child = node.ChildNodesGet().getFirstItem(); child; child = child->NextSiblingGet()) {
         const bool isElement = xml::const_Element::toWrapper(*child).has_value();

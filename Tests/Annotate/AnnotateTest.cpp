@@ -1,22 +1,15 @@
+#include "Annotate/CommandTest.h"
 #include "FoundationClasses/IfcClass.h"
-#include "Support/TemporaryDirectory.h"
 #include "Utilities/FileLock.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <fcntl.h>
 #include <map>
 #include <regex>
 #include <set>
 #include <sstream>
-#include <sys/file.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 namespace annotate {
 namespace {
@@ -25,71 +18,16 @@ using orv::tests::contentOf;
 using orv::tests::setContent;
 using orv::utilities::FileLock;
 
-struct Outcome {
-    int status = -1;
-    std::string output;
-    std::string error;
-};
+class AnnotateTest : public CommandTest {};
 
-class AnnotateTest : public ::testing::Test {
-protected:
-    AnnotateTest() { ::setenv("ANNOTATE_AUTHOR", "Anna", 1); }
-
-    /// With standard output to the file named, or to one of the test's own.
-    pid_t start(std::vector<std::string> arguments, const std::string& output = {}) const {
-        arguments.insert(arguments.begin(), ANNOTATE);
-        std::vector<char*> pointers(arguments.size() + 1);
-        std::transform(arguments.begin(), arguments.end(), pointers.begin(), [](auto& each) { return each.data(); });
-        const pid_t process = ::fork();
-        if (process == 0) {
-            const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
-            ::dup2(::open((output.empty() ? outputOf(::getpid()) : output).c_str(), flags, 0600), STDOUT_FILENO);
-            ::dup2(::open(errorOf(::getpid()).c_str(), flags, 0600), STDERR_FILENO);
-            ::execv(ANNOTATE, pointers.data());
-            ::_exit(127);
+std::vector<std::string> models() {
+    std::vector<std::string> paths = {HOUSE};
+    if (std::filesystem::is_directory(REAL_MODELS)) {
+        for (const auto& entry : std::filesystem::directory_iterator(REAL_MODELS)) {
+            paths.push_back(entry.path());
         }
-        return process;
     }
-
-    Outcome finish(pid_t process) const {
-        int status = 0;
-        EXPECT_EQ(::waitpid(process, &status, 0), process);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(outputOf(process)),
-                contentOf(errorOf(process))};
-    }
-
-    Outcome run(const std::vector<std::string>& arguments) const { return finish(start(arguments)); }
-
-    std::string outputOf(pid_t process) const { return directory / (std::to_string(process) + ".out"); }
-    std::string errorOf(pid_t process) const { return directory / (std::to_string(process) + ".err"); }
-
-    std::string firstId(const std::string& model, const std::string& ifcClass = "IfcObject") const {
-        return run({model, "objects", "--class", ifcClass}).output.substr(0, 22);
-    }
-
-    void expectRefusal(const std::vector<std::string>& arguments, int status, const std::string& error) const {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(outcome.status, status) << outcome.error;
-        EXPECT_NE(outcome.error.find(error), std::string::npos) << outcome.error << "doesn't tell: " << error;
-        EXPECT_EQ(outcome.output, "");
-    }
-
-    static std::vector<std::string> models() {
-        std::vector<std::string> paths = {HOUSE};
-        if (std::filesystem::is_directory(REAL_MODELS)) {
-            for (const auto& entry : std::filesystem::directory_iterator(REAL_MODELS)) {
-                paths.push_back(entry.path());
-            }
-        }
-        return paths;
-    }
-
-    orv::tests::TemporaryDirectory directory;
-    std::string store = directory / "notes.xml";
-};
-
-std::size_t lineCount(const std::string& text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    return paths;
 }
 
 TEST_F(AnnotateTest, listsEveryObjectDefinitionOfTheFile) {
@@ -381,106 +319,6 @@ TEST_F(AnnotateTest, alignsColumnsInATerminal) {
         "1       0aaaaaaaaaaaaaaaaaaaaa  IfcWall       \xE5\xA3\x81\xE5\xA3\x81 e\xCC\x81  0         open   Anna    "
         "2026-02-03T04:05:06Z  a\r\n"
         "2       1aaaaaaaaaaaaaaaaaaaaa  IfcDoorStyle  No.     10        open   Anna    2026-02-03T04:05:06Z  b\r\n");
-}
-
-TEST_F(AnnotateTest, ofManyProcessesTakesTurnsAndLosesNoNote) {
-    const std::string id = firstId(HOUSE);
-    std::vector<pid_t> processes(8);
-    for (pid_t& process : processes) {
-        process = start({HOUSE, "note", id, "text", "--store", store});
-    }
-    std::set<std::string> outputs;
-    std::set<std::string> expected;
-    for (std::size_t number = 0; number < processes.size(); ++number) {
-        outputs.insert(finish(processes[number]).output);
-        expected.insert("Note " + std::to_string(number + 1) + " is stored in " + store + ".\n");
-    }
-    EXPECT_EQ(outputs, expected);
-    EXPECT_EQ(lineCount(run({HOUSE, "notes", "--store", store}).output), processes.size());
-}
-
-TEST_F(AnnotateTest, storesAllOfAnImportOrNothingWhenItIsStopped) {
-    const std::string id = firstId(HOUSE, "IfcWall");
-    const std::string file = directory / "values.csv";
-    std::istringstream definitions(run({HOUSE, "definitions"}).output);
-    std::string content = "GlobalId\tset\tproperty\tvalue\n";
-    for (std::string set, property, rest; std::getline(definitions, set, '\t');) {
-        std::getline(std::getline(definitions, property, '\t'), rest);
-        content += rest.starts_with("single\tIfcLabel\t") ? id + '\t' + set + '\t' + property + "\ta\n" : "";
-    }
-    setContent(file, content);
-    const std::size_t edits = lineCount(content) - 1;
-    ASSERT_GT(edits, 300U);
-    const std::string stored = std::to_string(edits) + " edits are stored in " + store + ".\n";
-    for (const int signal : {SIGINT, SIGKILL}) {
-        bool isStopped = true;
-        for (int wait = 0; isStopped; wait += 8) {
-            std::filesystem::remove(store);
-            EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
-            const pid_t process = start({HOUSE, "import", file, "--store", store});
-            std::this_thread::sleep_for(std::chrono::milliseconds(wait));
-            ::kill(process, signal);
-            const Outcome outcome = finish(process);
-            isStopped = outcome.status == -1;
-            const Outcome listed = run({HOUSE, "edits", "--store", store});
-            const std::size_t present = lineCount(listed.output);
-            EXPECT_EQ(listed.error, "");
-            EXPECT_TRUE(present == edits || (present == 0 && isStopped)) << present;
-            if (signal == SIGINT) {
-                EXPECT_EQ(outcome.output, present == 0 ? "" : stored);
-                EXPECT_EQ(present > 0 && outcome.error.find("Nothing was stored") != std::string::npos, false);
-            }
-            EXPECT_EQ(run({HOUSE, "note", id, "second", "--store", store}).status, 0);
-            EXPECT_EQ(lineCount(run({HOUSE, "notes", "--store", store}).output), 2U);
-            EXPECT_EQ(lineCount(run({HOUSE, "edits", "--store", store}).output), present);
-        }
-    }
-}
-
-TEST_F(AnnotateTest, ofTwoPeopleAtOnceKeepsEveryCommand) {
-    const std::string id = firstId(HOUSE, "IfcWall");
-    const std::string one =
-        "i=0; while [ $i -lt 20 ]; do i=$((i+1)); \"$1\" \"$2\" note \"$3\" $i --author $4 --store \"$5\" "
-        "&& \"$1\" \"$2\" set \"$3\" Pset_WallCommon $6 $i --author $4 --store \"$5\" || exit 1; done";
-    const std::string arguments = std::string("' sh '") + ANNOTATE + "' '" + HOUSE + "' '" + id + "' ";
-    const std::string first = "sh -c '" + one + arguments + "Anna '" + store + "' FireRating >/dev/null";
-    const std::string second = "sh -c '" + one + arguments + "Ben '" + store + "' Reference >/dev/null";
-    EXPECT_EQ(std::system(("(" + first + ") & (" + second + ") && wait $!").c_str()), 0); // NOLINT(cert-env33-c)
-    const std::string content = contentOf(store);
-    for (const char* const author : {"Anna", "Ben"}) {
-        EXPECT_EQ(lineCount(run({HOUSE, "notes", "--author", author, "--store", store}).output), 20U);
-    }
-    for (int number = 1; number <= 40; ++number) {
-        EXPECT_NE(content.find("<Number>" + std::to_string(number) + "</Number>"), std::string::npos) << number;
-    }
-    EXPECT_EQ(run({HOUSE, "get", id, "Pset_WallCommon", "FireRating", "--store", store}).output, "20\n");
-    EXPECT_EQ(run({HOUSE, "get", id, "Pset_WallCommon", "Reference", "--store", store}).output, "20\n");
-}
-
-TEST_F(AnnotateTest, loadsTheStoreWhenItsTurnHasComeAtTheFolderOfTheFile) {
-    const std::string id = firstId(HOUSE);
-    std::filesystem::create_directory(directory / "folder");
-    std::filesystem::create_symlink(directory / "folder/notes.xml", store);
-    std::ofstream(directory / "folder/notes.xml").close();
-    EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
-    const std::string one = contentOf(store);
-    EXPECT_EQ(run({HOUSE, "note", id, "second", "--store", store}).status, 0);
-    const std::string two = contentOf(store);
-    setContent(store, one);
-
-    const int folder = ::open((directory / "folder").c_str(), O_RDONLY | O_CLOEXEC);
-    ASSERT_EQ(::flock(folder, LOCK_EX), 0);
-    const pid_t process = start({HOUSE, "note", id, "third", "--store", store});
-    // Out of turn it would be done by then; in turn it waits for as long as this takes.
-    siginfo_t ended{};
-    for (int remaining = 50; remaining > 0 && ended.si_pid == 0; --remaining) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOHANG | WNOWAIT), 0);
-    }
-    setContent(store, two);
-    ::close(folder);
-    EXPECT_EQ(finish(process).error, "");
-    EXPECT_EQ(lineCount(run({HOUSE, "notes", "--store", store}).output), 3U);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "Annotate/ModelDetails.h"
 
+#include "Annotate/StepFile.h"
 #include "FoundationClasses/IfcClass.h"
 #include "Support/TemporaryDirectory.h"
 
@@ -7,10 +8,6 @@
 
 namespace annotate {
 namespace {
-
-const std::string header =
-    "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_SCHEMA(('IFC4'));\nENDSEC;\nDATA;\n";
-const std::string footer = "\nENDSEC;\nEND-ISO-10303-21;\n";
 
 class ModelDetailsTest : public ::testing::Test {
 protected:

@@ -1,6 +1,7 @@
 #include "Annotate/Model.h"
 
 #include "Annotate/Overlay.h"
+#include "Annotate/StepFile.h"
 #include "FoundationClasses/IfcClass.h"
 #include "Support/TemporaryDirectory.h"
 
@@ -10,9 +11,6 @@ namespace annotate {
 
 namespace {
 
-const std::string header =
-    "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_SCHEMA(('IFC4'));\nENDSEC;\nDATA;\n";
-const std::string footer = "\nENDSEC;\nEND-ISO-10303-21;\n";
 const std::string id = "0aaaaaaaaaaaaaaaaaaaaa";
 const std::string wall = "#7=IFCWALL('" + id + "',$,'A',$,$,$,$,$,$);";
 

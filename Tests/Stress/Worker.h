@@ -100,7 +100,7 @@ private:
         const auto size = fs::file_size(path, missing);
         if (round.space == Round::Space::Limited) {
             // No less than the file has: what is written over takes no space elsewhere either.
-            setLimit(((missing ? 0 : size) + pageSize - 1) / pageSize * pageSize + pageSize * dice.below(2));
+            setLimit(((missing ? 0 : size) + pageSize - 1) / pageSize * pageSize + (dice.below(2) == 0 ? 0 : pageSize));
         }
         const bool isAccepted = add(kinds[dice.below(3)], text, dice.below(dice.below(20) == 0 ? 6000 : 200));
         setLimit(RLIM_INFINITY);

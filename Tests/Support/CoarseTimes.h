@@ -29,7 +29,8 @@ private:
         return outcome;
     }
 
-    static inline const utilities::SystemCalls real = utilities::systemCalls;
+    // Initialized by constants, so before this.
+    static inline const utilities::SystemCalls real = utilities::systemCalls; // NOLINT(*-interfaces-global-init)
 };
 
 } // namespace orv::tests

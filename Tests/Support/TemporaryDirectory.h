@@ -1,10 +1,10 @@
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
-#include <stdlib.h>
 #include <string>
 
 namespace orv::tests {

@@ -165,11 +165,11 @@ std::errc sync(Handle file) {
     return result == std::errc::invalid_argument ? done : result;
 }
 
-std::errc renameFile(const fs::path& from, const fs::path& to) {
+std::errc renamePath(const fs::path& from, const fs::path& to) {
     return outcome(std::rename(from.c_str(), to.c_str()));
 }
 
-std::errc removeFile(const fs::path& path) {
+std::errc removePath(const fs::path& path) {
     return outcome(::unlink(path.c_str()));
 }
 
@@ -201,6 +201,6 @@ std::errc list(const fs::path& directory, std::vector<fs::path>& names) {
 
 SystemCalls systemCalls = {
     openFile, closeFile,           openStream, lock, unlock,     getState,   getStateOf,    readAt,   writeAt,
-    setSize,  setModificationTime, takeAccess, sync, renameFile, removeFile, makeDirectory, readLink, list};
+    setSize,  setModificationTime, takeAccess, sync, renamePath, removePath, makeDirectory, readLink, list};
 
 } // namespace orv::utilities
