@@ -6,6 +6,7 @@
 #include "FoundationClasses/IfcClass.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 
 namespace annotate {
@@ -22,27 +23,29 @@ bool isOf(const ModelObject& object, const IfcClass& ifcClass) {
     return ifcClass.includes(*object.ifcClass);
 }
 
-/// Adds the properties of a type that the object's own sets don't have.
-void addFromType(std::vector<ModelSet>& sets, ModelSet ofType) {
-    for (ModelProperty& property : ofType.properties) {
-        property.isFromType = true;
+/// Adds what the object has from elsewhere to the sets that it has otherwise, of which there are count; without the
+/// properties that those have.
+void addInherited(std::vector<ModelSet>& sets, std::size_t count, std::string_view from, ModelSet inherited) {
+    const auto end = sets.begin() + static_cast<std::ptrdiff_t>(count);
+    const auto isSame = [&](const ModelSet& set) {
+        return set.name == inherited.name && set.isQuantities == inherited.isQuantities;
+    };
+    const auto isKnown = [&](const ModelProperty& property) {
+        return std::any_of(sets.begin(), end, [&](const ModelSet& set) {
+            return isSame(set) &&
+                   std::any_of(set.properties.begin(), set.properties.end(), [&](const ModelProperty& each) {
+                       return each.name == property.name && each.from != from;
+                   });
+        });
+    };
+    std::erase_if(inherited.properties, isKnown);
+    for (ModelProperty& property : inherited.properties) {
+        property.from = from;
     }
-    const auto own = std::find_if(sets.begin(), sets.end(), [&](const ModelSet& set) {
-        return set.name == ofType.name && set.isQuantities == ofType.isQuantities;
-    });
-    if (own == sets.end()) {
-        ofType.isFromType = true;
-        sets.push_back(std::move(ofType));
-        return;
-    }
-    const std::size_t ownCount = own->properties.size();
-    for (ModelProperty& property : ofType.properties) {
-        const auto end = own->properties.begin() + static_cast<std::ptrdiff_t>(ownCount);
-        const bool isOwn = std::any_of(own->properties.begin(), end,
-                                       [&](const ModelProperty& each) { return each.name == property.name; });
-        if (!isOwn) {
-            own->properties.push_back(std::move(property));
-        }
+    if (const auto known = std::find_if(sets.begin(), end, isSame); known != end) {
+        std::move(inherited.properties.begin(), inherited.properties.end(), std::back_inserter(known->properties));
+    } else {
+        sets.push_back(std::move(inherited));
     }
 }
 
@@ -127,7 +130,8 @@ ModelDetails::ModelDetails(Reader& reader, std::filesystem::path path)
       model(std::move(reader.objects)),
       statements(std::move(reader.statements)),
       relations(std::move(reader.relations)),
-      units(statements, assignedUnits(statements, reader.unitAssignments)) {
+      units(statements, assignedUnits(statements, reader.unitAssignments)),
+      materials(statements) {
     for (const ModelObject& object : model.getObjects()) {
         objectsByNumber.push_back(&object);
     }
@@ -138,16 +142,39 @@ ModelDetails::ModelDetails(Reader& reader, std::filesystem::path path)
 std::vector<ModelSet> ModelDetails::setsOf(const ModelObject& object) const {
     std::vector<ModelSet> sets;
     try {
-        for (const std::uint64_t id : relations.definitionsOf(object.id)) {
-            if (auto set = readSet(statements, units, id)) {
+        addSetsOf(object.id, "", sets);
+        addSetsOf(relations.declarationOf(object.id), "declaration", sets);
+        addSetsOf(relations.typeOf(object.id), "type", sets);
+    } catch (const StepError& problem) {
+        throw brokenModel(file, problem.what());
+    }
+    return sets;
+}
+
+void ModelDetails::addSetsOf(std::uint64_t id, std::string_view from, std::vector<ModelSet>& sets) const {
+    const std::size_t count = sets.size();
+    for (const std::uint64_t definition : relations.definitionsOf(id)) {
+        if (auto set = readSet(statements, units, definition)) {
+            if (from.empty()) {
                 sets.push_back(std::move(*set));
+            } else {
+                addInherited(sets, count, from, std::move(*set));
             }
         }
-        if (const std::uint64_t type = relations.typeOf(object.id); type != 0) {
-            for (const std::uint64_t id : relations.definitionsOf(type)) {
-                if (auto set = readSet(statements, units, id)) {
-                    addFromType(sets, std::move(*set));
+    }
+}
+
+std::vector<ModelSet> ModelDetails::materialSetsOf(const ModelObject& object) const {
+    std::vector<ModelSet> sets;
+    try {
+        const std::uint64_t own = relations.materialOf(object.id);
+        const std::uint64_t material = own != 0 ? own : relations.materialOf(relations.typeOf(object.id));
+        for (const auto& [name, id] : materials.propertiesOf(statements, material)) {
+            if (auto set = readSet(statements, units, id)) {
+                for (ModelProperty& property : set->properties) {
+                    property.from = "material " + name;
                 }
+                sets.push_back(std::move(*set));
             }
         }
     } catch (const StepError& problem) {

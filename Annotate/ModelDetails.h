@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Annotate/Model.h"
+#include "Annotate/ModelMaterials.h"
 #include "Annotate/ModelRelations.h"
 #include "Annotate/ModelSet.h"
 #include "Annotate/ModelStatements.h"
@@ -24,9 +25,12 @@ public:
     const Model& getModel() const { return model; }
     const ModelUnits& getUnits() const { return units; }
 
-    /// The object's sets of properties and of quantities, and those of its type with what the object has no value of
-    /// its own for. Throws ModelError if the statement of one is malformed.
+    /// The object's sets of properties and of quantities, and those of the object that declares it and of its type with
+    /// what it has no value of its own for. Throws ModelError if the statement of one is malformed.
     std::vector<ModelSet> setsOf(const ModelObject& object) const;
+
+    /// The sets of properties of the materials that the object is made of, or else its type. Throws as setsOf does.
+    std::vector<ModelSet> materialSetsOf(const ModelObject& object) const;
 
     /// The site, building, storey and the like that the object is in, the outermost first. A part of something is where
     /// that is, and so is what fills an opening.
@@ -43,6 +47,7 @@ private:
 
     explicit ModelDetails(Reader& reader, std::filesystem::path path);
 
+    void addSetsOf(std::uint64_t id, std::string_view from, std::vector<ModelSet>& sets) const;
     const ModelObject* objectOf(std::uint64_t id) const;
 
     std::filesystem::path file;
@@ -51,6 +56,7 @@ private:
     ModelStatements statements;
     ModelRelations relations;
     ModelUnits units;
+    ModelMaterials materials;
 };
 
 } // namespace annotate

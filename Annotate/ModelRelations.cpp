@@ -33,6 +33,12 @@ void ModelRelations::add(StatementKind kind, const StepParameters& parameters) {
     case Kind::DefinesByType:
         addEach(types, fifth.references(), sixth.reference(), kind);
         break;
+    case Kind::DefinesByObject:
+        addEach(declarations, fifth.references(), sixth.reference(), kind);
+        break;
+    case Kind::AssociatesMaterial:
+        addEach(materials, fifth.references(), sixth.reference(), kind);
+        break;
     case Kind::Contained:
         addEach(parents, fifth.references(), sixth.reference(), kind);
         break;
@@ -55,7 +61,7 @@ void ModelRelations::addDefinitions(std::uint64_t object, const std::vector<std:
 }
 
 void ModelRelations::sort() {
-    for (Links* const links : {&definitions, &types, &parents}) {
+    for (Links* const links : {&definitions, &types, &declarations, &materials, &parents}) {
         std::stable_sort(links->begin(), links->end(), [](const Link& a, const Link& b) {
             return a.from != b.from ? a.from < b.from : rank(a.kind) < rank(b.kind);
         });
@@ -76,6 +82,14 @@ std::vector<std::uint64_t> ModelRelations::definitionsOf(std::uint64_t object) c
 
 std::uint64_t ModelRelations::typeOf(std::uint64_t object) const {
     return firstOf(types, object);
+}
+
+std::uint64_t ModelRelations::declarationOf(std::uint64_t object) const {
+    return firstOf(declarations, object);
+}
+
+std::uint64_t ModelRelations::materialOf(std::uint64_t object) const {
+    return firstOf(materials, object);
 }
 
 std::uint64_t ModelRelations::parentOf(std::uint64_t object) const {

@@ -29,6 +29,12 @@ public:
 
     std::uint64_t typeOf(std::uint64_t object) const;
 
+    /// The object that declares what the object has, as a part of a type does for the parts of the type's occurrences.
+    std::uint64_t declarationOf(std::uint64_t object) const;
+
+    /// What the object is made of, in whatever form: layers, a list, one material.
+    std::uint64_t materialOf(std::uint64_t object) const;
+
     /// The place that contains the object, else the whole that it is a part of, or the one that it fills or voids.
     std::uint64_t parentOf(std::uint64_t object) const;
 
@@ -45,6 +51,8 @@ private:
 
     Links definitions;
     Links types;
+    Links declarations;
+    Links materials;
     Links parents;
 };
 

@@ -1,5 +1,6 @@
 #include "Annotate/ModelSet.h"
 
+#include "Annotate/DirectAttributes.h"
 #include "Annotate/ModelStatements.h"
 #include "Annotate/StepParameters.h"
 #include "Annotate/StepValue.h"
@@ -37,14 +38,27 @@ public:
 
     std::optional<ModelSet> read(std::uint64_t id) {
         const auto statement = statements.find(id);
-        const Kind kind = statement.statementClass->kind;
-        if (kind != Kind::PropertySet && kind != Kind::QuantitySet) {
+        switch (statement.statementClass->kind) {
+        case Kind::PropertySet:
+            begin(StepParameters(statement.text), 2, 4);
+            break;
+        case Kind::QuantitySet:
+            set.isQuantities = true;
+            begin(StepParameters(statement.text), 2, 5);
+            break;
+        case Kind::MaterialProperties:
+            begin(StepParameters(statement.text), 0, 2);
+            break;
+        case Kind::ExtendedMaterialProperties:
+            begin(StepParameters(statement.text), 3, 1);
+            break;
+        case Kind::PredefinedSet:
+        case Kind::MaterialAttributes:
+            addAttributes(*statement.statementClass, StepParameters(statement.text));
+            break;
+        default:
             return std::nullopt;
         }
-        const StepParameters parameters(statement.text);
-        set.isQuantities = kind == Kind::QuantitySet;
-        set.name = textIn(parameters[2]);
-        push("", 0, parameters[set.isQuantities ? 5 : 4]);
         while (!pending.empty()) {
             const Pending next = std::move(pending.back());
             pending.pop_back();
@@ -59,6 +73,29 @@ private:
         int depth;
         std::uint64_t id;
     };
+
+    /// With its name and its members at those places.
+    void begin(const StepParameters& parameters, std::size_t name, std::size_t members) {
+        set.name = textIn(parameters[name]);
+        push("", 0, parameters[members]);
+    }
+
+    /// The attributes that are given. What programs write for the Name of such a set is that of its type.
+    void addAttributes(const StatementClass& setClass, const StepParameters& parameters) {
+        set.name = setClass.name;
+        for (const DirectAttribute& attribute : directAttributesOf(setClass.name)) {
+            ModelProperty property;
+            property.name = attribute.name;
+            addValues(property, {parameters[attribute.place]});
+            if (property.valueType.empty()) {
+                property.valueType = attribute.valueType;
+            }
+            if (!property.values.front().isEmpty()) {
+                property.unit = unitOf(0, property.valueType);
+                set.properties.push_back(std::move(property));
+            }
+        }
+    }
 
     void push(const std::string& prefix, int depth, StepParameter members) {
         const auto first = static_cast<std::ptrdiff_t>(pending.size());

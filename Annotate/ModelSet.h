@@ -26,18 +26,19 @@ struct ModelProperty {
     std::string definedValueType; ///< Of the defined values of a table.
     ModelUnit unit;               ///< Its symbol is empty if the values have none, or none is known.
     ModelUnit definedUnit;
-    bool isFromType = false; ///< The object has it from its type.
+    std::string from; ///< What the object has it from, as in "type"; empty if it is its own.
 };
 
 /// A set of properties or of quantities.
 struct ModelSet {
     std::string name;
     bool isQuantities = false;
-    bool isFromType = false; ///< All of it is from the object's type.
     std::vector<ModelProperty> properties;
 };
 
-/// Reads a set with its properties; nothing if the instance isn't one. Throws StepError if a statement is malformed.
+/// Reads a set with its properties, of an object or of a material; nothing if the instance isn't one. The attributes of
+/// a class that has such are its properties, and its name is the name of the set. Throws StepError if a statement is
+/// malformed.
 std::optional<ModelSet> readSet(const ModelStatements& statements, const ModelUnits& units, std::uint64_t id);
 
 /// What the property holds, on one line: values with ';' between them, the rows of a table as DEFINING=DEFINED.

@@ -15,7 +15,9 @@ enum class StatementKind : std::uint8_t {
     None,
     // Relations.
     Aggregates,
+    AssociatesMaterial,
     Contained,
+    DefinesByObject,
     DefinesByProperties,
     DefinesByType,
     Fills,
@@ -25,6 +27,10 @@ enum class StatementKind : std::uint8_t {
     // Sets and what is in them.
     PropertySet,
     QuantitySet,
+    PredefinedSet,
+    MaterialProperties,
+    ExtendedMaterialProperties,
+    MaterialAttributes,
     SingleValue,
     EnumeratedValue,
     Enumeration,

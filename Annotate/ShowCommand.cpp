@@ -79,7 +79,7 @@ void printValues(const Arguments& arguments, const std::vector<MergedProperty>& 
         const ModelProperty* const model = property.model;
         Row& row = rows.emplace_back(Row{property.set, property.name, model == nullptr ? "" : valuesText(*model),
                                          model == nullptr ? unitOf(property, units) : unitText(*model),
-                                         model != nullptr && model->isFromType ? "type" : ""});
+                                         model == nullptr ? "" : model->from});
         if (isEdited) {
             row.insert(row.end(), {yours(property, units), std::string(comparisonOf(property, units))});
         }
@@ -112,7 +112,11 @@ void showObjects(const Arguments& arguments) {
         std::cout << separator;
         printHead(details, *object, records);
         const std::vector<ModelSet> sets = details.setsOf(*object);
-        printValues(arguments, merged(sets, edits.of(idOf(object->globalId))), details.getUnits());
+        const std::vector<ModelSet> materialSets = details.materialSetsOf(*object);
+        std::vector<MergedProperty> properties = merged(sets, edits.of(idOf(object->globalId)));
+        const std::vector<MergedProperty> ofMaterials = merged(materialSets, {});
+        properties.insert(properties.end(), ofMaterials.begin(), ofMaterials.end());
+        printValues(arguments, properties, details.getUnits());
         separator = "\n";
     }
 }

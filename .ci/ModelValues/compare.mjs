@@ -38,6 +38,12 @@ function valueText(value) {
     return isUnknown ? 'unknown' : String(content ?? '');
 }
 
+// Where a set has its members. One without any has attributes in place of them, after those of its base classes.
+const memberKeys = ['HasProperties', 'Quantities', 'Properties', 'ExtendedProperties'];
+const baseKeys = ['expressID', 'type', 'GlobalId', 'OwnerHistory', 'Name', 'Description', 'Material'];
+
+const isReference = (value) => value?.type === webIfc.REF;
+
 const list = (value) => (value === null || value === undefined ? [] : Array.isArray(value) ? value : [value]);
 
 class Values {
@@ -46,6 +52,9 @@ class Values {
         this.lines = new Map();
         this.sets = new Map();
         this.types = new Map();
+        this.declarations = new Map();
+        this.materials = new Map();
+        this.materialProperties = new Map();
         for (const relation of this.all('IFCRELDEFINESBYPROPERTIES')) {
             for (const object of list(relation.RelatedObjects)) {
                 this.assign(object.value, list(relation.RelatingPropertyDefinition));
@@ -56,6 +65,17 @@ class Values {
         }
         for (const relation of this.all('IFCRELDEFINESBYTYPE')) {
             list(relation.RelatedObjects).forEach((object) => this.types.set(object.value, relation.RelatingType.value));
+        }
+        const relate = (keyword, of, to) => {
+            for (const relation of this.all(keyword)) {
+                list(relation.RelatedObjects).forEach((object) => of.set(object.value, relation[to].value));
+            }
+        };
+        relate('IFCRELDEFINESBYOBJECT', this.declarations, 'RelatingObject');
+        relate('IFCRELASSOCIATESMATERIAL', this.materials, 'RelatingMaterial');
+        for (const properties of this.all('IFCMATERIALPROPERTIES')) {
+            const material = properties.Material.value;
+            this.materialProperties.set(material, [...(this.materialProperties.get(material) ?? []), properties]);
         }
     }
 
@@ -79,18 +99,53 @@ class Values {
 
     // SET, PROPERTY, VALUE and FROM of each, with tabs between them.
     rowsOf(id) {
-        const own = this.membersOf(id);
-        const names = new Set(own.map((row) => row.slice(0, 3).join('\t')));
-        const ofType = this.types.has(id) ? this.membersOf(this.types.get(id)) : [];
-        const inherited = ofType.filter((row) => !names.has(row.slice(0, 3).join('\t')));
-        const shown = (from) => ([, set, name, value]) => [set, name, value].map(printable).concat(from).join('\t');
-        return [...own.map(shown('')), ...inherited.map(shown('type'))].sort();
+        const name = (row) => row.slice(0, 3).join('\t');
+        const known = new Set();
+        const rows = [];
+        const shown = (from) => ([, set, property, value]) => [set, property, value, from].map(printable).join('\t');
+        for (const [from, members] of [
+            ['', this.membersOf(id)],
+            ['declaration', this.membersOf(this.declarations.get(id))],
+            ['type', this.membersOf(this.types.get(id))],
+        ]) {
+            const fresh = members.filter((row) => !known.has(name(row)));
+            fresh.forEach((row) => known.add(name(row)));
+            rows.push(...fresh.map(shown(from)));
+        }
+        const material = this.materials.get(id) ?? this.materials.get(this.types.get(id));
+        for (const part of this.partsOf(material, new Set())) {
+            for (const properties of this.materialProperties.get(part) ?? []) {
+                const { Name, LayerSetName, constructor } = this.line(part);
+                const from = `material ${valueText(Name ?? LayerSetName ?? constructor.name)}`;
+                rows.push(...this.membersOfSet(properties).map(shown(from)));
+            }
+        }
+        return rows.sort();
+    }
+
+    // A material and all that it is made of.
+    partsOf(material, found) {
+        if (material !== undefined && !found.has(material)) {
+            found.add(material);
+            Object.values(this.line(material)).flatMap(list).filter(isReference)
+                .forEach((reference) => this.partsOf(reference.value, found));
+        }
+        return found;
     }
 
     membersOf(id) {
+        return [...(this.sets.get(id) ?? [])].flatMap((set) => this.membersOfSet(this.line(set)));
+    }
+
+    membersOfSet(set) {
         const members = [];
-        for (const setId of this.sets.get(id) ?? []) {
-            const set = this.line(setId);
+        const memberKey = memberKeys.find((key) => key in set);
+        if (memberKey === undefined) {
+            const given = ([key, value]) => !baseKeys.includes(key) && value !== null && !list(value).some(isReference);
+            for (const [key, value] of Object.entries(set).filter(given)) {
+                members.push(['property', set.constructor.name, key, valueText(value)]);
+            }
+        } else {
             const add = (prefix, reference) => {
                 const member = this.line(reference.value);
                 const name = prefix + valueText(member.Name);
@@ -102,9 +157,7 @@ class Values {
                     members.push([form, valueText(set.Name), name, this.contentOf(member)]);
                 }
             };
-            if (set.type === webIfc.IFCPROPERTYSET || set.type === webIfc.IFCELEMENTQUANTITY) {
-                list(set.HasProperties ?? set.Quantities).forEach((reference) => add('', reference));
-            }
+            list(set[memberKey]).forEach((reference) => add('', reference));
         }
         return members;
     }

@@ -22,10 +22,14 @@ void requireUtf8(std::string_view text) {
 
 void requireDetails(const annotate::ModelDetails& details) {
     for (const annotate::ModelObject& object : details.getModel().getObjects()) {
-        for (const annotate::ModelSet& set : details.setsOf(object)) {
+        std::vector<annotate::ModelSet> sets = details.setsOf(object);
+        const std::vector<annotate::ModelSet> ofMaterials = details.materialSetsOf(object);
+        sets.insert(sets.end(), ofMaterials.begin(), ofMaterials.end());
+        for (const annotate::ModelSet& set : sets) {
             requireUtf8(set.name);
             for (const annotate::ModelProperty& property : set.properties) {
                 requireUtf8(property.name);
+                requireUtf8(property.from);
                 requireUtf8(valuesText(property));
                 requireUtf8(unitText(property));
             }

@@ -23,13 +23,17 @@ protected:
 
     /// The sets of the wall W, in the form of "Set: Property=value unit<;".
     static std::string sets(const ModelDetails& details, const std::string& name = "W") {
+        return text(details.setsOf(named(details, name)));
+    }
+
+    static std::string text(const std::vector<ModelSet>& sets) {
         std::string text;
-        for (const ModelSet& set : details.setsOf(named(details, name))) {
-            text += set.name + (set.isQuantities ? "#" : "") + (set.isFromType ? "<: " : ": ");
+        for (const ModelSet& set : sets) {
+            text += set.name + (set.isQuantities ? "#" : "") + ": ";
             for (const ModelProperty& property : set.properties) {
                 text += property.name + '=' + valuesText(property);
                 text += unitText(property).empty() ? "" : ' ' + unitText(property);
-                text += property.isFromType ? "<;" : ";";
+                text += property.from.empty() ? ";" : '<' + property.from + ';';
             }
         }
         return text;
@@ -142,10 +146,69 @@ TEST_F(ModelDetailsTest, findsTheSetsOfAnObjectAndOfItsType) {
         "#2=IFCPROPERTYSINGLEVALUE('B',$,$,$);#3=IFCPROPERTYSINGLEVALUE('A',$,IFCLABEL('of type'),$);"
         "#4=IFCPROPERTYSINGLEVALUE('C',$,IFCLABEL('of type'),$);#5=IFCQUANTITYLENGTH('L',$,$,3.,$);";
     const ModelDetails details = read(data);
-    EXPECT_EQ(sets(details), "S: A=own;B=;C=of type<;Q#: L=3;Q<: C=of type<;U<: ");
+    EXPECT_EQ(sets(details), "S: A=own;B=;C=of type<type;Q#: L=3;Q: C=of type<type;U: ");
     EXPECT_EQ(sets(details, "T"), "S: A=of type;C=of type;Q: C=of type;U: ");
     EXPECT_EQ(details.typeOf(named(details, "W"))->name, "T");
     EXPECT_EQ(details.typeOf(named(details, "T")), nullptr);
+}
+
+TEST_F(ModelDetailsTest, takesAttributesForPropertiesWhereAClassHasThose) {
+    const std::pair<std::string, std::string> sets[] = {
+        {"#2=IFCDOORLININGPROPERTIES('s',$,'W',$,1.5,$,$,$,$,0.,$,$,$,$,#9,$,-2.);",
+         "IfcDoorLiningProperties: LiningDepth=1.5 mm;TransomOffset=0 mm;LiningToPanelOffsetY=-2 mm;"},
+        {"#2=IFCDOORLININGPROPERTIES('s',$,'W',$,$,$,$,$,$,$,$,$,$,$,#9);", "IfcDoorLiningProperties: "},
+        {"#2=IFCWINDOWPANELPROPERTIES('s',$,$,$,.TOPHUNG.,.LEFT.,$,3.,$);",
+         "IfcWindowPanelProperties: OperationType=TOPHUNG;PanelPosition=LEFT;FrameThickness=3 mm;"},
+        {"#2=IFCSERVICELIFEFACTOR('s',$,$,$,.NOTDEFINED.,$,IFCLENGTHMEASURE(2.),$);",
+         "IfcServiceLifeFactor: PredefinedType=NOTDEFINED;MostUsedValue=2 mm;"},
+    };
+    for (const auto& [statement, expected] : sets) {
+        const std::string data = "#1=IFCRELDEFINESBYPROPERTIES('r',$,$,$,(#7),#2);#7=IFCWALL('w',$,'W');";
+        EXPECT_EQ(ModelDetailsTest::sets(read(units + data + statement)), expected) << statement;
+    }
+    // The panels of a door are told by sets of one name.
+    EXPECT_EQ(ModelDetailsTest::sets(read("#7=IFCDOOR('w',$,'W');#8=IFCDOORTYPE('t',$,'T',$,$,(#1,#2));"
+                                          "#9=IFCRELDEFINESBYTYPE('r',$,$,$,(#7),#8);#4=IFCDOORPANELPROPERTIES('s',$,"
+                                          "$,$,$,.FOLDING.,$,$,$);#3=IFCRELDEFINESBYPROPERTIES('r',$,$,$,(#7),#4);"
+                                          "#1=IFCDOORPANELPROPERTIES('s',$,$,$,$,.SWINGING.,$,.LEFT.,$);"
+                                          "#2=IFCDOORPANELPROPERTIES('s',$,$,$,$,.SWINGING.,$,.RIGHT.,$);")),
+              "IfcDoorPanelProperties: PanelOperation=FOLDING;PanelPosition=LEFT<type;PanelPosition=RIGHT<type;");
+}
+
+TEST_F(ModelDetailsTest, findsTheSetsOfWhatDeclaresAnObject) {
+    const std::string data =
+        "#1=IFCWALL('w',$,'W');#2=IFCWALL('d',$,'D');#3=IFCRELDEFINESBYOBJECT('r',$,$,$,(#1),#2);"
+        "#4=IFCWALLTYPE('t',$,'T',$,$,(#20));#5=IFCRELDEFINESBYTYPE('r',$,$,$,(#1),#4);"
+        "#6=IFCRELDEFINESBYPROPERTIES('r',$,$,$,(#2),#21);#7=IFCRELDEFINESBYPROPERTIES('r',$,$,$,(#1),#22);"
+        "#20=IFCPROPERTYSET('s',$,'S',$,(#30,#31,#32));#21=IFCPROPERTYSET('s',$,'S',$,(#31,#33));"
+        "#22=IFCPROPERTYSET('s',$,'S',$,(#33));#30=IFCPROPERTYSINGLEVALUE('A',$,IFCLABEL('a'),$);"
+        "#31=IFCPROPERTYSINGLEVALUE('B',$,IFCLABEL('b'),$);#32=IFCPROPERTYSINGLEVALUE('C',$,IFCLABEL('c'),$);"
+        "#33=IFCPROPERTYSINGLEVALUE('C',$,IFCLABEL('own'),$);";
+    EXPECT_EQ(sets(read(data)), "S: C=own;B=b<declaration;A=a<type;");
+}
+
+TEST_F(ModelDetailsTest, findsTheSetsOfMaterials) {
+    const std::string data =
+        "#1=IFCMATERIAL('Brick',$,$);#2=IFCMATERIAL('Wool',$,$);#3=IFCMATERIALLAYER(#1,1.,$,$,$,$,$);"
+        "#4=IFCMATERIALLAYER(#2,1.,$,$,$,$,$);#5=IFCMATERIALLAYERSET((#3,#4,#3),'Outer',$);"
+        "#6=IFCMATERIALLAYERSETUSAGE(#5,.AXIS2.,.POSITIVE.,0.,$);#7=IFCWALL('w',$,'W');#8=IFCWALL('x',$,'X');"
+        "#9=IFCWALLTYPE('t',$,'T',$,$,$);#11=IFCRELDEFINESBYTYPE('r',$,$,$,(#8,#7),#9);"
+        "#12=IFCRELASSOCIATESMATERIAL('r',$,$,$,(#7),#6);#13=IFCRELASSOCIATESMATERIAL('r',$,$,$,(#9),#2);"
+        "#14=IFCRELASSOCIATESMATERIAL('r',$,$,$,(#10),#14);#10=IFCWALL('y',$,'Y');"
+        "#15=IFCMATERIALPROPERTIES('M',$,(#20),#2);#16=IFCEXTENDEDMATERIALPROPERTIES(#1,(#20),$,'N');"
+        "#17=IFCGENERALMATERIALPROPERTIES(#1,$,0.5,$);#18=IFCMATERIALPROPERTIES('O',$,(#20),#5);"
+        "#20=IFCPROPERTYSINGLEVALUE('A',$,IFCLENGTHMEASURE(2.),$);";
+    const ModelDetails details = read(units + data);
+    const std::pair<const char*, const char*> objects[] = {
+        {"W", "O: A=2 mm<material Outer;N: A=2 mm<material Brick;"
+              "IfcGeneralMaterialProperties: Porosity=0.5<material Brick;M: A=2 mm<material Wool;"},
+        {"X", "M: A=2 mm<material Wool;"},
+        {"Y", ""},
+    };
+    for (const auto& [name, expected] : objects) {
+        EXPECT_EQ(text(details.materialSetsOf(named(details, name))), expected) << name;
+        EXPECT_EQ(sets(details, name), "") << name;
+    }
 }
 
 TEST_F(ModelDetailsTest, findsThePlaceOfAnObject) {
