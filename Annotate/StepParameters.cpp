@@ -13,7 +13,7 @@ namespace {
 
 using Kind = StepParameters::Kind;
 
-constexpr std::string_view digits = "0123456789";
+constexpr std::string_view decimalDigits = "0123456789";
 constexpr std::string_view binaryDigits = "0123456789ABCDEFabcdef";
 constexpr std::string_view numberCharacters = "0123456789+-.Ee";
 constexpr std::string_view keywordStarts = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz!";
@@ -98,7 +98,7 @@ std::pair<Kind, std::string_view> takeSimple(Tokens& tokens) {
         return {Kind::String, tokens.takeString()};
     }
     if (tokens.take('#')) {
-        return {Kind::Reference, tokens.takeAll(digits, "the number of an instance")};
+        return {Kind::Reference, tokens.takeAll(decimalDigits, "the number of an instance")};
     }
     if (tokens.take('.')) {
         const std::string_view name = tokens.takeAll(keywordCharacters, "the name of an enumeration");
