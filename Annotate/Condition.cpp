@@ -62,7 +62,7 @@ Condition::Condition(std::string_view text) {
     };
     constexpr std::string_view operators = "!<=>~";
     const auto refusal = [text] {
-        return RequestError("\"" + std::string(text) +
+        return RequestError(std::string("\"").append(text) +
                             "\" isn't a condition like Pset_WallCommon.IsExternal=true. Compare by =, !=, <, <=, >, "
                             ">= or ~, or put present or absent behind the name; quote names that have dots.");
     };

@@ -181,15 +181,27 @@ TEST_F(OtherProgramsTest, doesNotTakeItsOwnWritingForForeignWhenTheTimesOfTheFil
     }
 }
 
-TEST_F(OtherProgramsTest, noticesAnEditOfTheSameSizeWhoseTimesTellNothing) {
+class SameSizeTest : public OtherProgramsTest {
+protected:
+    /// Another program makes b of a, and gives the file the time back that it had.
+    void noticesAnEdit() {
+        EXPECT_TRUE(add("a"));
+        const auto time = std::filesystem::last_write_time(path);
+        setContent(path, document({"b"}));
+        std::filesystem::last_write_time(path, time);
+        EXPECT_TRUE(add("c"));
+        EXPECT_EQ(contentOf(path), document({"a", "c"}));
+        EXPECT_EQ(keptCopies(), std::vector{document({"b"})});
+    }
+};
+
+TEST_F(SameSizeTest, isNoticedByTheTimeOfTheChangeAlone) {
+    noticesAnEdit();
+}
+
+TEST_F(SameSizeTest, isNoticedWhereTimesTellNothing) {
     const CoarseTimes coarse;
-    EXPECT_TRUE(add("a"));
-    const auto time = std::filesystem::last_write_time(path);
-    setContent(path, document({"b"}));
-    std::filesystem::last_write_time(path, time);
-    EXPECT_TRUE(add("c"));
-    EXPECT_EQ(contentOf(path), document({"a", "c"}));
-    EXPECT_EQ(keptCopies(), std::vector{document({"b"})});
+    noticesAnEdit();
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <thread>
+#include <utility>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
@@ -148,6 +149,17 @@ TEST_F(ProtectionTest, keepsNoCopyWhereTheTimeOfTheFileCannotBeSet) {
     EXPECT_TRUE(add("e"));
     EXPECT_EQ(contentOf(path), document({"a", "b", "c", "d", "e"}));
     EXPECT_TRUE(keptCopies().empty());
+}
+
+TEST_F(ProtectionTest, writesNothingWhereItCannotTellWhichCopiesThereAre) {
+    setContent(path, "foreign");
+    const auto list = std::exchange(utilities::systemCalls.list, [](const auto& /*directory*/, auto& /*names*/) {
+        return std::errc::permission_denied;
+    });
+    EXPECT_FALSE(add("a"));
+    utilities::systemCalls.list = list;
+    EXPECT_EQ(contentOf(path), "foreign");
+    EXPECT_EQ(fileCount(), 1);
 }
 
 TEST_F(ProtectionTest, takesNoLinkToTheFileForACopy) {
