@@ -2,6 +2,7 @@
 
 #include "FoundationClasses/FcProperty.h"
 #include "FoundationClasses/FcPropertySetDefinition.h"
+#include "FoundationClasses/NameIndex.h"
 
 #include <memory>
 #include <vector>
@@ -29,6 +30,9 @@ public:
     void adopt(FcProperty& property);
 
     std::vector<std::shared_ptr<FcProperty>> properties;
+
+private:
+    mutable NameIndex<FcProperty> propertyIndex;
 };
 
 } // namespace orv::fc::core::kernel
