@@ -44,6 +44,8 @@ public:
     }
 
     std::weak_ptr<Data> data; ///< That which made the object.
+
+    /// For hosts to change as well; one that renames a set there puts it in anew (see NameTable).
     std::vector<std::shared_ptr<FcPropertySetDefinition>> propertySetDefinitions;
 
 private:

@@ -29,6 +29,7 @@ public:
     /// pointer adopts nothing.
     void adopt(FcProperty& property);
 
+    /// For hosts to change as well; one that renames a property there puts it in anew (see NameTable).
     std::vector<std::shared_ptr<FcProperty>> properties;
 
 private:
