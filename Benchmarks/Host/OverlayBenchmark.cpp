@@ -62,7 +62,7 @@ public:
     std::vector<Guid> ids;
     std::shared_ptr<fc::Data> model = std::make_shared<fc::Data>();
     std::shared_ptr<fc::FcShadowDb> shadows;
-    const Overlay::Objects findInModel = [this](const Guid& id) {
+    const Overlay::FindObject findInModel = [this](const Guid& id) {
         return std::dynamic_pointer_cast<const fc::core::kernel::FcObjectDefinition>(model->findByGuid(id));
     };
 };

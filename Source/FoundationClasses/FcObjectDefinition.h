@@ -2,6 +2,7 @@
 
 #include "FoundationClasses/FcBase.h"
 #include "FoundationClasses/FcPropertySetDefinition.h"
+#include "FoundationClasses/NameIndex.h"
 
 #include <memory>
 #include <vector>
@@ -24,12 +25,9 @@ public:
     /// The object's first set of that name and class, null if there is none.
     template <typename Set>
     std::shared_ptr<Set> getPropertySetDefinitionNonConst(const std::string& setName) const {
-        for (const auto& definition : propertySetDefinitions) {
-            if (definition->name == setName && definition->kindNumber() == Set::classNumber) {
-                return std::static_pointer_cast<Set>(definition);
-            }
-        }
-        return nullptr;
+        return std::static_pointer_cast<Set>(setIndex.find(propertySetDefinitions, setName, [](const auto& definition) {
+            return definition.kindNumber() == Set::classNumber;
+        }));
     }
 
     /// The same, made and appended if there is none. owner, the Data of the object, belongs to models whose sets are
@@ -46,7 +44,12 @@ public:
     }
 
     std::weak_ptr<Data> data; ///< That which made the object.
+
+    /// For hosts to change as well; one that renames a set there puts it in anew (see NameTable).
     std::vector<std::shared_ptr<FcPropertySetDefinition>> propertySetDefinitions;
+
+private:
+    mutable NameIndex<FcPropertySetDefinition> setIndex;
 };
 
 } // namespace core::kernel

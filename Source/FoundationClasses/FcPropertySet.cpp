@@ -7,12 +7,14 @@ namespace orv::fc::core::kernel {
 FcPropertySet::FcPropertySet() : FcPropertySetDefinition(*IfcClass::ofNumber(classNumber)) {}
 
 std::shared_ptr<FcProperty> FcPropertySet::findProperty(const std::string& propertyName) const {
-    const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [&](const auto& property) { return property->name == propertyName; });
-    return found == properties.end() ? nullptr : *found;
+    return propertyIndex.find(properties, propertyName, [](const FcProperty& /*property*/) { return true; });
 }
 
 void FcPropertySet::addProperty(const std::shared_ptr<FcProperty>& property) {
+    if (properties.size() == properties.capacity()) {
+        // By half, since doubling leaves up to half of the room unused in the many small sets.
+        properties.reserve(properties.size() + std::max<std::size_t>(4, properties.size() / 2));
+    }
     properties.push_back(property);
     adopt(*property);
 }

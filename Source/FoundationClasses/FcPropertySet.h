@@ -2,6 +2,7 @@
 
 #include "FoundationClasses/FcProperty.h"
 #include "FoundationClasses/FcPropertySetDefinition.h"
+#include "FoundationClasses/NameIndex.h"
 
 #include <memory>
 #include <vector>
@@ -28,7 +29,11 @@ public:
     /// pointer adopts nothing.
     void adopt(FcProperty& property);
 
+    /// For hosts to change as well; one that renames a property there puts it in anew (see NameTable).
     std::vector<std::shared_ptr<FcProperty>> properties;
+
+private:
+    mutable NameIndex<FcProperty> propertyIndex;
 };
 
 } // namespace orv::fc::core::kernel

@@ -68,7 +68,7 @@ addSchemaDefToPropertySetDefinition(const Def* definition,
     if (definition == nullptr || set == nullptr) {
         return nullptr;
     }
-    const std::shared_ptr<fc::FcProperty> property = makeProperty(*definition);
+    std::shared_ptr<fc::FcProperty> property = makeProperty(*definition);
     property->name = std::string(definition->property); // which takes no more memory than it needs
     set->addProperty(property);
     return property;

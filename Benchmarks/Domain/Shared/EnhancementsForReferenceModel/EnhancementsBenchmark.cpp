@@ -3,8 +3,8 @@
 // The floor of an addition asks the kinds for the same names and attributes, puts them, escaped, onto one string that
 // has the room, and writes that in one call in place of the file, under the same lock. The floor of a load does that
 // once for each record. The parts of an addition are the kinds' calls, the rendering, of which they are part, and the
-// whole without the syncs. The additions by peers are in EnhancementsPeers.cpp. All files are in the directory for
-// temporary files.
+// whole without the syncs, and without the syncs and the calls for the saving note. The additions by peers are in
+// EnhancementsPeers.cpp. All files are in the directory for temporary files.
 //
 // [heap/document] is the most that comes onto the heap at a time beside the records, divided by the size of the
 // document; [kept/document] is what of it stays there after a load.
@@ -75,6 +75,17 @@ void addUnsynced(benchmark::State& state) {
                                     [](orv::utilities::Handle /*file*/) { return orv::utilities::done; });
     addOurs(state);
     orv::utilities::systemCalls.sync = sync;
+}
+
+/// Without the syncs and, since the directory seems to take no new file, without the saving note.
+void addNoteless(benchmark::State& state) {
+    using namespace orv::utilities;
+    static const auto openReally = systemCalls.open;
+    systemCalls.open = [](const std::filesystem::path& path, Opening opening, Handle& opened) {
+        return opening == Opening::MakeNew ? std::errc::permission_denied : openReally(path, opening, opened);
+    };
+    addUnsynced(state);
+    systemCalls.open = openReally;
 }
 
 /// Takes all that is written to it.
@@ -271,6 +282,7 @@ void longestLoad(benchmark::internal::Benchmark* benchmark) {
 
 BENCHMARK(addOurs)->Name("addRecord/ours")->Apply(eachSize);
 BENCHMARK(addUnsynced)->Name("addRecord/unsynced")->Apply(eachSize);
+BENCHMARK(addNoteless)->Name("addRecord/noteless")->Apply(eachSize);
 BENCHMARK(renderOurs)->Name("addRecord/rendering")->Apply(eachSize);
 BENCHMARK(callKinds)->Name("addRecord/kinds")->Apply(eachSize);
 BENCHMARK(addFloor)->Name("addRecord/floor")->Apply(eachSize);

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
@@ -135,10 +136,10 @@ std::shared_ptr<FcProperty> makeProperty(const std::shared_ptr<FcPropertySet>& s
     if (definition == nullptr) {
         return nullptr;
     }
-    const auto made = ifc::addSchemaDefToPropertySetDefinition(definition, set);
+    auto made = ifc::addSchemaDefToPropertySetDefinition(definition, set);
     const bool isProperty =
         made && made->kindNumber() >= FcProperty::firstClassNumber && made->kindNumber() <= FcProperty::lastClassNumber;
-    return isProperty ? std::static_pointer_cast<FcProperty>(made) : nullptr;
+    return isProperty ? std::static_pointer_cast<FcProperty>(std::move(made)) : nullptr;
 }
 
 void fill(FcPropertyListValue& list, const std::vector<PropertyValue>& values) {
@@ -185,11 +186,12 @@ void setIn(const std::shared_ptr<FcPropertySet>& set, const std::string& propert
         return;
     }
     auto present = set->findProperty(property);
-    if (!present) {
+    if (present) {
+        set->adopt(*present); // a host may have put it there
+    } else {
         present = makeProperty(set, property);
     }
     if (present) {
-        set->adopt(*present); // a host may have put it there
         setPresent(*present, data, value);
     }
 }
