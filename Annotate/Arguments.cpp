@@ -22,17 +22,22 @@ bool equalInAnyCase(char a, char b) {
 
 std::filesystem::path storePath(const Arguments& arguments) {
     if (arguments.store.empty()) {
-        std::filesystem::path path = arguments.model;
-        if (equalsInAnyCase(path.extension().string(), ".ifc")) {
-            path.replace_extension();
-        }
-        return path += ".enhancements.xml";
+        return besideModel(arguments.model, ".enhancements.xml");
     }
     std::error_code ignored;
     if (std::filesystem::equivalent(arguments.store, arguments.model, ignored)) {
         throw UsageError("--store names the model itself, which is never written.");
     }
     return arguments.store;
+}
+
+std::filesystem::path besideModel(const std::filesystem::path& model, std::string_view ending) {
+    std::filesystem::path path = model;
+    const std::string extension = path.extension().string();
+    if (equalsInAnyCase(extension, ".ifc") || equalsInAnyCase(extension, ".ifczip")) {
+        path.replace_extension();
+    }
+    return path += ending;
 }
 
 std::string authorOf(const Arguments& arguments) {
@@ -58,11 +63,6 @@ orv::Guid idOf(const std::string& globalId) {
                                       "The command objects lists them.");
     }
     return id;
-}
-
-RequestError notInModel(const Arguments& arguments, const std::string& globalId) {
-    return RequestError("There is no object " + globalId + " in " + arguments.model.string() +
-                        ". The command objects lists those that there are.");
 }
 
 bool equalsInAnyCase(std::string_view a, std::string_view b) {

@@ -49,6 +49,9 @@ struct Arguments {
     bool keepGoing = false;
     std::filesystem::path file; ///< That is imported; "-" for standard input.
 
+    std::string helpOn; ///< A command; empty: the program.
+    bool wantsManPage = false;
+
     bool csv = false;
     bool json = false;
 
@@ -72,14 +75,14 @@ public:
 /// The file of the additions. Throws UsageError if it is the model itself.
 std::filesystem::path storePath(const Arguments& arguments);
 
+/// The path of a file beside the model, with the ending in place of the model's.
+std::filesystem::path besideModel(const std::filesystem::path& model, std::string_view ending);
+
 /// Who gives the command: --author, ANNOTATE_AUTHOR, or the login's full name or else its name.
 std::string authorOf(const Arguments& arguments);
 
 /// The id of the object. Throws RequestError if the text is none.
 orv::Guid idOf(const std::string& globalId);
-
-/// That there is no such object in the model.
-RequestError notInModel(const Arguments& arguments, const std::string& globalId);
 
 /// Of the letters A to Z: for keywords. AnyCase compares what people write.
 bool equalsInAnyCase(std::string_view a, std::string_view b);

@@ -3,6 +3,7 @@
 #include "Annotate/Definitions.h"
 #include "Annotate/EditIndex.h"
 #include "Annotate/EditWriting.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/Overlay.h"
 #include "Annotate/Store.h"
 #include "Annotate/Terminal.h"
@@ -78,20 +79,15 @@ EditRequest::EditRequest(const Arguments& arguments, std::size_t minimumValues, 
 std::vector<orv::Guid> EditRequest::objectsIn(const ModelDetails& details, const Arguments& arguments) const {
     const Model& model = details.getModel();
     if (!globalId.empty()) {
-        const orv::Guid id = idOf(globalId);
-        if (model.find(id) == nullptr) {
-            throw notInModel(arguments, globalId);
-        }
-        return {id};
+        return {idNamed(arguments, model, globalId)};
     }
     const Records records = readStore(arguments);
     Filter filter(arguments);
     filter.consult(details, records);
     std::vector<orv::Guid> ids;
     for (const ModelObject* const object : chosenObjects(model, filter)) {
-        orv::Guid id;
-        if (id.boSet(object->globalId) && model.find(id) == object) {
-            ids.push_back(id);
+        if (const std::optional<orv::Guid> id = idOf(model, *object)) {
+            ids.push_back(*id);
         }
     }
     if (ids.empty()) {

@@ -1,5 +1,6 @@
 #include "Annotate/Filter.h"
 
+#include "Annotate/NamedObject.h"
 #include "Annotate/NearNames.h"
 #include "Annotate/Terminal.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
@@ -29,9 +30,9 @@ const IfcClass* findClass(const std::string& name) {
     throw RequestError(name + " isn't a class of objects in IFC" + didYouMean(name, names));
 }
 
-/// By its name, or by its GlobalId, which is another one in another case.
+/// By its name, by its GlobalId, which is another one in another case, or by its number.
 bool names(const AnyCase& wanted, const ModelObject& storey) {
-    return wanted.equals(storey.name) || wanted.getText() == storey.globalId;
+    return wanted.equals(storey.name) || wanted.getText() == storey.globalId || isNumberOf(wanted.getText(), storey);
 }
 
 /// A date, which stands for its beginning in UTC, or a time.
@@ -59,7 +60,7 @@ Filter::Filter(const Arguments& arguments)
         conditions.push_back({Condition(condition)});
     }
     std::transform(arguments.classes.begin(), arguments.classes.end(), std::back_inserter(classes), findClass);
-    if (!arguments.globalId.empty()) {
+    if (!arguments.globalId.empty() && !isInstanceNumber(arguments.globalId)) {
         owner = idOf(arguments.globalId);
     }
     if (!arguments.since.empty()) {
@@ -134,6 +135,9 @@ FilteredModel::FilteredModel(const Arguments& arguments, Filter& filter) {
     } else {
         model.emplace(Model::read(arguments.model));
     }
+    if (isInstanceNumber(arguments.globalId)) {
+        filter.setOwner(idOf(getModel(), objectNamed(arguments, getModel(), arguments.globalId)));
+    }
     records = readStore(arguments);
     if (details) {
         filter.consult(*details, records);
@@ -141,7 +145,7 @@ FilteredModel::FilteredModel(const Arguments& arguments, Filter& filter) {
 }
 
 bool Filter::takesOwner(const orv::Guid& id, const ModelObject* object) {
-    const bool isWanted = (!owner || *owner == id) && (!onlyVanished || object == nullptr);
+    const bool isWanted = !hasNoOwner && (!owner || *owner == id) && (!onlyVanished || object == nullptr);
     return isWanted && (object == nullptr ? !choosesObjects : takes(*object));
 }
 

@@ -32,6 +32,12 @@ public:
     /// is taken. The object is null if the model has none.
     bool takesOwner(const orv::Guid& id, const ModelObject* object);
 
+    /// The id of the object named, if it is named by its number; one without an id has no notes and edits.
+    void setOwner(const std::optional<orv::Guid>& id) {
+        owner = id;
+        hasNoOwner = !id;
+    }
+
     /// By the person wanted, on the day wanted or later.
     bool takesAct(const std::string& actor, const std::optional<Time>& time) const;
 
@@ -55,6 +61,7 @@ private:
     std::optional<SetsOfObjects> sets;
     std::optional<EditIndex> edits;
     std::optional<orv::Guid> owner;
+    bool hasNoOwner = false;
     AnyCase author;
     std::optional<Time> since;
     bool choosesObjects;

@@ -3,6 +3,7 @@
 #include "Annotate/EditRequest.h"
 #include "Annotate/EditText.h"
 #include "Annotate/MergedValues.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/Overlay.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
@@ -69,11 +70,13 @@ void getProperty(const Arguments& arguments) {
     const EditRequest request(arguments, 0, 0);
     const ModelDetails details = ModelDetails::read(arguments.model);
     const Model& model = details.getModel();
-    const orv::Guid id = request.objectsIn(details, arguments).front();
+    const ModelObject& object = objectNamed(arguments, model, request.globalId);
+    const std::optional<orv::Guid> id = idOf(model, object);
     const Records records = readStore(arguments);
     const EditIndex edits(records);
-    const std::vector<ModelSet> sets = details.setsOf(*model.find(id));
-    const MergedProperty property = mergedProperty(sets, edits.of(id), request.set, request.property);
+    const std::vector<ModelSet> sets = details.setsOf(object);
+    const MergedProperty property = mergedProperty(sets, id ? edits.of(*id) : std::vector<const EditIndex::Entry*>(),
+                                                   request.set, request.property);
     if (property.model == nullptr && property.edit == nullptr) {
         throw RequestError(fullName(findDefinition(request.set, request.property)) + " isn't set on " +
                            request.globalId + ", neither in the model nor by you.");

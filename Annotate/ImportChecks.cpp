@@ -1,6 +1,7 @@
 #include "Annotate/ImportChecks.h"
 
 #include "Annotate/EditText.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/UnitEntry.h"
 
 namespace annotate {
@@ -74,11 +75,7 @@ bool EditChecks::isPresent(const ObjectEdit& made) const {
 }
 
 orv::Guid objectOf(const ImportRow& row, const Arguments& arguments, const Model& model) {
-    const orv::Guid id = idOf(row.globalId);
-    if (model.find(id) == nullptr) {
-        throw notInModel(arguments, row.globalId);
-    }
-    return id;
+    return idNamed(arguments, model, row.globalId);
 }
 
 Note noteIn(const ImportRow& row, const Arguments& arguments, const Model& model) {

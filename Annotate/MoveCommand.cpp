@@ -3,6 +3,7 @@
 #include "Annotate/EditIndex.h"
 #include "Annotate/EditText.h"
 #include "Annotate/Model.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/Notes.h"
 #include "Annotate/Terminal.h"
 #include "Annotate/Undo.h"
@@ -156,13 +157,12 @@ private:
 } // namespace
 
 void moveObject(const Arguments& arguments) {
-    const orv::Guid from = idOf(arguments.oldId);
-    const orv::Guid to = idOf(arguments.globalId);
+    const Model model = Model::read(arguments.model);
+    const orv::Guid from =
+        isInstanceNumber(arguments.oldId) ? idNamed(arguments, model, arguments.oldId) : idOf(arguments.oldId);
+    const orv::Guid to = idNamed(arguments, model, arguments.globalId);
     if (from == to) {
         throw RequestError("OLD and NEW are the same object.");
-    }
-    if (Model::read(arguments.model).find(to) == nullptr) {
-        throw notInModel(arguments, arguments.globalId);
     }
     requireNamedStore(arguments);
     Move move(arguments, from, to);

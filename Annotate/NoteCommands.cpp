@@ -1,12 +1,15 @@
 #include "Annotate/Commands.h"
 #include "Annotate/Filter.h"
 #include "Annotate/Model.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/Notes.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
 #include "Annotate/Undo.h"
 
 #include <algorithm>
+#include <iostream>
+#include <iterator>
 
 namespace annotate {
 
@@ -83,6 +86,21 @@ private:
     ChangeLog log;
 };
 
+/// Without the line end that closes it.
+std::string standardInput() {
+    std::string text{std::istreambuf_iterator<char>(std::cin), {}};
+    if (text.ends_with('\n')) {
+        text.pop_back();
+        if (text.ends_with('\r')) {
+            text.pop_back();
+        }
+    }
+    if (text.empty()) {
+        throw RequestError("There is no text on standard input. Nothing was stored.");
+    }
+    return text;
+}
+
 void setResolved(const Arguments& arguments, bool resolved) {
     requireNamedStore(arguments);
     const auto numbers = withoutRepetitions(arguments.numbers);
@@ -100,13 +118,10 @@ void setResolved(const Arguments& arguments, bool resolved) {
 
 void addNote(const Arguments& arguments) {
     Note note;
-    note.ownerId = idOf(arguments.globalId);
-    note.text = *arguments.text;
+    note.text = *arguments.text == "-" ? standardInput() : *arguments.text;
     note.priority = arguments.priority.value_or(0);
     note.resolved = arguments.resolved;
-    if (Model::read(arguments.model).find(note.ownerId) == nullptr) {
-        throw notInModel(arguments, arguments.globalId);
-    }
+    note.ownerId = idNamed(arguments, Model::read(arguments.model), arguments.globalId);
     NotesUnderWay(arguments).add(note);
 }
 
@@ -157,8 +172,8 @@ void listNotes(const Arguments& arguments) {
                             shownTime(note->made), note->text});
         }
     }
-    if (!arguments.globalId.empty() && rows.empty() && model.find(idOf(arguments.globalId)) == nullptr) {
-        throw notInModel(arguments, arguments.globalId);
+    if (!arguments.globalId.empty() && rows.empty()) {
+        objectNamed(arguments, model, arguments.globalId); // throws if there is none
     }
     printTable(arguments,
                {{"Number", true},

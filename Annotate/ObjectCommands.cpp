@@ -1,5 +1,6 @@
 #include "Annotate/Commands.h"
 #include "Annotate/Filter.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/Table.h"
 
 namespace annotate {
@@ -9,7 +10,7 @@ void listObjects(const Arguments& arguments) {
     const FilteredModel model(arguments, filter);
     std::vector<Row> rows;
     for (const ModelObject* const object : chosenObjects(model.getModel(), filter)) {
-        rows.push_back({object->globalId, classOf(object), object->name});
+        rows.push_back({nameFor(model.getModel(), *object), classOf(object), object->name});
     }
     printTable(arguments, {{"GlobalId"}, {"Class"}, {"Name"}}, rows);
 }

@@ -3,6 +3,7 @@
 #include "Annotate/Filter.h"
 #include "Annotate/MergedValues.h"
 #include "Annotate/ModelDetails.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/Notes.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
@@ -14,6 +15,8 @@
 namespace annotate {
 
 namespace {
+
+using Entries = std::vector<const EditIndex::Entry*>;
 
 /// As in "IfcWall North wall".
 std::string shown(const ModelObject& object) {
@@ -102,10 +105,7 @@ void showObjects(const Arguments& arguments) {
     const EditIndex edits(records);
     std::vector<const ModelObject*> wanted;
     for (const std::string& globalId : arguments.globalIds) {
-        wanted.push_back(details.getModel().find(idOf(globalId)));
-        if (wanted.back() == nullptr) {
-            throw notInModel(arguments, globalId);
-        }
+        wanted.push_back(&objectNamed(arguments, details.getModel(), globalId));
     }
     std::string_view separator;
     for (const ModelObject* const object : wanted) {
@@ -113,7 +113,8 @@ void showObjects(const Arguments& arguments) {
         printHead(details, *object, records);
         const std::vector<ModelSet> sets = details.setsOf(*object);
         const std::vector<ModelSet> materialSets = details.materialSetsOf(*object);
-        std::vector<MergedProperty> properties = merged(sets, edits.of(idOf(object->globalId)));
+        const std::optional<orv::Guid> id = idOf(details.getModel(), *object);
+        std::vector<MergedProperty> properties = merged(sets, id ? edits.of(*id) : Entries());
         const std::vector<MergedProperty> ofMaterials = merged(materialSets, {});
         properties.insert(properties.end(), ofMaterials.begin(), ofMaterials.end());
         printValues(arguments, properties, details.getUnits());

@@ -1,5 +1,6 @@
 // Shows the objects of an IFC model, and keeps users' notes and property values on them beside the model.
 
+#include "Annotate/CommandHelp.h"
 #include "Annotate/CommandLine.h"
 #include "Annotate/Terminal.h"
 
@@ -65,6 +66,10 @@ int run(int argc, char** argv) {
         std::vector<std::string> marked = markedArguments(argc, argv);
         app.parse(marked);
     } catch (const CLI::ParseError& error) {
+        const bool isRequest = error.get_exit_code() == 0;
+        if (const std::string refusal = isRequest ? "" : explainRefusal(app); !refusal.empty()) {
+            throw UsageError(refusal);
+        }
         return app.exit(error) == 0 ? 0 : 2;
     }
     if (!std::cout.flush()) {

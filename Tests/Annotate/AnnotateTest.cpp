@@ -228,7 +228,7 @@ TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
     setContent(cut, contentOf(HOUSE).substr(0, 3000));
     const std::string unknown = "0000000000000000000000";
     const std::pair<std::vector<std::string>, std::string> misused[] = {
-        {{}, "subcommand"},
+        {{}, "There is no command. The commands are objects, show, note, "},
         {{"objects"}, "MODEL"},
         {{HOUSE, "note", id}, "TEXT"},
         {{HOUSE, "note", id, "text", "--priority", "much"}, "--priority"},

@@ -1,0 +1,125 @@
+#include "Annotate/CommandHelp.h"
+
+#include "Annotate/NearNames.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace annotate {
+
+namespace {
+
+bool isShown(const CLI::Option* option) {
+    return !option->get_group().empty();
+}
+
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_usage(const CLI::App* app, std::string /*name*/) const override {
+        return "Usage: " + usageOf(*app) + '\n';
+    }
+
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override {
+        return isPositional ? wordsOf(*option) : CLI::Formatter::make_option_name(option, isPositional);
+    }
+
+    std::string make_option_opts(const CLI::Option* option) const override {
+        return option->get_positional() ? "" : CLI::Formatter::make_option_opts(option);
+    }
+};
+
+/// The word where a command should be; empty if there is none.
+std::string wordForCommand(const CLI::App& app) {
+    const auto first = app.get_option("MODEL")->results();
+    const std::vector<std::string> others = app.remaining();
+    std::error_code ignored;
+    const bool isModel = first.empty() || std::filesystem::exists(first.front(), ignored);
+    return !isModel ? first.front() : others.empty() ? "" : others.front();
+}
+
+} // namespace
+
+std::vector<const CLI::App*> shownCommands(const CLI::App& app) {
+    return app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
+}
+
+const CLI::App* findCommand(const CLI::App& app, std::string_view name) {
+    const auto found = app.get_subcommands([name](const CLI::App* command) { return command->get_name() == name; });
+    return found.empty() ? nullptr : found.front();
+}
+
+std::vector<const CLI::Option*> shownOptions(const CLI::App& command) {
+    return command.get_options([](const CLI::Option* option) { return isShown(option) && option->nonpositional(); });
+}
+
+std::vector<const CLI::Option*> positionals(const CLI::App& command) {
+    return command.get_options([](const CLI::Option* option) { return option->get_positional(); });
+}
+
+std::string wordsOf(const CLI::Option& positional) {
+    if (!positional.get_option_text().empty()) {
+        return positional.get_option_text();
+    }
+    return positional.get_name(true) + (positional.get_expected_max() > 1 ? " ..." : "");
+}
+
+std::string usageOf(const CLI::App& command) {
+    if (command.get_parent() == nullptr) {
+        return "annotate MODEL COMMAND [OPTIONS] ...";
+    }
+    const bool takesModel = command.get_option_no_throw("--store") != nullptr;
+    std::string usage = std::string("annotate ") + (takesModel ? "MODEL " : "") + command.get_name();
+    usage += shownOptions(command).size() > 1 ? " [OPTIONS]" : ""; // all have --help
+    for (const CLI::Option* const positional : positionals(command)) {
+        const std::string words = wordsOf(*positional);
+        usage += positional->get_required() ? ' ' + words : " [" + words + ']';
+    }
+    return usage;
+}
+
+std::shared_ptr<CLI::FormatterBase> helpFormatter() {
+    return std::make_shared<HelpFormatter>();
+}
+
+std::string helpOn(const CLI::App& app, const std::string& name) {
+    const CLI::App* const command = name.empty() ? &app : findCommand(app, name);
+    if (command == nullptr) {
+        throw unknownCommand(app, name);
+    }
+    return command->help();
+}
+
+UsageError unknownCommand(const CLI::App& app, const std::string& word) {
+    std::vector<std::string_view> names;
+    std::string list;
+    for (const CLI::App* const command : shownCommands(app)) {
+        names.emplace_back(command->get_name());
+        list.append(list.empty() ? "" : ", ").append(command->get_name());
+    }
+    const std::string problem =
+        word.empty() ? "There is no command." : "There is no command " + word + didYouMean(word, names);
+    return UsageError(problem + " The commands are " + list + '.');
+}
+
+std::string explainRefusal(const CLI::App& app) {
+    const std::vector<CLI::App*> given = app.get_subcommands();
+    if (given.empty()) {
+        return unknownCommand(app, wordForCommand(app)).what();
+    }
+    const CLI::App& command = *given.front();
+    const std::vector<std::string> others = command.remaining();
+    const auto option =
+        std::find_if(others.begin(), others.end(), [](const std::string& word) { return word.starts_with("--"); });
+    if (option == others.end()) {
+        return "";
+    }
+    std::vector<std::string> names;
+    for (const CLI::Option* const known : shownOptions(command)) {
+        names.push_back("--" + known->get_lnames().front());
+    }
+    const std::string word = option->substr(0, option->find('='));
+    return "The command " + command.get_name() + " has no option " + word +
+           didYouMean(word, {names.begin(), names.end()});
+}
+
+} // namespace annotate

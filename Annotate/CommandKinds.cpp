@@ -1,0 +1,101 @@
+#include "Annotate/CommandKinds.h"
+
+namespace annotate {
+
+namespace {
+
+/// A command on a model.
+CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Arguments& arguments, Command command) {
+    return addCommand(app, text, [&arguments, command] {
+        if (arguments.model.empty()) {
+            throw CLI::RequiredError("MODEL");
+        }
+        command(arguments);
+    });
+}
+
+} // namespace
+
+std::string refuseEmpty(const std::string& value) {
+    return value.empty() ? "An empty value was given" : "";
+}
+
+CLI::App* addCommand(CLI::App& app, const CommandText& text, const std::function<void()>& command) {
+    CLI::App* added = app.add_subcommand(text.name, text.description);
+    added->group("Commands");
+    added->footer("Example:\n  annotate " + text.example);
+    added->callback(command);
+    return added;
+}
+
+CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command) {
+    CLI::App* added = addModelCommand(app, text, arguments, command);
+    added
+        ->add_option("--store", arguments.store,
+                     "The file of the additions, in place of MODEL.enhancements.xml beside the model")
+        ->check(refuseEmpty);
+    return added;
+}
+
+CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command) {
+    CLI::App* added = addStoreCommand(app, text, arguments, command);
+    added
+        ->add_option("--author", arguments.author,
+                     "Who you are, in place of the variable ANNOTATE_AUTHOR and your login's name")
+        ->check(refuseEmpty);
+    return added;
+}
+
+void addListing(CLI::App* command, Arguments& arguments) {
+    CLI::Option* csv = command->add_flag("--csv", arguments.csv, "Print comma-separated values");
+    command->add_flag("--json", arguments.json, "Print JSON")->excludes(csv);
+}
+
+void addObjectFilters(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option("--class", arguments.classes,
+                     "Only objects of this class and the classes below it; may be given several times")
+        ->allow_extra_args(false)
+        ->check(refuseEmpty);
+    command->add_option("--match", arguments.match, "Only objects with this text in their names, in any case");
+    command
+        ->add_option("--storey", arguments.storeys,
+                     "Only objects in the storey of this name or GlobalId, and the storey; may be given several times")
+        ->allow_extra_args(false)
+        ->check(refuseEmpty);
+    command
+        ->add_option("--where", arguments.conditions,
+                     "Only objects with such a value, set or the model's, as in 'Pset_WallCommon.IsExternal=true'; "
+                     "also !=, <, <=, >, >=, ~ for a text within, and present or absent behind the name; may be given "
+                     "several times, and all must be met")
+        ->allow_extra_args(false)
+        ->check(refuseEmpty);
+}
+
+void addActFilters(CLI::App* command, Arguments& arguments) {
+    addObjectFilters(command, arguments);
+    command->add_option("--author", arguments.byAuthor, "Only by this person")->check(refuseEmpty);
+    command->add_option("--since", arguments.since, "Only from this date or time on, in UTC")->check(refuseEmpty);
+    command->add_flag("--vanished", arguments.vanished, "Only on objects that the model no longer has");
+}
+
+void addNumbers(CLI::App* command, Arguments& arguments) {
+    command->add_option("NUMBER", arguments.numbers, "The notes, by the numbers that the command notes shows")
+        ->required();
+}
+
+void addStrictness(CLI::App* command, Arguments& arguments) {
+    command->add_flag("--strict", arguments.strict,
+                      "Refuse values outside an enumeration, and sets that are published for other classes");
+    command->add_flag("--keep-going", arguments.keepGoing, "Store what can be stored, and tell what can't");
+}
+
+void addUnit(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option("--unit", arguments.unit,
+                     "The unit of the numbers, as in cm; they are converted to the model's, in which those without one "
+                     "are. It may stand behind a number as well, as in '24 cm'")
+        ->check(refuseEmpty);
+}
+
+} // namespace annotate

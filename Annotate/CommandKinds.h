@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Annotate/Arguments.h"
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <string>
+
+namespace annotate {
+
+/// What is told of a command. Help, the man page and the completion all take it from there.
+struct CommandText {
+    std::string name;
+    std::string description;
+    std::string example; ///< What is typed behind "annotate ".
+};
+
+using Command = void (*)(const Arguments& arguments);
+
+/// CLI11 takes an empty value for one that wasn't given, and a script's unset variable is one.
+std::string refuseEmpty(const std::string& value);
+
+/// A command that needs no model.
+CLI::App* addCommand(CLI::App& app, const CommandText& text, const std::function<void()>& command);
+
+/// A command on a model and the additions to it.
+CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command);
+
+/// One that changes the additions.
+CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command);
+
+// The options that several commands have.
+
+void addListing(CLI::App* command, Arguments& arguments);
+void addObjectFilters(CLI::App* command, Arguments& arguments);
+
+/// Those of listings of what users did.
+void addActFilters(CLI::App* command, Arguments& arguments);
+
+void addNumbers(CLI::App* command, Arguments& arguments);
+void addStrictness(CLI::App* command, Arguments& arguments);
+void addUnit(CLI::App* command, Arguments& arguments);
+
+} // namespace annotate
