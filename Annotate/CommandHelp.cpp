@@ -86,7 +86,10 @@ std::string helpOn(const CLI::App& app, const std::string& name) {
     if (command == nullptr) {
         throw unknownCommand(app, name);
     }
-    return command->help();
+    // The program's own help() would go on to the command help, which is being run.
+    std::string help = command->get_formatter()->make_help(command, "", CLI::AppFormatMode::Normal);
+    help.erase(help.find_last_not_of('\n') + 1);
+    return help + '\n';
 }
 
 UsageError unknownCommand(const CLI::App& app, const std::string& word) {

@@ -3,7 +3,6 @@
 #include "Annotate/CommandHelp.h"
 #include "Annotate/CommandKinds.h"
 #include "Annotate/Commands.h"
-#include "Annotate/Completion.h"
 #include "Annotate/ManPage.h"
 
 #include <iostream>
@@ -133,17 +132,6 @@ void addHelp(CLI::App& app, Arguments& arguments) {
         [&app, &arguments] { std::cout << (arguments.wantsManPage ? manPage(app) : helpOn(app, arguments.helpOn)); });
     help->add_option("COMMAND", arguments.helpOn, "The command")->check(refuseEmpty);
     help->add_flag("--man", arguments.wantsManPage, "Print the manual page, as man reads it");
-
-    CLI::App* complete = app.add_subcommand("complete", "For shells: what the last word can be completed to");
-    complete->group("")->prefix_command()->callback([&app, complete] {
-        std::vector<std::string> words = complete->remaining();
-        if (!words.empty() && words.front() == "--") {
-            words.erase(words.begin());
-        }
-        for (const std::string& word : completions(app, words)) {
-            std::cout << word << '\n';
-        }
-    });
 }
 
 /// Those on many notes and edits at once.

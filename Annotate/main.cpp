@@ -2,12 +2,14 @@
 
 #include "Annotate/CommandHelp.h"
 #include "Annotate/CommandLine.h"
+#include "Annotate/Completion.h"
 #include "Annotate/Terminal.h"
 
 #include <algorithm>
 #include <clocale>
 #include <iostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace annotate {
@@ -53,10 +55,21 @@ std::string shownCommand(const CLI::App& app, int argc, char** argv) {
     return shown;
 }
 
+/// How annotate.bash asks: annotate complete -- WORDS. Not a command, since the words are those of other commands.
+bool asksForCompletions(int argc, char** argv) {
+    return argc > 2 && std::string_view(argv[1]) == "complete" && std::string_view(argv[2]) == "--";
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Keeps notes and property values on the objects of a building model, apart from it.", "annotate");
     Arguments arguments;
     addCommands(app, arguments);
+    if (asksForCompletions(argc, argv)) {
+        for (const std::string& word : completions(app, {argv + 3, argv + argc})) {
+            std::cout << word << '\n';
+        }
+        return 0;
+    }
     removeMarks(app);
     for (CLI::App* command : app.get_subcommands(nullptr)) {
         removeMarks(*command);
