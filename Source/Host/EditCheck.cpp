@@ -99,7 +99,26 @@ bool fitTable(PropertyEdit& edit, const FcValueType* definingType, const FcValue
     return isTaken;
 }
 
+/// Whether there are as many values as the form takes.
+bool isOfItsForm(const PropertyEdit& edit) {
+    switch (edit.form) {
+    case Form::Single:
+        return edit.values.size() == 1;
+    case Form::Bounded:
+        return edit.values.size() == 3;
+    case Form::Table:
+        return edit.values.size() % 2 == 0;
+    case Form::Unset:
+        return edit.values.empty();
+    default:
+        return true;
+    }
+}
+
 bool fit(PropertyEdit& edit, const Def& definition) {
+    if (!isOfItsForm(edit)) {
+        return false;
+    }
     if (definition.kind == PropertyKind::Enumerated) {
         return fitEnumerated(edit);
     }

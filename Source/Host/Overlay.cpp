@@ -205,6 +205,7 @@ Outcome Overlay::set(const Guid& id, PropertyEdit edit) {
 
 Outcome Overlay::check(const Guid& id, PropertyEdit& edit) const {
     if (edit.form == Form::Unset) {
+        edit.values.clear();
         return {};
     }
     const auto* const definition = ifc::findSchemaDefForProperty(edit.set, edit.property);

@@ -14,8 +14,11 @@ void TextsAsRead::forget(std::string_view field) {
 }
 
 void TextsAsRead::appendAttributes(std::string_view field, const std::vector<std::string>& textsOfValue,
-                                   std::vector<std::pair<std::string, object::PropertyValue>>& attributes) const {
+                                   std::vector<std::pair<std::string, object::PropertyValue>>& attributes) {
     const Entry* const entry = find(field, textsOfValue);
+    if (entry == nullptr) {
+        forget(field); // should the value come to be the one that was read again
+    }
     const auto& texts = entry == nullptr ? textsOfValue : entry->texts;
     for (const std::string& text : texts) {
         attributes.emplace_back(field, text);

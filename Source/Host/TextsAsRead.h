@@ -11,7 +11,8 @@
 namespace orv::host {
 
 /// What stood in the file for the fields of a record, where that isn't the text of the value that was read: a number
-/// written otherwise, or a text that the field couldn't take. It is good until the field has another value.
+/// written otherwise, or a text that the field couldn't take. It is good until the field is written
+/// with another value.
 class ORV_HOST_EXPORT TextsAsRead {
 public:
     void clear() { entries.clear(); }
@@ -25,9 +26,9 @@ public:
     void forget(std::string_view field);
 
     /// Appends the attributes of a field whose value has these texts: one for each text that stood there, or else for
-    /// each of the value, or an empty one.
+    /// each of the value, or an empty one. Forgets what stood there for the field if the value is another one.
     void appendAttributes(std::string_view field, const std::vector<std::string>& textsOfValue,
-                          std::vector<std::pair<std::string, object::PropertyValue>>& attributes) const;
+                          std::vector<std::pair<std::string, object::PropertyValue>>& attributes);
 
     /// Appends name and text for each text that such a field couldn't take.
     void appendUnread(std::string_view field, const std::vector<std::string>& textsOfValue,

@@ -240,6 +240,19 @@ TEST_F(OverlayTest, makesManyEditsByOneRewriteOrNone) {
     EXPECT_EQ(storedLines(), before);
     EXPECT_EQ(readingOf(wall, "Pset_WallCommon", "FireRating"), "0:");
 
+    const std::tuple<const char*, const char*, Form, std::size_t> ofOtherForms[] = {
+        {"Pset_WallCommon", "FireRating", Form::Single, 0},
+        {"Pset_WallCommon", "FireRating", Form::Single, 2},
+        {"Own", "Range A", Form::Bounded, 2},
+        {"Own", "Range A", Form::Bounded, 4},
+        {"Own", "Table", Form::Table, 3}};
+    for (const auto& [set, property, form, count] : ofOtherForms) {
+        edits[3] = edit(wall, property, form, std::vector<PropertyValue>(count, 1));
+        edits[3].edit.set = set;
+        EXPECT_EQ(overlay.setAll(edits)[3].result, Outcome::Result::ValueRefused) << property << ' ' << count;
+    }
+    EXPECT_EQ(storedLines(), before);
+
     edits[3] = edit(wall, "FireRating", Form::Single, {"F90"}); // the later one of a property counts
     outcomes = overlay.setAll(edits);
     EXPECT_TRUE(std::all_of(outcomes.begin(), outcomes.end(), [](const Outcome& outcome) { return bool(outcome); }));

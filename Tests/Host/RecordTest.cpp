@@ -147,6 +147,9 @@ TEST_F(RecordTest, keepsATextThatAFieldCannotTakeUntilTheProgramSetsIt) {
     EXPECT_EQ(record.getUnreadTexts(), StringAttributes());
     EXPECT_NE(attributesOf(record).find(">Number=8>Count"), std::string::npos);
     record.number = 7;
+    EXPECT_NE(attributesOf(record).find(">Number=7>Count"), std::string::npos);
+
+    record.setAttributes({{"Number", "many"}});
     record.setAsItIs("Number");
     EXPECT_NE(attributesOf(record).find(">Number=7>Count"), std::string::npos);
 }
