@@ -53,13 +53,20 @@ std::shared_ptr<FcBase> Data::entityCreate(const std::string& name) {
 
 std::shared_ptr<FcBase> Data::findByGuid(const Guid& guid) const {
     if (!unindexedEntities.empty()) {
-        guidUpdate();
+        indexNewEntities();
     }
     const std::shared_ptr<FcBase>& found = guidIndex.find(guid);
     return found && found->guid == guid ? found : nullptr;
 }
 
 void Data::guidUpdate() const {
+    unindexedEntities = entities;
+    guidIndex = {};
+    indexNewEntities();
+}
+
+/// Takes the objects into the index that were made since the last search or had no Guid then.
+void Data::indexNewEntities() const {
     for (const auto& entity : unindexedEntities) {
         guidIndex.set(entity->guid, entity);
     }

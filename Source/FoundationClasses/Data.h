@@ -24,11 +24,13 @@ public:
     /// The object with that Guid, null if there is none. If two have it, the one that was made last.
     std::shared_ptr<FcBase> findByGuid(const Guid& guid) const;
 
-    /// Takes the objects into the index that were made since the last call or had no Guid then, each under the Guid
-    /// that it has now.
+    /// Makes the index anew, with each object under the Guid that it has now: for who changes Guids that were searched
+    /// before. Takes time in proportion to the number of objects.
     void guidUpdate() const;
 
 private:
+    void indexNewEntities() const;
+
     std::vector<std::shared_ptr<FcBase>> entities;
     mutable GuidIndex guidIndex;
     mutable std::vector<std::shared_ptr<FcBase>> unindexedEntities;

@@ -52,6 +52,11 @@ TEST_F(FcShadowDbTest, indexesObjectsUnderTheGuidThatTheyHaveAtTheNextSearchAndF
     first->guid = otherId;
     EXPECT_EQ(data->findByGuid(otherId), first);
     EXPECT_EQ(data->findByGuid(Guid()), nullptr);
+    first->guid = id;
+    second->guid = otherId;
+    data->guidUpdate();
+    EXPECT_EQ(data->findByGuid(id), third);
+    EXPECT_EQ(data->findByGuid(otherId), second);
 }
 
 TEST_F(FcShadowDbTest, makesNoShadowObjectOfAClassWithoutObjects) {

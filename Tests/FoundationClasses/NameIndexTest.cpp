@@ -23,7 +23,7 @@ std::shared_ptr<FcProperty> propertyOf(const std::string& name) {
 std::shared_ptr<FcPropertySet> largeSet() {
     auto set = std::make_shared<FcPropertySet>();
     for (int number = 0; number < 100; ++number) {
-        set->addProperty(propertyOf("P" + std::to_string(number)));
+        set->addProperty(propertyOf(std::string("P").append(std::to_string(number))));
     }
     return set;
 }
@@ -37,8 +37,8 @@ TEST(NameIndexTest, findsWhatAHostMadeOfTheVectorSinceTheLastSearch) {
 
     for (int round = 0; round < 3; ++round) { // the new one lies where the old one lay, if the memory is free
         properties.pop_back();
-        properties.push_back(propertyOf("Q" + std::to_string(round)));
-        EXPECT_EQ(find("Q" + std::to_string(round)), properties.back());
+        properties.push_back(propertyOf(std::string("Q").append(std::to_string(round))));
+        EXPECT_EQ(find(std::string("Q").append(std::to_string(round))), properties.back());
         EXPECT_EQ(find("P99"), nullptr);
     }
 

@@ -94,13 +94,13 @@ std::optional<xml::Outline> EnhancementsFile::parse(std::string content) {
         report("You have got an empty file without header", readName, 67);
     }
     auto document = content.empty() ? std::nullopt : xml::Outline::parse(std::move(content));
-    if (document && document->getRootName() != RecordDocument::rootName) {
-        if (assert::Assert::isEnabled()) {
-            report("Error in Enhancements xml file.", readName, 76);
-        }
+    if (!document) {
         return std::nullopt;
     }
-    return document;
+    if (assert::Assert::isEnabled() && document->getRootName() != RecordDocument::rootName) {
+        report("Error in Enhancements xml file.", readName, 76);
+    }
+    return document->getRootName() == RecordDocument::rootName ? std::move(document) : std::nullopt;
 }
 
 /// Adds the records to the process's database, each with a rewrite of the file. What isn't one yet is carried.

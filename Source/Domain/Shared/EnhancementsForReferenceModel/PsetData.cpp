@@ -16,11 +16,9 @@ using fc::core::kernel::FcPropertySet;
 namespace {
 
 void reportNoCallback() {
-    if (assert::Assert::isEnabled()) {
-        assert::Assert::addAssert({0, "Could not set callback for PsetData",
-                                   "orv::domain::shared::enhancementsforreferencemodel::PsetData::PsetData",
-                                   "Source/Domain/Shared/EnhancementsForReferenceModel/PsetData", 52});
-    }
+    assert::Assert::addAssert({0, "Could not set callback for PsetData",
+                               "orv::domain::shared::enhancementsforreferencemodel::PsetData::PsetData",
+                               "Source/Domain/Shared/EnhancementsForReferenceModel/PsetData", 52});
 }
 
 } // namespace
@@ -42,12 +40,13 @@ PsetData::PsetData() : PsetData(true) {}
 PsetData::PsetData(bool readOnly) {
     const auto reading = readOnly ? CallbackSlot<ReadOnlyCallback>::get() : nullptr;
     const auto writing = readOnly ? nullptr : CallbackSlot<ReadWriteCallback>::get();
+    if (assert::Assert::isEnabled() && !reading && !writing) {
+        reportNoCallback();
+    }
     if (reading) {
         db = (*reading)();
     } else if (writing) {
         std::tie(db, guard) = (*writing)();
-    } else {
-        reportNoCallback();
     }
 }
 
