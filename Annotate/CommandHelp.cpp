@@ -28,19 +28,29 @@ public:
     }
 };
 
+/// The word as it was typed, without the NUL that main puts behind some.
+std::string typed(const std::string& word) {
+    return word.substr(0, word.find('\0'));
+}
+
 /// The word where a command should be; empty if there is none.
 std::string wordForCommand(const CLI::App& app) {
     const auto first = app.get_option("MODEL")->results();
     const std::vector<std::string> others = app.remaining();
+    const auto word =
+        std::find_if(others.begin(), others.end(), [](const auto& other) { return !other.starts_with('-'); });
+    if (word != others.end()) {
+        return typed(*word);
+    }
     std::error_code ignored;
     const bool isModel = first.empty() || std::filesystem::exists(first.front(), ignored);
-    return !isModel ? first.front() : others.empty() ? "" : others.front();
+    return isModel ? "" : typed(first.front());
 }
 
 } // namespace
 
 std::vector<const CLI::App*> shownCommands(const CLI::App& app) {
-    return app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
+    return app.get_subcommands([](const CLI::App* /*command*/) { return true; });
 }
 
 const CLI::App* findCommand(const CLI::App& app, std::string_view name) {
@@ -120,7 +130,7 @@ std::string explainRefusal(const CLI::App& app) {
     for (const CLI::Option* const known : shownOptions(command)) {
         names.push_back("--" + known->get_lnames().front());
     }
-    const std::string word = option->substr(0, option->find('='));
+    const std::string word = typed(*option).substr(0, option->find('='));
     return "The command " + command.get_name() + " has no option " + word +
            didYouMean(word, {names.begin(), names.end()});
 }

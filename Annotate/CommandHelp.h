@@ -13,7 +13,7 @@ namespace annotate {
 
 // What is told of the commands. It all comes from how they are described to CLI11.
 
-/// Those that are shown; help and the like have hidden ones for programs.
+/// All of them.
 std::vector<const CLI::App*> shownCommands(const CLI::App& app);
 
 /// Null if there is no such command.

@@ -38,15 +38,12 @@ void removeMarks(CLI::App& app) {
 
 /// The command as it was typed, for people, without what only says where and who.
 std::string shownCommand(const CLI::App& app, int argc, char** argv) {
-    const auto isCommand = [&app](std::string_view word) {
-        return !app.get_subcommands([word](const CLI::App* command) { return command->get_name() == word; }).empty();
-    };
     std::string shown;
     for (int place = 1; place < argc; ++place) {
         const std::string_view word = argv[place];
         if (word == "--store" || word == "--author") {
             ++place;
-        } else if (!shown.empty() || isCommand(word)) {
+        } else if (!shown.empty() || findCommand(app, word) != nullptr) {
             const bool needsQuotes = word.empty() || word.find_first_of(" \t\n\r'\"") != std::string_view::npos;
             shown.append(shown.empty() ? "" : " ").append(needsQuotes ? "'" : "");
             shown.append(word).append(needsQuotes ? "'" : "");

@@ -34,7 +34,8 @@ namespace orv::host {
 ///
 /// What stands in the file is written back as it stands until the program sets the field, so "1.50" stays "1.50"; also
 /// a text that the field can't take, which leaves it at its default. A field counts as set when its value isn't the one
-/// that the reading left, or was written with another one since. To set a field to just that, call setAsItIs as well.
+/// that the reading left, or wasn't when the attributes were last asked for. To set a field to just that, call
+/// setAsItIs as well.
 template <typename Kind>
 class Record : public domain::shared::enhancementsforreferencemodel::EnhancementBase {
 public:
@@ -111,7 +112,7 @@ private:
             Kind::fields);
     }
 
-    mutable TextsAsRead textsAsRead; // a rewrite tells that a field has been set
+    mutable TextsAsRead textsAsRead; // being asked for the attributes tells that a field has been set
 };
 
 } // namespace orv::host

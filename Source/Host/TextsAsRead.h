@@ -11,8 +11,8 @@
 namespace orv::host {
 
 /// What stood in the file for the fields of a record, where that isn't the text of the value that was read: a number
-/// written otherwise, or a text that the field couldn't take. It is good until the field is written
-/// with another value.
+/// written otherwise, or a text that the field couldn't take. It is good until the attributes of
+/// the record are asked for with another value of the field.
 class ORV_HOST_EXPORT TextsAsRead {
 public:
     void clear() { entries.clear(); }
