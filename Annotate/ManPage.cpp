@@ -59,7 +59,7 @@ std::string sectionOn(const CLI::App& command) {
 } // namespace
 
 std::string manPage(const CLI::App& app) {
-    std::string text = ".TH ANNOTATE 1 \"\" \"" + plain(app.version()) + "\"\n";
+    std::string text = R"(.TH ANNOTATE 1 "" ")" + plain(app.version()) + "\"\n";
     text +=
         ".SH NAME\nannotate \\- " + plain(app.get_description()) + "\n.SH SYNOPSIS\n.B " + plain(usageOf(app)) + '\n';
     text += ".SH OPTIONS\n" + itemsOf(app) + ".SH COMMANDS\n";
