@@ -31,6 +31,8 @@ set(headers
     FoundationClasses/FcValueType.h
     FoundationClasses/GuidIndex.h
     FoundationClasses/IfcClass.h
+    FoundationClasses/NameIndex.h
+    FoundationClasses/NameTable.h
     FoundationClasses/TableName.h
     Host/Field.h
     Host/FieldText.h
