@@ -177,7 +177,7 @@ void addCommands(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", "annotate " ANNOTATE_VERSION, "Print the version and exit");
     app.footer("annotate help COMMAND tells about a command, with an example.");
     app.require_subcommand(1);
-    app.add_option("MODEL", arguments.model, "An IFC file; it is never written")->check(refuseEmpty);
+    app.add_option("MODEL", arguments.model, "An IFC file, or an .ifczip with one in it; it is never written")->check(refuseEmpty);
     CLI::App* objects = addStoreCommand(
         app, {"objects", "List the objects of the model", "House.ifc objects --class IfcWall --match south"}, arguments,
         listObjects);

@@ -276,8 +276,10 @@ TEST_F(AnnotateTest, tellsThatANoteDidNotGetIntoTheFile) {
 }
 
 TEST_F(AnnotateTest, keepsTheStoreBesideTheModelUnlessItIsNamed) {
-    const std::pair<const char*, const char*> files[] = {
-        {"a.ifc", "a.enhancements.xml"}, {"b.IFC", "b.enhancements.xml"}, {"c.d", "c.d.enhancements.xml"}};
+    const std::pair<const char*, const char*> files[] = {{"a.ifc", "a.enhancements.xml"},
+                                                         {"b.IFC", "b.enhancements.xml"},
+                                                         {"c.d", "c.d.enhancements.xml"},
+                                                         {"e.IfcZip", "e.enhancements.xml"}};
     for (const auto& [model, file] : files) {
         std::filesystem::copy_file(HOUSE, directory / model);
         EXPECT_EQ(run({directory / model, "note", firstId(HOUSE), "text"}).status, 0);
