@@ -15,6 +15,7 @@ namespace annotate {
 
 using orv::ifc::def::xml::PropertyKind;
 using orv::object::PropertyValue;
+using Form = orv::host::PropertyEdit::Form;
 
 namespace {
 
@@ -26,12 +27,17 @@ std::vector<PropertyValue> heldValues(const MergedProperty& property, const Mode
         return isOneText ? std::vector<PropertyValue>{valuesText(*property.model)} : property.model->values;
     }
     const Overlay overlay(model, records);
-    return Overlay::read(property.edit->id, property.set, property.name);
+    std::vector<PropertyValue> values = Overlay::read(property.edit->id, property.set, property.name);
+    if (values.empty()) { // its definition is missing today
+        const bool areMany = property.edit->edit.form == Form::List || property.edit->edit.form == Form::Table;
+        values = areMany ? property.edit->edit.values : std::vector<PropertyValue>{editText(property.edit->edit)};
+    }
+    return values;
 }
 
 bool isTable(const MergedProperty& property) {
     return property.edit == nullptr ? property.model->kind == PropertyKind::Table
-                                    : property.edit->edit.form == orv::host::PropertyEdit::Form::Table;
+                                    : property.edit->edit.form == Form::Table;
 }
 
 void printHeld(const Arguments& arguments, const std::vector<PropertyValue>& held, bool areRows) {
