@@ -88,7 +88,7 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
          "House.ifc set --class IfcWall --where Pset_WallCommon.IsExternal=true Pset_WallCommon FireRating F90"},
         arguments, setProperty, "[GLOBALID] PSET PROPERTY VALUE",
         "The value of an enumerated property is like 'A;B', that of a bounded one 'UPPER;LOWER;SET POINT' or the "
-        "options below. ");
+        "options below; a backslash stands before a semicolon or a backslash within a part of them. ");
     set->add_option("--lower", arguments.lower, "The lower bound, in place of VALUE")->check(refuseEmpty);
     set->add_option("--upper", arguments.upper, "The upper bound, in place of VALUE")->check(refuseEmpty);
     set->add_option("--set-point", arguments.setPoint, "The set point, in place of VALUE")->check(refuseEmpty);
@@ -110,9 +110,12 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
                     "House.ifc unset 1jXyBr6EAquR0PHYXIrQ4_ Pset_WallCommon FireRating"},
                    arguments, unsetProperty, "[GLOBALID] PSET PROPERTY", "");
 
-    CLI::App* edits = addStoreCommand(
-        app, {"edits", "List what was set on properties", "House.ifc edits --author Anna --since 2026-03-31"},
-        arguments, listEdits);
+    CLI::App* edits = addStoreCommand(app,
+                                      {"edits",
+                                       "List what was set on properties: several values as A;B, the rows of a table as "
+                                       "A=B;C=D, with a backslash before a ; = or backslash within one",
+                                       "House.ifc edits --author Anna --since 2026-03-31"},
+                                      arguments, listEdits);
     edits->add_option("GLOBALID", arguments.globalId, "Only on this object")->check(refuseEmpty);
     addActFilters(edits, arguments);
     addListing(edits, arguments);
@@ -160,11 +163,13 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
         app, {"import", "Set properties, or add notes, as the lines of a file tell", "House.ifc import values.csv"},
         arguments, importFile);
     import
-        ->add_option("FILE", arguments.file,
-                     "Separated values in UTF-8 (comma, semicolon or tab) below a header with GlobalId, set, property, "
-                     "value and perhaps unit, or with GlobalId, text and perhaps priority; - for standard input. An "
-                     "empty value unsets the property; values are as the command edits lists them. Nothing is stored "
-                     "if a line is refused")
+        ->add_option(
+            "FILE", arguments.file,
+            "Separated values in UTF-8 (comma, semicolon or tab) below a header with GlobalId, set, property, "
+            "value and perhaps unit, or with GlobalId, text and perhaps priority; - for standard input. An "
+            "empty value unsets the property; values are as the command edits lists them, A;B for several and A=B;C=D "
+            "for the rows of a table, with a backslash before a ; = or backslash within one. Nothing is stored if a "
+            "line is refused")
         ->required()
         ->check(refuseEmpty);
     addStrictness(import, arguments);

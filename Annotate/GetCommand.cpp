@@ -26,13 +26,15 @@ std::vector<PropertyValue> heldValues(const MergedProperty& property, const Mode
             property.model->kind != PropertyKind::List && property.model->kind != PropertyKind::Table;
         return isOneText ? std::vector<PropertyValue>{valuesText(*property.model)} : property.model->values;
     }
+    const orv::host::PropertyEdit& edit = property.edit->edit;
     const Overlay overlay(model, records);
     std::vector<PropertyValue> values = Overlay::read(property.edit->id, property.set, property.name);
-    if (values.empty()) { // its definition is missing today
-        const bool areMany = property.edit->edit.form == Form::List || property.edit->edit.form == Form::Table;
-        values = areMany ? property.edit->edit.values : std::vector<PropertyValue>{editText(property.edit->edit)};
+    if (!values.empty() && edit.form != Form::Enumerated) {
+        return values;
     }
-    return values;
+    // Choices in one text, or what the overlay doesn't take as its definition is missing today.
+    const bool isOneText = edit.form != Form::List && edit.form != Form::Table;
+    return isOneText ? std::vector<PropertyValue>{editText(edit)} : edit.values;
 }
 
 bool isTable(const MergedProperty& property) {
