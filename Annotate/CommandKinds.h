@@ -42,4 +42,7 @@ void addNumbers(CLI::App* command, Arguments& arguments);
 void addStrictness(CLI::App* command, Arguments& arguments);
 void addUnit(CLI::App* command, Arguments& arguments);
 
+/// Of commands that know property sets: files that define more of them, which are taken before the command runs.
+void addDefinitionFiles(CLI::App* command, Arguments& arguments);
+
 } // namespace annotate
