@@ -1,8 +1,35 @@
 #include "Annotate/CommandKinds.h"
 
+#include "Annotate/Notes.h"
+#include "Host/FieldText.h"
+
+#include <algorithm>
+#include <iterator>
+
 namespace annotate {
 
 namespace {
+
+/// The number that names a note. Throws UsageError if the text is no number, RequestError if it is that of no note.
+std::int64_t noteNumberIn(const std::string& text) {
+    std::int64_t number = 0;
+    if (orv::host::take(text, number)) {
+        return number;
+    }
+    if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) {
+        throw noSuchNote(text);
+    }
+    throw UsageError("NUMBER is the number of a note, as the command notes shows it. \"" + text + "\" is none.");
+}
+
+int priorityIn(const std::string& text) {
+    int priority = 0;
+    if (!orv::host::take(text, priority)) {
+        throw UsageError("--priority takes whole numbers from -2147483648 to 2147483647, of which \"" + text +
+                         "\" is none.");
+    }
+    return priority;
+}
 
 /// A command on a model.
 CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Arguments& arguments, Command command) {
@@ -17,7 +44,7 @@ CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Argument
 } // namespace
 
 std::string refuseEmpty(const std::string& value) {
-    return value.empty() ? "An empty value was given" : "";
+    return value.empty() ? "empty" : "";
 }
 
 CLI::App* addCommand(CLI::App& app, const CommandText& text, const std::function<void()>& command) {
@@ -79,9 +106,33 @@ void addActFilters(CLI::App* command, Arguments& arguments) {
     command->add_flag("--vanished", arguments.vanished, "Only on objects that the model no longer has");
 }
 
-void addNumbers(CLI::App* command, Arguments& arguments) {
-    command->add_option("NUMBER", arguments.numbers, "The notes, by the numbers that the command notes shows")
+void addNumber(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option_function<std::string>(
+            "NUMBER", [&arguments](const std::string& text) { arguments.numbers = {noteNumberIn(text)}; },
+            "The note, by the number that the command notes shows")
+        ->type_name("INT")
         ->required();
+}
+
+void addNumbers(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option_function<std::vector<std::string>>(
+            "NUMBER",
+            [&arguments](const std::vector<std::string>& texts) {
+                std::transform(texts.begin(), texts.end(), std::back_inserter(arguments.numbers), noteNumberIn);
+            },
+            "The notes, by the numbers that the command notes shows")
+        ->type_name("INT")
+        ->required();
+}
+
+void addPriority(CLI::App* command, Arguments& arguments, const std::string& explanation) {
+    command
+        ->add_option_function<std::string>(
+            "--priority", [&arguments](const std::string& text) { arguments.priority = priorityIn(text); }, explanation)
+        ->type_name("INT")
+        ->check(refuseEmpty);
 }
 
 void addStrictness(CLI::App* command, Arguments& arguments) {

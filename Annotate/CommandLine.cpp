@@ -22,20 +22,16 @@ void addNoteCommands(CLI::App& app, Arguments& arguments) {
     note->add_option("TEXT", arguments.text,
                      "The note; after -- it may begin with a dash, and - alone reads it from standard input")
         ->required();
-    note->add_option("--priority", arguments.priority, "A number of your own scale, 0 if not given")
-        ->check(refuseEmpty);
+    addPriority(note, arguments, "A number of your own scale, 0 if not given");
     note->add_flag("--resolved", arguments.resolved, "The note needs nothing more to be done");
 
     CLI::App* edit = addWritingCommand(app,
                                        {"edit", "Change the text of a note, or its priority",
                                         "House.ifc edit 1 'Is this wall load-bearing?' --priority 1"},
                                        arguments, editNote);
-    edit->add_option_function<std::int64_t>(
-            "NUMBER", [&arguments](std::int64_t number) { arguments.numbers = {number}; },
-            "The note, by the number that the command notes shows")
-        ->required();
+    addNumber(edit, arguments);
     edit->add_option("TEXT", arguments.text, "The new text");
-    edit->add_option("--priority", arguments.priority, "A number of your own scale")->check(refuseEmpty);
+    addPriority(edit, arguments, "A number of your own scale");
 
     addNumbers(addWritingCommand(app, {"resolve", "Say that notes need nothing more", "House.ifc resolve 1 2"},
                                  arguments, resolveNotes),

@@ -15,6 +15,9 @@ namespace annotate {
 /// command would give it.
 std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records);
 
+/// That there is no note of the number.
+RequestError noSuchNote(const std::string& number);
+
 /// The notes of the store for a command that changes some.
 class Notebook {
 public:

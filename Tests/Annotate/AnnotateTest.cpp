@@ -289,6 +289,8 @@ TEST_F(AnnotateTest, tellsThatItsOutputCouldNotBeWritten) {
     const std::string id = firstId(HOUSE);
     const std::pair<std::vector<std::string>, std::string> commands[] = {
         {{HOUSE, "objects"}, "annotate: The output couldn't be written.\n"},
+        {{"--version"}, "annotate: The output couldn't be written.\n"},
+        {{"notes", "--help"}, "annotate: The output couldn't be written.\n"},
         {{HOUSE, "note", id, "text", "--store", store},
          "annotate: Note 1 is stored in " + store + ". The output couldn't be written, though.\n"},
     };
