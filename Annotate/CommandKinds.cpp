@@ -87,7 +87,8 @@ void addObjectFilters(CLI::App* command, Arguments& arguments) {
     command->add_option("--match", arguments.match, "Only objects with this text in their names, in any case");
     command
         ->add_option("--storey", arguments.storeys,
-                     "Only objects in the storey of this name or GlobalId, and the storey; may be given several times")
+                     "Only objects in the storey of this name, GlobalId or number like '#123', and the storey; may be "
+                     "given several times")
         ->allow_extra_args(false)
         ->check(refuseEmpty);
     command

@@ -12,13 +12,15 @@ namespace annotate {
 
 namespace {
 
+const std::string byName = "by its GlobalId, or like '#123' by its number in the file";
+
 void addNoteCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* note =
         addWritingCommand(app,
                           {"note", "Add a note to an object of the model",
                            "House.ifc note 1jXyBr6EAquR0PHYXIrQ4_ 'Is this a load-bearing wall?' --priority 2"},
                           arguments, addNote);
-    note->add_option("GLOBALID", arguments.globalId, "The object")->required()->check(refuseEmpty);
+    note->add_option("GLOBALID", arguments.globalId, "The object, " + byName)->required()->check(refuseEmpty);
     note->add_option("TEXT", arguments.text,
                      "The note; after -- it may begin with a dash, and - alone reads it from standard input")
         ->required();
@@ -46,7 +48,7 @@ void addNoteCommands(CLI::App& app, Arguments& arguments) {
                                       {"notes", "List the notes, with the objects' classes and names",
                                        "House.ifc notes --open --storey 'Ground floor'"},
                                       arguments, listNotes);
-    notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object")->check(refuseEmpty);
+    notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object, " + byName)->check(refuseEmpty);
     notes->add_flag("--open", arguments.open, "Only those that aren't resolved");
     notes->add_flag("--resolved", arguments.onlyResolved, "Only those that are resolved");
     addActFilters(notes, arguments);
@@ -63,7 +65,8 @@ CLI::App* addEditCommand(CLI::App& app, const CommandText& text, Arguments& argu
                          const std::string& words, const std::string& explanation) {
     CLI::App* added = addWritingCommand(app, text, arguments, command);
     addWords(added, arguments, words,
-             explanation + "GLOBALID is left out where --class, --match, --storey or --where choose objects");
+             explanation + "GLOBALID names the object, " + byName +
+                 ", and is left out where --class, --match, --storey or --where choose objects");
     addObjectFilters(added, arguments);
     addStrictness(added, arguments);
     return added;
@@ -74,7 +77,8 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
                                     {"get", "Show the value of an object's property, that of the model or what was set",
                                      "House.ifc get 1jXyBr6EAquR0PHYXIrQ4_ Pset_WallCommon FireRating"},
                                     arguments, getProperty);
-    addWords(get, arguments, "GLOBALID PSET PROPERTY", "The object, and the property as in Pset_WallCommon FireRating");
+    addWords(get, arguments, "GLOBALID PSET PROPERTY",
+             "The object, " + byName + ", and the property as in Pset_WallCommon FireRating");
     addListing(get, arguments);
 
     CLI::App* set = addEditCommand(
@@ -108,7 +112,7 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* edits = addStoreCommand(
         app, {"edits", "List what was set on properties", "House.ifc edits --author Anna --since 2026-03-31"},
         arguments, listEdits);
-    edits->add_option("GLOBALID", arguments.globalId, "Only on this object")->check(refuseEmpty);
+    edits->add_option("GLOBALID", arguments.globalId, "Only on this object, " + byName)->check(refuseEmpty);
     addActFilters(edits, arguments);
     addListing(edits, arguments);
 
@@ -158,10 +162,10 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
                                         "House.ifc move 1jXyBr6EAquR0PHYXIrQ4_ 1i_5NV102OXO562kgQNI5K"},
                                        arguments, moveObject);
     move->add_option("OLD", arguments.oldId,
-                     "The GlobalId of the object that has them, which may have vanished from the model")
+                     "The object that has them, by its GlobalId as it may have vanished from the model, or like '#123'")
         ->required()
         ->check(refuseEmpty);
-    move->add_option("NEW", arguments.globalId, "The GlobalId of the object of the model that gets them")
+    move->add_option("NEW", arguments.globalId, "The object of the model that gets them, " + byName)
         ->required()
         ->check(refuseEmpty);
 }
@@ -184,7 +188,7 @@ void addCommands(CLI::App& app, Arguments& arguments) {
         {"show", "Show objects with their places, types, notes and values, the model's and those set on them",
          "House.ifc show 1jXyBr6EAquR0PHYXIrQ4_"},
         arguments, showObjects);
-    show->add_option("GLOBALID", arguments.globalIds, "The objects")->required()->check(refuseEmpty);
+    show->add_option("GLOBALID", arguments.globalIds, "The objects, each " + byName)->required()->check(refuseEmpty);
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);
     addStoreCommands(app, arguments);

@@ -91,7 +91,7 @@ void Filter::consult(const ModelDetails& modelDetails, const Records& records) {
             std::string shown;
             for (const ModelObject* const storey : all) {
                 shown.append(shown.empty() ? " It has " : ", ")
-                    .append(storey->name.empty() ? storey->globalId : storey->name);
+                    .append(storey->name.empty() ? nameFor(modelDetails.getModel(), *storey) : storey->name);
             }
             throw RequestError("The model has no storey " + wanted.getText() + '.' +
                                (shown.empty() ? "" : shown + '.'));
@@ -111,9 +111,8 @@ bool Filter::isInStorey(const ModelObject& object) const {
 
 bool Filter::meets(const ModelObject& object, Asked& asked) {
     const Condition& condition = asked.condition;
-    orv::Guid id;
-    const EditIndex::Entry* const edit =
-        id.boSet(object.globalId) ? edits->find(id, condition.getSet(), condition.getProperty()) : nullptr;
+    const std::optional<orv::Guid> id = idOf(details->getModel(), object);
+    const EditIndex::Entry* const edit = id ? edits->find(*id, condition.getSet(), condition.getProperty()) : nullptr;
     const MergedProperty property = sets->find(object, edit, condition.getSet(), condition.getProperty());
     asked.isKnown = asked.isKnown || property.model != nullptr || property.edit != nullptr;
     return condition.holds(valuesThatHold(property));

@@ -2,6 +2,7 @@
 
 #include "Annotate/EditText.h"
 #include "Annotate/NamedObject.h"
+#include "Annotate/Notes.h"
 #include "Annotate/UnitEntry.h"
 
 namespace annotate {
@@ -82,9 +83,7 @@ Note noteIn(const ImportRow& row, const Arguments& arguments, const Model& model
     Note note;
     note.ownerId = objectOf(row, arguments, model);
     note.text = row.text;
-    if (row.text.empty()) {
-        throw RequestError("The note has no text.");
-    }
+    requireText(row.text);
     if (!row.priority.empty() && !orv::host::take(row.priority, note.priority)) {
         throw RequestError("The priority \"" + row.priority + "\" isn't a whole number.");
     }

@@ -42,6 +42,12 @@ RequestError noSuchNote(const std::string& number) {
     return RequestError("There is no note " + number + ". The command notes lists those that there are.");
 }
 
+void requireText(const std::string& text) {
+    if (text.empty()) {
+        throw RequestError("The note has no text.");
+    }
+}
+
 Notebook::Notebook(Store& notesStore) : store(&notesStore), last(&lastNumber(notesStore)) {
     last->number = highestNumber(Store::getRecords());
     for (const auto& [number, note] : numberedNotes(Store::getRecords())) {

@@ -73,7 +73,6 @@ TEST_F(AnnotateTest, showsWhatTheModelHoldsOfObjects) {
 TEST_F(AnnotateTest, bringsNotesBackAfterARestartInOrderWithEveryCharacter) {
     const std::pair<const char*, const char*> texts[] = {
         {"plain", "plain"},
-        {"", ""},
         {"  ", "  "},
         {"a]]>b <&>", "a]]>b <&>"},
         {"\t", "\\t"},
