@@ -74,8 +74,8 @@ CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& a
 }
 
 void addListing(CLI::App* command, Arguments& arguments) {
-    CLI::Option* csv = command->add_flag("--csv", arguments.csv, "Print comma-separated values");
-    command->add_flag("--json", arguments.json, "Print JSON")->excludes(csv);
+    CLI::Option* csv = command->add_flag("--csv", arguments.csv, "Print comma-separated values, with every byte as it is");
+    command->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD")->excludes(csv);
 }
 
 void addObjectFilters(CLI::App* command, Arguments& arguments) {

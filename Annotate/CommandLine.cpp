@@ -142,7 +142,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
                      "the model no longer has, and edits that it has caught up with",
                      "House.ifc status"},
                     arguments, showStatus)
-        ->add_flag("--json", arguments.json, "Print JSON");
+        ->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD");
 
     CLI::App* import = addWritingCommand(
         app, {"import", "Set properties, or add notes, as the lines of a file tell", "House.ifc import values.csv"},
