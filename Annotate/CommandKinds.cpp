@@ -74,7 +74,8 @@ CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& a
 }
 
 void addListing(CLI::App* command, Arguments& arguments) {
-    CLI::Option* csv = command->add_flag("--csv", arguments.csv, "Print comma-separated values, with every byte as it is");
+    CLI::Option* csv =
+        command->add_flag("--csv", arguments.csv, "Print comma-separated values, with every byte as it is");
     command->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD")->excludes(csv);
 }
 
@@ -137,8 +138,10 @@ void addPriority(CLI::App* command, Arguments& arguments, const std::string& exp
 }
 
 void addStrictness(CLI::App* command, Arguments& arguments) {
-    command->add_flag("--strict", arguments.strict,
-                      "Refuse values outside an enumeration, and sets that are published for other classes");
+    command->add_flag(
+        "--strict", arguments.strict,
+        "Refuse values outside an enumeration, bounds and tables that make no sense, and sets that are published "
+        "for other classes");
     command->add_flag("--keep-going", arguments.keepGoing, "Store what can be stored, and tell what can't");
 }
 

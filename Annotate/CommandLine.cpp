@@ -86,11 +86,13 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
         {"set", "Set a single, enumerated or bounded property",
          "House.ifc set --class IfcWall --where Pset_WallCommon.IsExternal=true Pset_WallCommon FireRating F90"},
         arguments, setProperty, "[GLOBALID] PSET PROPERTY VALUE",
-        "The value of an enumerated property is like 'A;B', that of a bounded one 'UPPER;LOWER;SET POINT' or the "
-        "options below. ");
-    set->add_option("--lower", arguments.lower, "The lower bound, in place of VALUE")->check(refuseEmpty);
-    set->add_option("--upper", arguments.upper, "The upper bound, in place of VALUE")->check(refuseEmpty);
-    set->add_option("--set-point", arguments.setPoint, "The set point, in place of VALUE")->check(refuseEmpty);
+        "The value of an enumerated property is like 'A;B', that of a bounded one 'UPPER;LOWER;SET POINT', which "
+        "sets all three. ");
+    set->add_option("--lower", arguments.lower,
+                    "The lower bound, in place of VALUE; what isn't named of the three stays as it is")
+        ->check(refuseEmpty);
+    set->add_option("--upper", arguments.upper, "The upper bound, likewise")->check(refuseEmpty);
+    set->add_option("--set-point", arguments.setPoint, "The set point, likewise")->check(refuseEmpty);
 
     addUnit(set, arguments);
 

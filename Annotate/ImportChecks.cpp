@@ -1,5 +1,6 @@
 #include "Annotate/ImportChecks.h"
 
+#include "Annotate/EditRemarks.h"
 #include "Annotate/EditText.h"
 #include "Annotate/NamedObject.h"
 #include "Annotate/Notes.h"
@@ -26,7 +27,7 @@ std::optional<ObjectEdit> EditChecks::check(const ImportRow& row) {
     if (isPresent(made)) {
         return std::nullopt;
     }
-    remark(row, definition, outcome);
+    remark(row, remarksOn(definition, outcome, made.edit));
     return made;
 }
 
@@ -55,8 +56,8 @@ void EditChecks::requireFirst(const ImportRow& row, const orv::Guid& id) {
     }
 }
 
-void EditChecks::remark(const ImportRow& row, const Definition& definition, const Outcome& outcome) {
-    for (const std::string& text : remarksOn(definition, outcome)) {
+void EditChecks::remark(const ImportRow& row, const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
         if (arguments.strict) {
             throw RequestError(text);
         }
