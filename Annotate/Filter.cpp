@@ -1,5 +1,6 @@
 #include "Annotate/Filter.h"
 
+#include "Annotate/Definitions.h"
 #include "Annotate/NamedObject.h"
 #include "Annotate/NearNames.h"
 #include "Annotate/Terminal.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <set>
 #include <utility>
 
 namespace annotate {
@@ -115,17 +117,46 @@ bool Filter::meets(const ModelObject& object, Asked& asked) {
     const EditIndex::Entry* const edit = id ? edits->find(*id, condition.getSet(), condition.getProperty()) : nullptr;
     const MergedProperty property = sets->find(object, edit, condition.getSet(), condition.getProperty());
     asked.isKnown = asked.isKnown || property.model != nullptr || property.edit != nullptr;
-    return condition.holds(valuesThatHold(property));
+    const std::vector<std::string> values = valuesThatHold(property);
+    asked.hasValue = asked.hasValue || condition.concerns(values);
+    return condition.holds(values);
 }
 
-std::vector<std::string> Filter::unknownProperties() const {
-    std::vector<std::string> names;
-    for (const auto& [condition, isKnown] : conditions) {
-        if (!isKnown && orv::ifc::findSchemaDefForProperty(condition.getSet(), condition.getProperty()) == nullptr) {
-            names.push_back(condition.getSet() + '.' + condition.getProperty());
+/// As the end of a sentence: the nearest of the names of sets, or of properties if the set is known.
+std::string Filter::nearestOf(const Condition& condition) const {
+    std::set<std::string_view> setNames;
+    std::set<std::string_view> properties;
+    const auto take = [&](std::string_view set, std::string_view property) {
+        setNames.insert(set);
+        if (set == condition.getSet()) {
+            properties.insert(property);
+        }
+    };
+    for (const auto* const definition : allDefinitions()) {
+        take(definition->propertySet, definition->property);
+    }
+    for (const auto& [object, ofObject] : sets->getSets()) {
+        for (const ModelSet& set : ofObject) {
+            for (const ModelProperty& property : set.properties) {
+                take(set.name, property.name);
+            }
         }
     }
-    return names;
+    return properties.empty() ? didYouMean(condition.getSet(), {setNames.begin(), setNames.end()})
+                              : didYouMean(condition.getProperty(), {properties.begin(), properties.end()});
+}
+
+std::vector<std::string> Filter::remarks() const {
+    std::vector<std::string> sentences;
+    for (const auto& [condition, isKnown, hasValue] : conditions) {
+        if (!isKnown && orv::ifc::findSchemaDefForProperty(condition.getSet(), condition.getProperty()) == nullptr) {
+            sentences.push_back("No such object has " + condition.getSet() + '.' + condition.getProperty() +
+                                ", nor is it defined" + nearestOf(condition));
+        } else if (const std::string objection = condition.objection(); !hasValue && !objection.empty()) {
+            sentences.push_back(objection);
+        }
+    }
+    return sentences;
 }
 
 FilteredModel::FilteredModel(const Arguments& arguments, Filter& filter) {
@@ -152,6 +183,12 @@ bool Filter::takesAct(const std::string& actor, const std::optional<Time>& time)
     return (author.getText().empty() || author.equals(actor)) && (!since || (time && *time >= *since));
 }
 
+void printRemarks(const Filter& filter) {
+    for (const std::string& remark : filter.remarks()) {
+        std::cerr << "annotate: " << printable(remark) << '\n';
+    }
+}
+
 std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter) {
     std::vector<const ModelObject*> chosen;
     for (const ModelObject& object : model.getObjects()) {
@@ -159,9 +196,7 @@ std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter
             chosen.push_back(&object);
         }
     }
-    for (const std::string& name : filter.unknownProperties()) {
-        std::cerr << "annotate: No such object has " << printable(name) << ", nor is it defined.\n";
-    }
+    printRemarks(filter);
     return chosen;
 }
 

@@ -176,6 +176,7 @@ void listNotes(const Arguments& arguments) {
     if (!arguments.globalId.empty() && rows.empty()) {
         objectNamed(arguments, model, arguments.globalId); // throws if there is none
     }
+    printRemarks(filter);
     printTable(arguments,
                {{"Number", true},
                 {"GlobalId"},
