@@ -38,7 +38,11 @@ void addObjectFilters(CLI::App* command, Arguments& arguments);
 /// Those of listings of what users did.
 void addActFilters(CLI::App* command, Arguments& arguments);
 
+/// Of a note.
+void addNumber(CLI::App* command, Arguments& arguments);
+
 void addNumbers(CLI::App* command, Arguments& arguments);
+void addPriority(CLI::App* command, Arguments& arguments, const std::string& explanation);
 void addStrictness(CLI::App* command, Arguments& arguments);
 void addUnit(CLI::App* command, Arguments& arguments);
 

@@ -91,9 +91,6 @@ std::string standardInput() {
             text.pop_back();
         }
     }
-    if (text.empty()) {
-        throw RequestError("There is no text on standard input. Nothing was stored.");
-    }
     return text;
 }
 
@@ -115,6 +112,7 @@ void setResolved(const Arguments& arguments, bool resolved) {
 void addNote(const Arguments& arguments) {
     Note note;
     note.text = *arguments.text == "-" ? standardInput() : *arguments.text;
+    requireText(note.text);
     note.priority = arguments.priority.value_or(0);
     note.resolved = arguments.resolved;
     note.ownerId = idNamed(arguments, Model::read(arguments.model), arguments.globalId);
@@ -124,6 +122,9 @@ void addNote(const Arguments& arguments) {
 void editNote(const Arguments& arguments) {
     if (!arguments.text && !arguments.priority) {
         throw UsageError("Give the new TEXT, or --priority, or both.");
+    }
+    if (arguments.text) {
+        requireText(*arguments.text);
     }
     requireNamedStore(arguments);
     NotesUnderWay notes(arguments);
@@ -177,6 +178,7 @@ void listNotes(const Arguments& arguments) {
     if (!arguments.globalId.empty() && rows.empty()) {
         objectNamed(arguments, model, arguments.globalId); // throws if there is none
     }
+    printRemarks(filter);
     printTable(arguments,
                {{"Number", true},
                 {"GlobalId"},

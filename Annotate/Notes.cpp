@@ -38,6 +38,16 @@ std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records
     return notes;
 }
 
+RequestError noSuchNote(const std::string& number) {
+    return RequestError("There is no note " + number + ". The command notes lists those that there are.");
+}
+
+void requireText(const std::string& text) {
+    if (text.empty()) {
+        throw RequestError("The note has no text.");
+    }
+}
+
 Notebook::Notebook(Store& notesStore) : store(&notesStore), last(&lastNumber(notesStore)) {
     last->number = highestNumber(Store::getRecords());
     for (const auto& [number, note] : numberedNotes(Store::getRecords())) {
@@ -58,8 +68,7 @@ Note& Notebook::find(std::int64_t number) const {
     if (Note* const note = tryFind(number)) {
         return *note;
     }
-    throw RequestError("There is no note " + std::to_string(number) +
-                       ". The command notes lists those that there are.");
+    throw noSuchNote(std::to_string(number));
 }
 
 Note& Notebook::add(const Note& content, const std::string& author) {

@@ -16,6 +16,12 @@ namespace annotate {
 /// command would give it.
 std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records);
 
+/// That there is no note of the number.
+RequestError noSuchNote(const std::string& number);
+
+/// Throws RequestError if a note with that text would have none.
+void requireText(const std::string& text);
+
 /// The notes of the store for a command that changes some.
 class Notebook {
 public:
