@@ -177,6 +177,18 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
     addStrictness(import, arguments);
     addDefinitionFiles(import, arguments);
 
+    CLI::App* exporting = addStoreCommand(app,
+                                          {"export", "Write a copy of the model with what was set on its objects in it",
+                                           "House.ifc export House.new.ifc"},
+                                          arguments, exportModel);
+    exporting
+        ->add_option("FILE", arguments.file,
+                     "The IFC file to be made, in the place of one that is there. Lines of the model that nothing was "
+                     "set on stay as they are")
+        ->required()
+        ->check(refuseEmpty);
+    addDefinitionFiles(exporting, arguments);
+
     CLI::App* move = addWritingCommand(app,
                                        {"move", "Carry the notes and edits of one object to another",
                                         "House.ifc move 1jXyBr6EAquR0PHYXIrQ4_ 1i_5NV102OXO562kgQNI5K"},
