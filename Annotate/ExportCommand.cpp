@@ -103,9 +103,8 @@ void exportModel(const Arguments& arguments) {
         std::cerr << "annotate: " << printable(remark) << '\n';
     }
     if (exported.vanished > 0) {
-        std::cerr
-            << "annotate: " << countOf(exported.vanished, "edit", "edits")
-            << " on objects that the model no longer has are left out. The command edits --vanished lists them.\n";
+        std::cerr << "annotate: " << countOf(exported.vanished, "edit is", "edits are")
+                  << " left out, on objects that the model no longer has; the command edits --vanished lists them.\n";
     }
 }
 

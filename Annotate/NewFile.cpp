@@ -28,7 +28,7 @@ NewFile::NewFile(std::filesystem::path filePath, const std::filesystem::path& mo
     : path(std::move(filePath)) {
     std::error_code ignored;
     if (std::filesystem::is_symlink(path, ignored)) {
-        path = std::filesystem::weakly_canonical(path, ignored);
+        path = path.parent_path() / std::filesystem::read_symlink(path, ignored);
     }
     requireOther(path, model, "the model itself");
     requireOther(path, store, "the file of the additions");
