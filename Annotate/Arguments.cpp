@@ -18,6 +18,22 @@ bool equalInAnyCase(char a, char b) {
     return lowerCase(a) == lowerCase(b);
 }
 
+std::string namedAuthor(const Arguments& arguments) {
+    if (!arguments.author.empty()) {
+        return arguments.author;
+    }
+    if (const char* const named = std::getenv("ANNOTATE_AUTHOR"); named != nullptr && *named != '\0') {
+        return named;
+    }
+    const passwd* const login = ::getpwuid(::geteuid());
+    if (login == nullptr) {
+        return "";
+    }
+    const std::string_view fullName(login->pw_gecos == nullptr ? "" : login->pw_gecos);
+    const std::string_view name = fullName.substr(0, fullName.find(','));
+    return std::string(name.empty() ? login->pw_name : name);
+}
+
 } // namespace
 
 std::filesystem::path storePath(const Arguments& arguments) {
@@ -41,19 +57,13 @@ std::filesystem::path besideModel(const std::filesystem::path& model, std::strin
 }
 
 std::string authorOf(const Arguments& arguments) {
-    if (!arguments.author.empty()) {
-        return arguments.author;
+    const std::string author = namedAuthor(arguments);
+    const auto isControl = [](char letter) { return (letter >= 0 && letter < ' ') || letter == '\x7f'; };
+    if (std::any_of(author.begin(), author.end(), isControl)) {
+        throw UsageError("The author's name, \"" + author +
+                         "\", has a control character in it. Give a name on one line with --author.");
     }
-    if (const char* const named = std::getenv("ANNOTATE_AUTHOR"); named != nullptr && *named != '\0') {
-        return named;
-    }
-    const passwd* const login = ::getpwuid(::geteuid());
-    if (login == nullptr) {
-        return "";
-    }
-    const std::string_view fullName(login->pw_gecos == nullptr ? "" : login->pw_gecos);
-    const std::string_view name = fullName.substr(0, fullName.find(','));
-    return std::string(name.empty() ? login->pw_name : name);
+    return author;
 }
 
 orv::Guid idOf(const std::string& globalId) {

@@ -79,7 +79,8 @@ std::filesystem::path storePath(const Arguments& arguments);
 /// The path of a file beside the model, with the ending in place of the model's.
 std::filesystem::path besideModel(const std::filesystem::path& model, std::string_view ending);
 
-/// Who gives the command: --author, ANNOTATE_AUTHOR, or the login's full name or else its name.
+/// Who gives the command: --author, ANNOTATE_AUTHOR, or the login's full name or else its name. Throws UsageError if
+/// that has control characters.
 std::string authorOf(const Arguments& arguments);
 
 /// The id of the object. Throws RequestError if the text is none.

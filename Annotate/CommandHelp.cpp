@@ -118,8 +118,8 @@ std::string explainRefusal(const CLI::App& app) {
     }
     const CLI::App& command = *given.front();
     const std::vector<std::string> others = command.remaining();
-    const auto option =
-        std::find_if(others.begin(), others.end(), [](const std::string& word) { return word.starts_with("--"); });
+    const auto option = std::find_if(others.begin(), others.end(),
+                                     [](const auto& word) { return word.starts_with("--") && word != "--"; });
     if (option == others.end()) {
         return "";
     }

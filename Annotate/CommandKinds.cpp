@@ -1,6 +1,11 @@
 #include "Annotate/CommandKinds.h"
 
 #include "Annotate/DefinitionFiles.h"
+#include "Annotate/Notes.h"
+#include "Host/FieldText.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace annotate {
 
@@ -8,6 +13,27 @@ namespace {
 
 /// Above them in the help.
 constexpr const char* objectFilters = "Which objects";
+
+/// The number that names a note. Throws UsageError if the text is no number, RequestError if it is that of no note.
+std::int64_t noteNumberIn(const std::string& text) {
+    std::int64_t number = 0;
+    if (orv::host::take(text, number)) {
+        return number;
+    }
+    if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) {
+        throw noSuchNote(text);
+    }
+    throw UsageError("NUMBER is the number of a note, as the command notes shows it. \"" + text + "\" is none.");
+}
+
+int priorityIn(const std::string& text) {
+    int priority = 0;
+    if (!orv::host::take(text, priority)) {
+        throw UsageError("--priority takes whole numbers from -2147483648 to 2147483647, of which \"" + text +
+                         "\" is none.");
+    }
+    return priority;
+}
 
 /// A command on a model.
 CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Arguments& arguments, Command command) {
@@ -27,7 +53,7 @@ CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Argument
 } // namespace
 
 std::string refuseEmpty(const std::string& value) {
-    return value.empty() ? "An empty value was given" : "";
+    return value.empty() ? "empty" : "";
 }
 
 CLI::App* addCommand(CLI::App& app, const CommandText& text, const std::function<void()>& command) {
@@ -57,8 +83,9 @@ CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& a
 }
 
 void addListing(CLI::App* command, Arguments& arguments) {
-    CLI::Option* csv = command->add_flag("--csv", arguments.csv, "Print comma-separated values");
-    command->add_flag("--json", arguments.json, "Print JSON")->excludes(csv);
+    CLI::Option* csv =
+        command->add_flag("--csv", arguments.csv, "Print comma-separated values, with every byte as it is");
+    command->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD")->excludes(csv);
 }
 
 void addObjectFilters(CLI::App* command, Arguments& arguments) {
@@ -72,7 +99,8 @@ void addObjectFilters(CLI::App* command, Arguments& arguments) {
         ->group(objectFilters);
     command
         ->add_option("--storey", arguments.storeys,
-                     "Only objects in the storey of this name or GlobalId, and the storey; may be given several times")
+                     "Only objects in the storey of this name, GlobalId or number like '#123', and the storey; may be "
+                     "given several times")
         ->allow_extra_args(false)
         ->check(refuseEmpty)
         ->group(objectFilters);
@@ -98,14 +126,40 @@ void addActFilters(CLI::App* command, Arguments& arguments) {
     command->add_flag("--vanished", arguments.vanished, "Only on objects that the model no longer has");
 }
 
-void addNumbers(CLI::App* command, Arguments& arguments) {
-    command->add_option("NUMBER", arguments.numbers, "The notes, by the numbers that the command notes shows")
+void addNumber(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option_function<std::string>(
+            "NUMBER", [&arguments](const std::string& text) { arguments.numbers = {noteNumberIn(text)}; },
+            "The note, by the number that the command notes shows")
+        ->type_name("INT")
         ->required();
 }
 
+void addNumbers(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option_function<std::vector<std::string>>(
+            "NUMBER",
+            [&arguments](const std::vector<std::string>& texts) {
+                std::transform(texts.begin(), texts.end(), std::back_inserter(arguments.numbers), noteNumberIn);
+            },
+            "The notes, by the numbers that the command notes shows")
+        ->type_name("INT")
+        ->required();
+}
+
+void addPriority(CLI::App* command, Arguments& arguments, const std::string& explanation) {
+    command
+        ->add_option_function<std::string>(
+            "--priority", [&arguments](const std::string& text) { arguments.priority = priorityIn(text); }, explanation)
+        ->type_name("INT")
+        ->check(refuseEmpty);
+}
+
 void addStrictness(CLI::App* command, Arguments& arguments) {
-    command->add_flag("--strict", arguments.strict,
-                      "Refuse values outside an enumeration, and sets that are published for other classes");
+    command->add_flag(
+        "--strict", arguments.strict,
+        "Refuse values outside an enumeration, bounds and tables that make no sense, and sets that are published "
+        "for other classes");
     command->add_flag("--keep-going", arguments.keepGoing, "Store what can be stored, and tell what can't");
 }
 

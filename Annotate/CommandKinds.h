@@ -41,7 +41,11 @@ bool choosesObjects(const CLI::Option& option);
 /// Those of listings of what users did.
 void addActFilters(CLI::App* command, Arguments& arguments);
 
+/// Of a note.
+void addNumber(CLI::App* command, Arguments& arguments);
+
 void addNumbers(CLI::App* command, Arguments& arguments);
+void addPriority(CLI::App* command, Arguments& arguments, const std::string& explanation);
 void addStrictness(CLI::App* command, Arguments& arguments);
 void addUnit(CLI::App* command, Arguments& arguments);
 

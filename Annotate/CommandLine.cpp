@@ -12,30 +12,28 @@ namespace annotate {
 
 namespace {
 
+const std::string byName = "by its GlobalId, or like '#123' by its number in the file";
+
 void addNoteCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* note =
         addWritingCommand(app,
                           {"note", "Add a note to an object of the model",
                            "House.ifc note 1jXyBr6EAquR0PHYXIrQ4_ 'Is this a load-bearing wall?' --priority 2"},
                           arguments, addNote);
-    note->add_option("GLOBALID", arguments.globalId, "The object")->required()->check(refuseEmpty);
+    note->add_option("GLOBALID", arguments.globalId, "The object, " + byName)->required()->check(refuseEmpty);
     note->add_option("TEXT", arguments.text,
                      "The note; after -- it may begin with a dash, and - alone reads it from standard input")
         ->required();
-    note->add_option("--priority", arguments.priority, "A number of your own scale, 0 if not given")
-        ->check(refuseEmpty);
+    addPriority(note, arguments, "A number of your own scale, 0 if not given");
     note->add_flag("--resolved", arguments.resolved, "The note needs nothing more to be done");
 
     CLI::App* edit = addWritingCommand(app,
                                        {"edit", "Change the text of a note, or its priority",
                                         "House.ifc edit 1 'Is this wall load-bearing?' --priority 1"},
                                        arguments, editNote);
-    edit->add_option_function<std::int64_t>(
-            "NUMBER", [&arguments](std::int64_t number) { arguments.numbers = {number}; },
-            "The note, by the number that the command notes shows")
-        ->required();
+    addNumber(edit, arguments);
     edit->add_option("TEXT", arguments.text, "The new text");
-    edit->add_option("--priority", arguments.priority, "A number of your own scale")->check(refuseEmpty);
+    addPriority(edit, arguments, "A number of your own scale");
 
     addNumbers(addWritingCommand(app, {"resolve", "Say that notes need nothing more", "House.ifc resolve 1 2"},
                                  arguments, resolveNotes),
@@ -50,7 +48,7 @@ void addNoteCommands(CLI::App& app, Arguments& arguments) {
                                       {"notes", "List the notes, with the objects' classes and names",
                                        "House.ifc notes --open --storey 'Ground floor'"},
                                       arguments, listNotes);
-    notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object")->check(refuseEmpty);
+    notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object, " + byName)->check(refuseEmpty);
     notes->add_flag("--open", arguments.open, "Only those that aren't resolved");
     notes->add_flag("--resolved", arguments.onlyResolved, "Only those that are resolved");
     addActFilters(notes, arguments);
@@ -67,7 +65,8 @@ CLI::App* addEditCommand(CLI::App& app, const CommandText& text, Arguments& argu
                          const std::string& words, const std::string& explanation) {
     CLI::App* added = addWritingCommand(app, text, arguments, command);
     addWords(added, arguments, words,
-             explanation + "GLOBALID is left out where --class, --match, --storey or --where choose objects");
+             explanation + "GLOBALID names the object, " + byName +
+                 ", and is left out where --class, --match, --storey or --where choose objects");
     addObjectFilters(added, arguments);
     addStrictness(added, arguments);
     return added;
@@ -78,7 +77,8 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
                                     {"get", "Show the value of an object's property, that of the model or what was set",
                                      "House.ifc get 1jXyBr6EAquR0PHYXIrQ4_ Pset_WallCommon FireRating"},
                                     arguments, getProperty);
-    addWords(get, arguments, "GLOBALID PSET PROPERTY", "The object, and the property as in Pset_WallCommon FireRating");
+    addWords(get, arguments, "GLOBALID PSET PROPERTY",
+             "The object, " + byName + ", and the property as in Pset_WallCommon FireRating");
     addDefinitionFiles(get, arguments);
     addListing(get, arguments);
 
@@ -87,11 +87,13 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
         {"set", "Set a single, enumerated or bounded property",
          "House.ifc set --class IfcWall --where Pset_WallCommon.IsExternal=true Pset_WallCommon FireRating F90"},
         arguments, setProperty, "[GLOBALID] PSET PROPERTY VALUE",
-        "The value of an enumerated property is like 'A;B', that of a bounded one 'UPPER;LOWER;SET POINT' or the "
-        "options below; a backslash stands before a semicolon or a backslash within a part of them. ");
-    set->add_option("--lower", arguments.lower, "The lower bound, in place of VALUE")->check(refuseEmpty);
-    set->add_option("--upper", arguments.upper, "The upper bound, in place of VALUE")->check(refuseEmpty);
-    set->add_option("--set-point", arguments.setPoint, "The set point, in place of VALUE")->check(refuseEmpty);
+        "The value of an enumerated property is like 'A;B', that of a bounded one 'UPPER;LOWER;SET POINT', which "
+        "sets all three; a backslash stands before a semicolon or a backslash within a part of them. ");
+    set->add_option("--lower", arguments.lower,
+                    "The lower bound, in place of VALUE; what isn't named of the three stays as it is")
+        ->check(refuseEmpty);
+    set->add_option("--upper", arguments.upper, "The upper bound, likewise")->check(refuseEmpty);
+    set->add_option("--set-point", arguments.setPoint, "The set point, likewise")->check(refuseEmpty);
 
     addUnit(set, arguments);
 
@@ -116,7 +118,7 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
                                        "A=B;C=D, with a backslash before a ; = or backslash within one",
                                        "House.ifc edits --author Anna --since 2026-03-31"},
                                       arguments, listEdits);
-    edits->add_option("GLOBALID", arguments.globalId, "Only on this object")->check(refuseEmpty);
+    edits->add_option("GLOBALID", arguments.globalId, "Only on this object, " + byName)->check(refuseEmpty);
     addActFilters(edits, arguments);
     addListing(edits, arguments);
 
@@ -157,7 +159,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
          "House.ifc status"},
         arguments, showStatus);
     addDefinitionFiles(status, arguments);
-    status->add_flag("--json", arguments.json, "Print JSON");
+    status->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD");
 
     CLI::App* import = addWritingCommand(
         app, {"import", "Set properties, or add notes, as the lines of a file tell", "House.ifc import values.csv"},
@@ -180,10 +182,10 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
                                         "House.ifc move 1jXyBr6EAquR0PHYXIrQ4_ 1i_5NV102OXO562kgQNI5K"},
                                        arguments, moveObject);
     move->add_option("OLD", arguments.oldId,
-                     "The GlobalId of the object that has them, which may have vanished from the model")
+                     "The object that has them, by its GlobalId as it may have vanished from the model, or like '#123'")
         ->required()
         ->check(refuseEmpty);
-    move->add_option("NEW", arguments.globalId, "The GlobalId of the object of the model that gets them")
+    move->add_option("NEW", arguments.globalId, "The object of the model that gets them, " + byName)
         ->required()
         ->check(refuseEmpty);
 }
@@ -207,7 +209,7 @@ void addCommands(CLI::App& app, Arguments& arguments) {
         {"show", "Show objects with their places, types, notes and values, the model's and those set on them",
          "House.ifc show 1jXyBr6EAquR0PHYXIrQ4_"},
         arguments, showObjects);
-    show->add_option("GLOBALID", arguments.globalIds, "The objects")->required()->check(refuseEmpty);
+    show->add_option("GLOBALID", arguments.globalIds, "The objects, each " + byName)->required()->check(refuseEmpty);
     addDefinitionFiles(show, arguments);
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);

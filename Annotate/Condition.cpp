@@ -3,6 +3,7 @@
 #include "Annotate/Arguments.h"
 #include "Annotate/EditText.h"
 #include "Annotate/ValueText.h"
+#include "FoundationClasses/FcValueType.h"
 #include "Host/FieldText.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
@@ -11,6 +12,7 @@
 
 namespace annotate {
 
+using orv::fc::FcContent;
 using orv::ifc::def::xml::PropertyKind;
 
 namespace {
@@ -39,6 +41,31 @@ std::vector<std::string> partsOf(const std::string& text) {
         begin = end + 1;
     }
     return parts;
+}
+
+constexpr std::string_view anyNumber = "numbers";
+
+/// The values that a property can have, with semicolons between them, or anyNumber; empty if those are others.
+std::string valuesTakenBy(const orv::ifc::def::xml::Def& definition) {
+    const auto* const type = orv::fc::FcValueType::find(definition.valueType);
+    if (definition.kind == PropertyKind::Enumerated) {
+        return std::string(definition.enumerationValues);
+    }
+    if (definition.kind == PropertyKind::Table || type == nullptr) { // those of a table have two types
+        return "";
+    }
+    switch (type->content) {
+    case FcContent::Boolean:
+        return "true;false";
+    case FcContent::Logical:
+        return "true;false;unknown";
+    case FcContent::Integer:
+    case FcContent::Real:
+        return std::string(anyNumber);
+    case FcContent::Text:
+        return "";
+    }
+    return "";
 }
 
 bool isEnumerated(const std::string& set, const std::string& property) {
@@ -110,6 +137,25 @@ bool Condition::holds(const std::vector<std::string>& values) const {
         return std::any_of(values.begin(), values.end(),
                            [this](const std::string& candidate) { return holdsFor(candidate); });
     }
+}
+
+bool Condition::concerns(const std::vector<std::string>& values) const {
+    return operation == Operator::Unequal ? !values.empty() && !holds(values) : holds(values);
+}
+
+std::string Condition::objection() const {
+    const auto* const definition = orv::ifc::findSchemaDefForProperty(set, property);
+    if (definition == nullptr || value.empty() || part) {
+        return "";
+    }
+    const std::string taken = valuesTakenBy(*definition);
+    double number = 0;
+    const std::vector<std::string> choices = partsOf(taken);
+    const bool isTaken = taken.empty() || (taken == anyNumber && orv::host::take(value, number)) ||
+                         std::find(choices.begin(), choices.end(), value) != choices.end();
+    return isTaken ? ""
+                   : "By its definition the values of " + set + '.' + property + " are " + taken + ", and \"" + value +
+                         "\" isn't among them.";
 }
 
 bool Condition::holdsFor(const std::string& candidate) const {

@@ -29,6 +29,13 @@ public:
     /// compared as such, everything else as texts. Without a value nothing holds but absent.
     bool holds(const std::vector<std::string>& values) const;
 
+    /// Whether one of the values is such that it makes the condition true, or false if it is one of !=.
+    bool concerns(const std::vector<std::string>& values) const;
+
+    /// What the property's definition says against the condition's value, in a sentence. Empty if nothing, or there is
+    /// no definition.
+    std::string objection() const;
+
 private:
     enum class Operator { Equal, Unequal, Less, LessOrEqual, Greater, GreaterOrEqual, Contains, Present, Absent };
 

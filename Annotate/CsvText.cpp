@@ -113,9 +113,15 @@ std::vector<CsvRow> readCsv(std::string_view text) {
     }
     std::string_view rest = text;
     for (std::size_t number = 1; !rest.empty(); ++number) {
-        if (const std::string_view line = takeLine(rest); !isUtf8(line) || line.find('\0') != std::string_view::npos) {
+        const std::string_view line = takeLine(rest);
+        if (!isUtf8(line)) {
             throw RequestError("Line " + std::to_string(number) +
                                " isn't in UTF-8. Save the file in UTF-8, which spreadsheets call Unicode.");
+        }
+        if (line.find('\0') != std::string_view::npos) {
+            throw RequestError("Line " + std::to_string(number) +
+                               " has a NUL character, which no text has. Take it out, or save the file in UTF-8 if it "
+                               "is in UTF-16.");
         }
     }
     rest = text;

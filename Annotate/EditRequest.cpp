@@ -1,7 +1,7 @@
 #include "Annotate/EditRequest.h"
 
 #include "Annotate/Definitions.h"
-#include "Annotate/EditIndex.h"
+#include "Annotate/EditRemarks.h"
 #include "Annotate/EditWriting.h"
 #include "Annotate/NamedObject.h"
 #include "Annotate/Overlay.h"
@@ -35,8 +35,8 @@ void print(const Said& said, std::size_t edits) {
 }
 
 /// Takes the edits out that can't be made, and says why.
-Said takeOutRefused(const Overlay& overlay, bool isStrict, std::vector<ObjectEdit>& edits, Said& remarks) {
-    Said refusals;
+void takeOutRefused(const Overlay& overlay, bool isStrict, std::vector<ObjectEdit>& edits, Said& refusals,
+                    Said& remarks) {
     const auto isRefused = [&](ObjectEdit& each) {
         const Definition& definition = findDefinition(each.edit.set, each.edit.property);
         const Outcome outcome = overlay.getEdits().check(each.id, each.edit);
@@ -44,13 +44,13 @@ Said takeOutRefused(const Overlay& overlay, bool isStrict, std::vector<ObjectEdi
             ++refusals[explain(definition, outcome)];
             return true;
         }
-        for (const std::string& remark : remarksOn(definition, outcome)) {
+        const std::vector<std::string> remarksOnIt = remarksOn(definition, outcome, each.edit);
+        for (const std::string& remark : remarksOnIt) {
             ++(isStrict ? refusals : remarks)[remark];
         }
-        return isStrict && outcome.hasRemark();
+        return isStrict && !remarksOnIt.empty();
     };
     edits.erase(std::remove_if(edits.begin(), edits.end(), isRefused), edits.end());
-    return refusals;
 }
 
 } // namespace
@@ -76,45 +76,55 @@ EditRequest::EditRequest(const Arguments& arguments, std::size_t minimumValues, 
     values.assign(word, words.end());
 }
 
-std::vector<orv::Guid> EditRequest::objectsIn(const ModelDetails& details, const Arguments& arguments) const {
+RequestedObjects EditRequest::objectsIn(const ModelDetails& details, const Arguments& arguments) const {
     const Model& model = details.getModel();
     if (!globalId.empty()) {
-        return {idNamed(arguments, model, globalId)};
+        return {{idNamed(arguments, model, globalId)}, {}};
     }
     const Records records = readStore(arguments);
     Filter filter(arguments);
     filter.consult(details, records);
-    std::vector<orv::Guid> ids;
+    RequestedObjects objects;
     for (const ModelObject* const object : chosenObjects(model, filter)) {
         if (const std::optional<orv::Guid> id = idOf(model, *object)) {
-            ids.push_back(*id);
+            objects.ids.push_back(*id);
+        } else {
+            objects.refusals.push_back(whyWithoutId(model, *object));
         }
     }
-    if (ids.empty()) {
+    if (objects.ids.empty() && objects.refusals.empty()) {
         throw RequestError("No object of the model is chosen by that. The command objects takes the same options.");
     }
-    return ids;
+    return objects;
 }
 
-void makeEdits(const Arguments& arguments, const Model& model, std::vector<ObjectEdit> edits) {
+void makeEdits(const Arguments& arguments, const Model& model, RequestedEdits requested) {
+    auto& [edits, refusedObjects, complete] = requested;
     const std::filesystem::path path = storePath(arguments);
     const std::string author = authorOf(arguments);
-    const std::size_t wanted = edits.size();
+    const std::size_t wanted = edits.size() + refusedObjects.size();
     if (wanted > 1) {
         std::cerr << "annotate: " << countOf(wanted, "object") << ".\n";
     }
     Store store(path);
+    EditIndex present(Store::getRecords());
+    if (complete) {
+        std::for_each(edits.begin(), edits.end(), [&](ObjectEdit& each) { complete(each, present); });
+    }
     const Overlay overlay(model);
     Said remarks;
-    const Said refusals = takeOutRefused(overlay, arguments.strict, edits, remarks);
+    Said refusals;
+    std::for_each(refusedObjects.begin(), refusedObjects.end(), [&](const auto& reason) { ++refusals[reason]; });
+    takeOutRefused(overlay, arguments.strict, edits, refusals, remarks);
     if (!refusals.empty() && (!arguments.keepGoing || edits.empty())) {
         if (wanted > 1) {
             print(refusals, wanted);
             throw RequestError("Nothing was stored.");
         }
-        throw RequestError(refusals.begin()->first + " Nothing was stored.");
+        std::string reasons;
+        std::for_each(refusals.begin(), refusals.end(), [&](const auto& each) { reasons += each.first + ' '; });
+        throw RequestError(reasons + "Nothing was stored.");
     }
-    EditIndex present(Store::getRecords());
     writeEdits(store, author, arguments.command, present, edits);
     printStored((edits.size() == 1 ? "It is" : std::to_string(edits.size()) + " are") + std::string(" stored in ") +
                 path.string() + '.');

@@ -44,6 +44,7 @@ void listEdits(const Arguments& arguments) {
                             editText(entry.edit), entry.edit.unit, entry.edit.author, shownTime(time)});
         }
     }
+    printRemarks(filter);
     printTable(arguments,
                {{"GlobalId"},
                 {"Class"},

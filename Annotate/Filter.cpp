@@ -1,12 +1,15 @@
 #include "Annotate/Filter.h"
 
+#include "Annotate/Definitions.h"
 #include "Annotate/NamedObject.h"
+#include "Annotate/NearNames.h"
 #include "Annotate/ObjectClasses.h"
 #include "Annotate/Terminal.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
 #include <algorithm>
 #include <iostream>
+#include <set>
 #include <utility>
 
 namespace annotate {
@@ -80,7 +83,7 @@ void Filter::consult(const ModelDetails& modelDetails, const Records& records) {
             std::string shown;
             for (const ModelObject* const storey : all) {
                 shown.append(shown.empty() ? " It has " : ", ")
-                    .append(storey->name.empty() ? storey->globalId : storey->name);
+                    .append(storey->name.empty() ? nameFor(modelDetails.getModel(), *storey) : storey->name);
             }
             throw RequestError("The model has no storey " + wanted.getText() + '.' +
                                (shown.empty() ? "" : shown + '.'));
@@ -100,22 +103,50 @@ bool Filter::isInStorey(const ModelObject& object) const {
 
 bool Filter::meets(const ModelObject& object, Asked& asked) {
     const Condition& condition = asked.condition;
-    orv::Guid id;
-    const EditIndex::Entry* const edit =
-        id.boSet(object.globalId) ? edits->find(id, condition.getSet(), condition.getProperty()) : nullptr;
+    const std::optional<orv::Guid> id = idOf(details->getModel(), object);
+    const EditIndex::Entry* const edit = id ? edits->find(*id, condition.getSet(), condition.getProperty()) : nullptr;
     const MergedProperty property = sets->find(object, edit, condition.getSet(), condition.getProperty());
     asked.isKnown = asked.isKnown || property.model != nullptr || property.edit != nullptr;
-    return condition.holds(valuesThatHold(property));
+    const std::vector<std::string> values = valuesThatHold(property);
+    asked.hasValue = asked.hasValue || condition.concerns(values);
+    return condition.holds(values);
 }
 
-std::vector<std::string> Filter::unknownProperties() const {
-    std::vector<std::string> names;
-    for (const auto& [condition, isKnown] : conditions) {
-        if (!isKnown && orv::ifc::findSchemaDefForProperty(condition.getSet(), condition.getProperty()) == nullptr) {
-            names.push_back(condition.getSet() + '.' + condition.getProperty());
+/// As the end of a sentence: the nearest of the names of sets, or of properties if the set is known.
+std::string Filter::nearestOf(const Condition& condition) const {
+    std::set<std::string_view> setNames;
+    std::set<std::string_view> properties;
+    const auto take = [&](std::string_view set, std::string_view property) {
+        setNames.insert(set);
+        if (set == condition.getSet()) {
+            properties.insert(property);
+        }
+    };
+    for (const auto* const definition : allDefinitions()) {
+        take(definition->propertySet, definition->property);
+    }
+    for (const auto& [object, ofObject] : sets->getSets()) {
+        for (const ModelSet& set : ofObject) {
+            for (const ModelProperty& property : set.properties) {
+                take(set.name, property.name);
+            }
         }
     }
-    return names;
+    return properties.empty() ? didYouMean(condition.getSet(), {setNames.begin(), setNames.end()})
+                              : didYouMean(condition.getProperty(), {properties.begin(), properties.end()});
+}
+
+std::vector<std::string> Filter::remarks() const {
+    std::vector<std::string> sentences;
+    for (const auto& [condition, isKnown, hasValue] : conditions) {
+        if (!isKnown && orv::ifc::findSchemaDefForProperty(condition.getSet(), condition.getProperty()) == nullptr) {
+            sentences.push_back("No such object has " + condition.getSet() + '.' + condition.getProperty() +
+                                ", nor is it defined" + nearestOf(condition));
+        } else if (const std::string objection = condition.objection(); !hasValue && !objection.empty()) {
+            sentences.push_back(objection);
+        }
+    }
+    return sentences;
 }
 
 FilteredModel::FilteredModel(const Arguments& arguments, Filter& filter) {
@@ -142,6 +173,12 @@ bool Filter::takesAct(const std::string& actor, const std::optional<Time>& time)
     return (author.getText().empty() || author.equals(actor)) && (!since || (time && *time >= *since));
 }
 
+void printRemarks(const Filter& filter) {
+    for (const std::string& remark : filter.remarks()) {
+        std::cerr << "annotate: " << printable(remark) << '\n';
+    }
+}
+
 std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter) {
     std::vector<const ModelObject*> chosen;
     for (const ModelObject& object : model.getObjects()) {
@@ -149,9 +186,7 @@ std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter
             chosen.push_back(&object);
         }
     }
-    for (const std::string& name : filter.unknownProperties()) {
-        std::cerr << "annotate: No such object has " << printable(name) << ", nor is it defined.\n";
-    }
+    printRemarks(filter);
     return chosen;
 }
 

@@ -41,17 +41,20 @@ public:
     /// By the person wanted, on the day wanted or later.
     bool takesAct(const std::string& actor, const std::optional<Time>& time) const;
 
-    /// The properties of conditions that no object had which it was asked about, and that aren't defined either.
-    std::vector<std::string> unknownProperties() const;
+    /// What there is to be said of conditions that none of the objects met which it was asked about, in sentences: that
+    /// nobody knows the property, with the nearest name, or that it can't have such a value.
+    std::vector<std::string> remarks() const;
 
 private:
     struct Asked {
         Condition condition;
-        bool isKnown = false; ///< Whether there was such a property.
+        bool isKnown = false;  ///< Whether there was such a property,
+        bool hasValue = false; ///< and whether it had the condition's value.
     };
 
     bool isInStorey(const ModelObject& object) const;
     bool meets(const ModelObject& object, Asked& asked);
+    std::string nearestOf(const Condition& condition) const;
 
     std::vector<const orv::fc::IfcClass*> classes;
     AnyCase match;
@@ -68,7 +71,10 @@ private:
     bool onlyVanished;
 };
 
-/// The objects of the model that the filter takes. Says so if it asks for a property that nobody knows.
+/// Says what the filter remarks.
+void printRemarks(const Filter& filter);
+
+/// The objects of the model that the filter takes. Says what it remarks.
 std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter);
 
 /// The model of a command with a filter, with what the filter needs of it, and the records of the store.

@@ -1,7 +1,9 @@
 #include "Annotate/ImportChecks.h"
 
+#include "Annotate/EditRemarks.h"
 #include "Annotate/EditText.h"
 #include "Annotate/NamedObject.h"
+#include "Annotate/Notes.h"
 #include "Annotate/UnitEntry.h"
 
 namespace annotate {
@@ -25,7 +27,7 @@ std::optional<ObjectEdit> EditChecks::check(const ImportRow& row) {
     if (isPresent(made)) {
         return std::nullopt;
     }
-    remark(row, definition, outcome);
+    remark(row, remarksOn(definition, outcome, made.edit));
     return made;
 }
 
@@ -54,8 +56,8 @@ void EditChecks::requireFirst(const ImportRow& row, const orv::Guid& id) {
     }
 }
 
-void EditChecks::remark(const ImportRow& row, const Definition& definition, const Outcome& outcome) {
-    for (const std::string& text : remarksOn(definition, outcome)) {
+void EditChecks::remark(const ImportRow& row, const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
         if (arguments.strict) {
             throw RequestError(text);
         }
@@ -82,9 +84,7 @@ Note noteIn(const ImportRow& row, const Arguments& arguments, const Model& model
     Note note;
     note.ownerId = objectOf(row, arguments, model);
     note.text = row.text;
-    if (row.text.empty()) {
-        throw RequestError("The note has no text.");
-    }
+    requireText(row.text);
     if (!row.priority.empty() && !orv::host::take(row.priority, note.priority)) {
         throw RequestError("The priority \"" + row.priority + "\" isn't a whole number.");
     }

@@ -43,7 +43,7 @@ private:
     const Definition& definitionOf(const ImportRow& row);
 
     void requireFirst(const ImportRow& row, const orv::Guid& id);
-    void remark(const ImportRow& row, const Definition& definition, const orv::host::Outcome& outcome);
+    void remark(const ImportRow& row, const std::vector<std::string>& texts);
     bool isPresent(const orv::host::ObjectEdit& made) const;
 
     const Arguments& arguments;

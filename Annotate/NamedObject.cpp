@@ -46,13 +46,16 @@ orv::Guid idNamed(const Arguments& arguments, const Model& model, const std::str
     if (const std::optional<orv::Guid> id = idOf(model, object)) {
         return *id;
     }
+    throw RequestError(whyWithoutId(model, object));
+}
+
+std::string whyWithoutId(const Model& model, const ModelObject& object) {
     orv::Guid shared;
     const ModelObject* const other = shared.boSet(object.globalId) ? model.find(shared) : nullptr;
-    throw RequestError("Notes and edits are kept by GlobalIds, and " +
-                       (other == nullptr ? "that of " + numberOf(object) + ", \"" + object.globalId +
-                                               "\", isn't valid: those have 22 characters, the first of them 0 to 3."
-                                         : "that of " + numberOf(object) + " is the one of " + numberOf(*other) +
-                                               " as well, which gets them."));
+    return "Notes and edits are kept by GlobalIds, and that of " + numberOf(object) +
+           (other == nullptr
+                ? ", \"" + object.globalId + "\", isn't valid: those have 22 characters, the first of them 0 to 3."
+                : " is the one of " + numberOf(*other) + " as well, which gets them.");
 }
 
 std::optional<orv::Guid> idOf(const Model& model, const ModelObject& object) {

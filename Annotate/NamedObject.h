@@ -20,6 +20,9 @@ orv::Guid idNamed(const Arguments& arguments, const Model& model, const std::str
 /// object.
 std::optional<orv::Guid> idOf(const Model& model, const ModelObject& object);
 
+/// Why the object, which has no such id, can have no notes and edits; in a sentence.
+std::string whyWithoutId(const Model& model, const ModelObject& object);
+
 /// Its GlobalId, or its number if it has none of its own; objectNamed finds the object by either.
 std::string nameFor(const Model& model, const ModelObject& object);
 

@@ -65,15 +65,11 @@ public:
         printStored(beginSentence({*note.number}) + " stored in " + path.string() + '.');
     }
 
-    /// Removes them after the write that says so, so that a removal which was interrupted can be taken back.
     void remove(const std::vector<Note*>& notes) {
         for (const Note* const note : notes) {
             log.remove(*note);
         }
-        store.write();
-        for (const Note* const note : notes) {
-            store.remove(*note);
-        }
+        store.write({notes.begin(), notes.end()});
     }
 
     void write() { store.write(); }
@@ -94,9 +90,6 @@ std::string standardInput() {
         if (text.ends_with('\r')) {
             text.pop_back();
         }
-    }
-    if (text.empty()) {
-        throw RequestError("There is no text on standard input. Nothing was stored.");
     }
     return text;
 }
@@ -119,6 +112,7 @@ void setResolved(const Arguments& arguments, bool resolved) {
 void addNote(const Arguments& arguments) {
     Note note;
     note.text = *arguments.text == "-" ? standardInput() : *arguments.text;
+    requireText(note.text);
     note.priority = arguments.priority.value_or(0);
     note.resolved = arguments.resolved;
     note.ownerId = idNamed(arguments, Model::read(arguments.model), arguments.globalId);
@@ -129,14 +123,23 @@ void editNote(const Arguments& arguments) {
     if (!arguments.text && !arguments.priority) {
         throw UsageError("Give the new TEXT, or --priority, or both.");
     }
+    if (arguments.text) {
+        requireText(*arguments.text);
+    }
     requireNamedStore(arguments);
     NotesUnderWay notes(arguments);
-    notes.change(*notes.find(arguments.numbers).front(), [&arguments](Note& note) {
-        note.text = arguments.text.value_or(note.text);
-        note.priority = arguments.priority.value_or(note.priority);
-    });
-    notes.write();
-    printStored(beginSentence(arguments.numbers) + " changed.");
+    Note& note = *notes.find(arguments.numbers).front();
+    const std::string text = arguments.text.value_or(note.text);
+    const int priority = arguments.priority.value_or(note.priority);
+    const bool isChanged = text != note.text || priority != note.priority;
+    if (isChanged) {
+        notes.change(note, [&](Note& changed) {
+            changed.text = text;
+            changed.priority = priority;
+        });
+        notes.write();
+    }
+    printStored(beginSentence(arguments.numbers) + (isChanged ? " changed." : " like that already."));
 }
 
 void resolveNotes(const Arguments& arguments) {
@@ -175,6 +178,7 @@ void listNotes(const Arguments& arguments) {
     if (!arguments.globalId.empty() && rows.empty()) {
         objectNamed(arguments, model, arguments.globalId); // throws if there is none
     }
+    printRemarks(filter);
     printTable(arguments,
                {{"Number", true},
                 {"GlobalId"},

@@ -38,6 +38,16 @@ std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records
     return notes;
 }
 
+RequestError noSuchNote(const std::string& number) {
+    return RequestError("There is no note " + number + ". The command notes lists those that there are.");
+}
+
+void requireText(const std::string& text) {
+    if (text.empty()) {
+        throw RequestError("The note has no text.");
+    }
+}
+
 Notebook::Notebook(Store& notesStore) : store(&notesStore), last(&lastNumber(notesStore)) {
     last->number = highestNumber(Store::getRecords());
     for (const auto& [number, note] : numberedNotes(Store::getRecords())) {
@@ -45,21 +55,20 @@ Notebook::Notebook(Store& notesStore) : store(&notesStore), last(&lastNumber(not
         note->id = note->id ? note->id : makeId();
         last->number = std::max(last->number, number);
         notes.push_back(note);
+        ofNumber.emplace(number, note);
     }
 }
 
 Note* Notebook::tryFind(std::int64_t number) const {
-    const auto found =
-        std::find_if(notes.begin(), notes.end(), [number](const Note* note) { return note->number == number; });
-    return found == notes.end() ? nullptr : *found;
+    const auto found = ofNumber.find(number);
+    return found == ofNumber.end() ? nullptr : found->second;
 }
 
 Note& Notebook::find(std::int64_t number) const {
     if (Note* const note = tryFind(number)) {
         return *note;
     }
-    throw RequestError("There is no note " + std::to_string(number) +
-                       ". The command notes lists those that there are.");
+    throw noSuchNote(std::to_string(number));
 }
 
 Note& Notebook::add(const Note& content, const std::string& author) {

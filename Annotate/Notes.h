@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -14,6 +15,12 @@ namespace annotate {
 /// The notes among the records, in their order, each with its number. One without gets the number that the next writing
 /// command would give it.
 std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records);
+
+/// That there is no note of the number.
+RequestError noSuchNote(const std::string& number);
+
+/// Throws RequestError if a note with that text would have none.
+void requireText(const std::string& text);
 
 /// The notes of the store for a command that changes some.
 class Notebook {
@@ -36,6 +43,7 @@ public:
 private:
     Store* store;
     std::vector<Note*> notes;
+    std::unordered_map<std::int64_t, Note*> ofNumber;
     LastNoteNumber* last = nullptr;
 };
 

@@ -2,6 +2,7 @@
 #include "Annotate/Definitions.h"
 #include "Annotate/EditRequest.h"
 #include "Annotate/EditText.h"
+#include "Annotate/MergedValues.h"
 #include "Annotate/ModelDetails.h"
 #include "Annotate/Overlay.h"
 #include "Annotate/Store.h"
@@ -72,6 +73,22 @@ PropertyEdit editOf(const EditRequest& request, Form form) {
     return edit;
 }
 
+/// The bounds that aren't named stay as they are: those that were set, otherwise those of the model.
+void keepOtherBounds(const ModelDetails& details, const Definition& definition, const EditIndex& present,
+                     ObjectEdit& each) {
+    const std::vector<ModelSet> sets = details.setsOf(*details.getModel().find(each.id));
+    const MergedProperty held = mergedProperty(sets, present.of(each.id), each.edit.set, each.edit.property);
+    const bool isModels = held.edit == nullptr && held.model != nullptr && held.model->kind == PropertyKind::Bounded;
+    const std::string text = held.edit != nullptr ? editText(held.edit->edit) : isModels ? valuesText(*held.model) : "";
+    std::vector<PropertyValue> bounds = boundsIn(definition, text);
+    takeUnits(definition, details.getUnits(), isMeasured(definition) ? unitOf(held, details.getUnits()) : "", bounds);
+    for (std::size_t place = 0; place < bounds.size(); ++place) {
+        if (each.edit.values[place].isEmpty()) {
+            each.edit.values[place] = bounds[place];
+        }
+    }
+}
+
 /// Makes the same edit of all the objects.
 void makeEdits(const Arguments& arguments, const EditRequest& request, const Definition& definition, Form form,
                std::vector<PropertyValue> values) {
@@ -79,17 +96,29 @@ void makeEdits(const Arguments& arguments, const EditRequest& request, const Def
     PropertyEdit edit = editOf(request, form);
     edit.unit = takeUnits(definition, details.getUnits(), arguments.unit, values);
     edit.values = std::move(values);
-    std::vector<ObjectEdit> edits;
-    for (const orv::Guid& id : request.objectsIn(details, arguments)) {
-        edits.push_back({id, edit});
+    const RequestedObjects objects = request.objectsIn(details, arguments);
+    RequestedEdits requested{{}, objects.refusals, {}};
+    for (const orv::Guid& id : objects.ids) {
+        requested.edits.push_back({id, edit});
     }
-    makeEdits(arguments, details.getModel(), std::move(edits));
+    if (hasBounds(arguments)) {
+        requested.complete = [&](ObjectEdit& each, const EditIndex& present) {
+            keepOtherBounds(details, definition, present, each);
+        };
+    }
+    makeEdits(arguments, details.getModel(), std::move(requested));
 }
 
 } // namespace
 
 void setProperty(const Arguments& arguments) {
-    const EditRequest request(arguments, hasBounds(arguments) ? 0 : 1, hasBounds(arguments) ? 0 : 1);
+    const std::size_t valueCount = hasBounds(arguments) ? 0 : 1;
+    if (hasBounds(arguments) && arguments.words.size() == (arguments.choosesObjects() ? 3 : 4)) {
+        throw UsageError(
+            "VALUE sets all the bounds, and --lower, --upper and --set-point one each. Give the one or the "
+            "others.");
+    }
+    const EditRequest request(arguments, valueCount, valueCount);
     const Definition& definition = definitionFor(request, "set");
     if (hasBounds(arguments)) {
         makeEdits(arguments, request, definition, Form::Bounded, givenBounds(arguments, definition));
@@ -108,7 +137,8 @@ void setListProperty(const Arguments& arguments) {
 void setTableProperty(const Arguments& arguments) {
     const EditRequest request(arguments, 2, any);
     if (request.values.size() % 2 != 0) {
-        throw UsageError("A table takes pairs: DEFINING DEFINED [DEFINING DEFINED ...]");
+        throw UsageError("A table takes pairs, DEFINING DEFINED, behind the property " + request.property +
+                         ". The last, " + request.values.back() + ", is half a pair.");
     }
     makeEdits(arguments, request, definitionFor(request, "set-table"), Form::Table,
               {request.values.begin(), request.values.end()});
@@ -120,20 +150,22 @@ void unsetProperty(const Arguments& arguments) {
     const ModelDetails details = ModelDetails::read(arguments.model);
     const Model& model = details.getModel();
     const PropertyEdit edit = editOf(request, Form::Unset);
-    std::vector<ObjectEdit> edits;
+    RequestedEdits requested;
     {
         const Overlay overlay(model, readStore(arguments));
-        for (const orv::Guid& id : request.objectsIn(details, arguments)) {
+        const RequestedObjects objects = request.objectsIn(details, arguments);
+        requested.refusals = objects.refusals;
+        for (const orv::Guid& id : objects.ids) {
             if (!Overlay::read(id, request.set, request.property).empty()) {
-                edits.push_back({id, edit});
+                requested.edits.push_back({id, edit});
             }
         }
     }
-    if (edits.empty()) {
+    if (requested.edits.empty()) {
         throw RequestError(fullName(definition) + " isn't set on " +
                            (request.globalId.empty() ? "any of the objects" : request.globalId) + '.');
     }
-    makeEdits(arguments, model, std::move(edits));
+    makeEdits(arguments, model, std::move(requested));
 }
 
 } // namespace annotate

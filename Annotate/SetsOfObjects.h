@@ -17,6 +17,9 @@ public:
     MergedProperty find(const ModelObject& object, const EditIndex::Entry* edit, std::string_view set,
                         std::string_view property);
 
+    /// Those of the objects that were asked for.
+    const std::unordered_map<const ModelObject*, std::vector<ModelSet>>& getSets() const { return sets; }
+
 private:
     const ModelDetails* details;
     std::unordered_map<const ModelObject*, std::vector<ModelSet>> sets;

@@ -4,6 +4,7 @@
 #include "Annotate/LastCommand.h"
 #include "Annotate/Note.h"
 #include "Annotate/StoreError.h"
+#include "Annotate/Terminal.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
@@ -13,6 +14,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <iostream>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -82,6 +84,24 @@ void registerKinds() {
     (Factory::registerClass(std::make_unique<Kinds>()), ...);
 }
 
+/// Throws if the file is missing and can't be made, as its folder is missing too.
+void requireFolder(const std::filesystem::path& path) {
+    const std::filesystem::path folder = path.parent_path();
+    std::error_code error;
+    if (!folder.empty() && !std::filesystem::exists(folder, error) && !error) {
+        throw StoreError("There is no folder " + folder.string() + ". Check --store, or make the folder.");
+    }
+}
+
+/// Once, as a command may read the store twice.
+void remarkOnEmptyFile(const std::filesystem::path& path) {
+    static bool isSaid = false;
+    if (!std::exchange(isSaid, true)) {
+        std::cerr << "annotate: " << printable(path.string())
+                  << " is an empty file, and stands for no notes and edits. Another program may have cut it off.\n";
+    }
+}
+
 /// A missing file holds none.
 Records readRecordsOf(const std::filesystem::path& path) {
     registerKinds<Note, LastNoteNumber, LastCommand, EarlierEdit, orv::host::PropertyEdits>();
@@ -90,7 +110,9 @@ Records readRecordsOf(const std::filesystem::path& path) {
     }
     orv::host::RecordsRead read = orv::host::readRecords(path);
     std::error_code ignored;
-    if (read.failure && !std::filesystem::is_empty(path, ignored)) {
+    if (std::filesystem::is_empty(path, ignored)) {
+        remarkOnEmptyFile(path);
+    } else if (read.failure) {
         throw readFailure(path, *read.failure);
     }
     return std::move(read.records);
@@ -111,6 +133,7 @@ Records readStore(const Arguments& arguments) {
 }
 
 Store::Store(std::filesystem::path storePath) : path(std::move(storePath)), turn(path) {
+    requireFolder(path);
     const std::size_t stored = readRecordsOf(path).size();
     if (isPresent(path)) {
         requireLockable(path); // the load writes, so a file that can't be written would look like one without records
@@ -125,15 +148,15 @@ const Records& Store::getRecords() {
     return Enhancements::getOrCreateEnhancementsDb()->getRecords();
 }
 
-void Store::write() {
-    writeAfter([this] { return added.empty() ? Enhancements::saveChanges() : Enhancements::addEnhancements(added); });
-}
-
-void Store::remove(const EnhancementBase& record) {
-    writeAfter([&record] { return Enhancements::takeRecord(record) != nullptr; });
-}
-
-void Store::writeAfter(const std::function<bool()>& change) {
+void Store::write(const std::vector<const EnhancementBase*>& removed) {
+    const auto change = [&] {
+        const bool hasAdditions = !added.empty();
+        if (hasAdditions && !Enhancements::addEnhancements(added)) {
+            return false;
+        }
+        return removed.empty() ? hasAdditions || Enhancements::saveChanges()
+                               : !Enhancements::takeRecords(removed).empty();
+    };
     if (change()) {
         return;
     }

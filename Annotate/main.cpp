@@ -1,5 +1,6 @@
 // Shows the objects of an IFC model, and keeps users' notes and property values on them beside the model.
 
+#include "Annotate/ArgumentRefusal.h"
 #include "Annotate/CommandHelp.h"
 #include "Annotate/CommandLine.h"
 #include "Annotate/Completion.h"
@@ -76,11 +77,10 @@ int run(int argc, char** argv) {
         std::vector<std::string> marked = markedArguments(argc, argv);
         app.parse(marked);
     } catch (const CLI::ParseError& error) {
-        const bool isRequest = error.get_exit_code() == 0;
-        if (const std::string refusal = isRequest ? "" : explainRefusal(app); !refusal.empty()) {
-            throw UsageError(refusal);
+        if (error.get_exit_code() != 0) {
+            throw refusalOf(app, error);
         }
-        return app.exit(error) == 0 ? 0 : 2;
+        app.exit(error); // prints the help or the version
     }
     if (!std::cout.flush()) {
         throw RequestError("The output couldn't be written.");

@@ -73,7 +73,6 @@ TEST_F(AnnotateTest, showsWhatTheModelHoldsOfObjects) {
 TEST_F(AnnotateTest, bringsNotesBackAfterARestartInOrderWithEveryCharacter) {
     const std::pair<const char*, const char*> texts[] = {
         {"plain", "plain"},
-        {"", ""},
         {"  ", "  "},
         {"a]]>b <&>", "a]]>b <&>"},
         {"\t", "\\t"},
@@ -291,6 +290,8 @@ TEST_F(AnnotateTest, tellsThatItsOutputCouldNotBeWritten) {
     const std::string id = firstId(HOUSE);
     const std::pair<std::vector<std::string>, std::string> commands[] = {
         {{HOUSE, "objects"}, "annotate: The output couldn't be written.\n"},
+        {{"--version"}, "annotate: The output couldn't be written.\n"},
+        {{"notes", "--help"}, "annotate: The output couldn't be written.\n"},
         {{HOUSE, "note", id, "text", "--store", store},
          "annotate: Note 1 is stored in " + store + ". The output couldn't be written, though.\n"},
     };
