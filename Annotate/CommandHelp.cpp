@@ -9,10 +9,6 @@ namespace annotate {
 
 namespace {
 
-bool isShown(const CLI::Option* option) {
-    return !option->get_group().empty();
-}
-
 class HelpFormatter : public CLI::Formatter {
 public:
     std::string make_usage(const CLI::App* app, std::string /*name*/) const override {
@@ -49,17 +45,17 @@ std::string wordForCommand(const CLI::App& app) {
 
 } // namespace
 
-std::vector<const CLI::App*> shownCommands(const CLI::App& app) {
-    return app.get_subcommands([](const CLI::App* /*command*/) { return true; });
-}
-
 const CLI::App* findCommand(const CLI::App& app, std::string_view name) {
     const auto found = app.get_subcommands([name](const CLI::App* command) { return command->get_name() == name; });
     return found.empty() ? nullptr : found.front();
 }
 
-std::vector<const CLI::Option*> shownOptions(const CLI::App& command) {
-    return command.get_options([](const CLI::Option* option) { return isShown(option) && option->nonpositional(); });
+std::vector<const CLI::Option*> namedOptions(const CLI::App& command) {
+    return command.get_options([](const CLI::Option* option) { return option->nonpositional(); });
+}
+
+bool needsModel(const CLI::App& command) {
+    return command.get_option_no_throw("--store") != nullptr;
 }
 
 std::vector<const CLI::Option*> positionals(const CLI::App& command) {
@@ -77,11 +73,10 @@ std::string usageOf(const CLI::App& command) {
     if (command.get_parent() == nullptr) {
         return "annotate MODEL COMMAND [OPTIONS] ...";
     }
-    const bool needsModel = command.get_option_no_throw("--store") != nullptr;
     const bool takesModel = command.get_option_no_throw("--definitions") != nullptr;
     std::string usage = "annotate ";
-    usage += (needsModel ? "MODEL " : takesModel ? "[MODEL] " : "") + command.get_name();
-    usage += shownOptions(command).size() > 1 ? " [OPTIONS]" : ""; // all have --help
+    usage += (needsModel(command) ? "MODEL " : takesModel ? "[MODEL] " : "") + command.get_name();
+    usage += namedOptions(command).size() > 1 ? " [OPTIONS]" : ""; // all have --help
     for (const CLI::Option* const positional : positionals(command)) {
         const std::string words = wordsOf(*positional);
         usage += positional->get_required() ? ' ' + words : " [" + words + ']';
@@ -107,7 +102,7 @@ std::string helpOn(const CLI::App& app, const std::string& name) {
 UsageError unknownCommand(const CLI::App& app, const std::string& word) {
     std::vector<std::string_view> names;
     std::string list;
-    for (const CLI::App* const command : shownCommands(app)) {
+    for (const CLI::App* const command : app.get_subcommands(nullptr)) {
         names.emplace_back(command->get_name());
         list.append(list.empty() ? "" : ", ").append(command->get_name());
     }
@@ -129,7 +124,7 @@ std::string explainRefusal(const CLI::App& app) {
         return "";
     }
     std::vector<std::string> names;
-    for (const CLI::Option* const known : shownOptions(command)) {
+    for (const CLI::Option* const known : namedOptions(command)) {
         names.push_back("--" + known->get_lnames().front());
     }
     const std::string word = typed(*option).substr(0, option->find('='));

@@ -13,14 +13,14 @@ namespace annotate {
 
 // What is told of the commands. It all comes from how they are described to CLI11.
 
-/// All of them.
-std::vector<const CLI::App*> shownCommands(const CLI::App& app);
-
 /// Null if there is no such command.
 const CLI::App* findCommand(const CLI::App& app, std::string_view name);
 
-/// The options that a command shows; those that take their places without a name aren't among them.
-std::vector<const CLI::Option*> shownOptions(const CLI::App& command);
+/// Without those that take their places without a name.
+std::vector<const CLI::Option*> namedOptions(const CLI::App& command);
+
+/// Whether the command can't do without the model in front of it.
+bool needsModel(const CLI::App& command);
 
 /// What stands behind the command, in its order.
 std::vector<const CLI::Option*> positionals(const CLI::App& command);

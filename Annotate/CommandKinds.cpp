@@ -11,6 +11,9 @@ namespace annotate {
 
 namespace {
 
+/// Above them in the help.
+constexpr const char* objectFilters = "Which objects";
+
 /// The number that names a note. Throws UsageError if the text is no number, RequestError if it is that of no note.
 std::int64_t noteNumberIn(const std::string& text) {
     std::int64_t number = 0;
@@ -90,22 +93,30 @@ void addObjectFilters(CLI::App* command, Arguments& arguments) {
         ->add_option("--class", arguments.classes,
                      "Only objects of this class and the classes below it; may be given several times")
         ->allow_extra_args(false)
-        ->check(refuseEmpty);
-    command->add_option("--match", arguments.match, "Only objects with this text in their names, in any case");
+        ->check(refuseEmpty)
+        ->group(objectFilters);
+    command->add_option("--match", arguments.match, "Only objects with this text in their names, in any case")
+        ->group(objectFilters);
     command
         ->add_option("--storey", arguments.storeys,
                      "Only objects in the storey of this name, GlobalId or number like '#123', and the storey; may be "
                      "given several times")
         ->allow_extra_args(false)
-        ->check(refuseEmpty);
+        ->check(refuseEmpty)
+        ->group(objectFilters);
     command
         ->add_option("--where", arguments.conditions,
                      "Only objects with such a value, set or the model's, as in 'Pset_WallCommon.IsExternal=true'; "
                      "also !=, <, <=, >, >=, ~ for a text within, and present or absent behind the name; may be given "
                      "several times, and all must be met")
         ->allow_extra_args(false)
-        ->check(refuseEmpty);
+        ->check(refuseEmpty)
+        ->group(objectFilters);
     addDefinitionFiles(command, arguments);
+}
+
+bool choosesObjects(const CLI::Option& option) {
+    return option.get_group() == objectFilters;
 }
 
 void addActFilters(CLI::App* command, Arguments& arguments) {

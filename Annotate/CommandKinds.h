@@ -35,6 +35,9 @@ CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& a
 void addListing(CLI::App* command, Arguments& arguments);
 void addObjectFilters(CLI::App* command, Arguments& arguments);
 
+/// Whether the option is one of the object filters.
+bool choosesObjects(const CLI::Option& option);
+
 /// Those of listings of what users did.
 void addActFilters(CLI::App* command, Arguments& arguments);
 

@@ -1,15 +1,15 @@
 #include "Annotate/Completion.h"
 
 #include "Annotate/CommandHelp.h"
+#include "Annotate/CommandKinds.h"
+#include "Annotate/DefinitionFiles.h"
 #include "Annotate/Definitions.h"
-#include "FoundationClasses/IfcClass.h"
+#include "Annotate/ObjectClasses.h"
 
 #include <algorithm>
 #include <sstream>
 
 namespace annotate {
-
-using orv::fc::IfcClass;
 
 namespace {
 
@@ -17,25 +17,23 @@ using Words = std::vector<std::string>;
 
 Words commandNames(const CLI::App& app) {
     Words names;
-    for (const CLI::App* const command : shownCommands(app)) {
+    for (const CLI::App* const command : app.get_subcommands(nullptr)) {
         names.push_back(command->get_name());
     }
     return names;
 }
 
-Words optionNames(const CLI::App& command) {
-    Words names;
-    for (const CLI::Option* const option : shownOptions(command)) {
-        names.push_back("--" + option->get_lnames().front());
-    }
+/// Those that may stand where the model does as a rule, which the shell completes as a file.
+Words namesWithoutModel(const CLI::App& app) {
+    Words names = commandNames(app);
+    std::erase_if(names, [&app](const std::string& name) { return needsModel(*findCommand(app, name)); });
     return names;
 }
 
-Words classNames() {
+Words optionNames(const CLI::App& command) {
     Words names;
-    const IfcClass& all = *IfcClass::find("IfcObjectDefinition");
-    for (std::uint32_t number = all.kindNumber; number <= all.lastOfKind; ++number) {
-        names.emplace_back(IfcClass::ofNumber(number)->name);
+    for (const CLI::Option* const option : namedOptions(command)) {
+        names.push_back("--" + option->get_lnames().front());
     }
     return names;
 }
@@ -68,20 +66,27 @@ const CLI::Option* awaitingOption(const CLI::App& command, const std::string& wo
 struct Typed {
     Words positionals;
     bool choosesObjects = false;
+    bool isBehindDashes = false;           ///< Behind --, where nothing is an option any more.
     const CLI::Option* awaiting = nullptr; ///< The option whose value comes next.
+    Arguments arguments;                   ///< With the model and the files of definitions.
 };
 
 Typed readTyped(const CLI::App& command, Words::const_iterator word, Words::const_iterator end) {
     Typed typed;
     for (; word != end; ++word) {
         if (typed.awaiting != nullptr) {
+            if (typed.awaiting->check_lname("definitions")) {
+                typed.arguments.definitions.emplace_back(*word);
+            }
             typed.awaiting = nullptr;
-        } else if (word->starts_with("--")) {
-            typed.awaiting = awaitingOption(command, *word);
-            typed.choosesObjects = typed.choosesObjects || *word == "--class" || *word == "--match" ||
-                                   *word == "--storey" || *word == "--where";
-        } else {
+        } else if (typed.isBehindDashes || !word->starts_with("--")) {
             typed.positionals.push_back(*word);
+        } else if (*word == "--") {
+            typed.isBehindDashes = true;
+        } else {
+            typed.awaiting = awaitingOption(command, *word);
+            typed.choosesObjects =
+                typed.choosesObjects || (typed.awaiting != nullptr && choosesObjects(*typed.awaiting));
         }
     }
     return typed;
@@ -103,9 +108,10 @@ Words placesOf(const CLI::App& command, bool choosesObjects) {
 
 Words candidatesBehind(const CLI::App& app, const CLI::App& command, const Typed& typed, const std::string& last) {
     if (typed.awaiting != nullptr) {
-        return typed.awaiting->get_lnames().front() == "class" ? classNames() : Words();
+        const std::vector<std::string_view> classes = objectClassNames();
+        return typed.awaiting->check_lname("class") ? Words(classes.begin(), classes.end()) : Words();
     }
-    if (last.starts_with('-')) {
+    if (last.starts_with('-') && !typed.isBehindDashes) {
         return optionNames(command);
     }
     const Words places = placesOf(command, typed.choosesObjects);
@@ -116,10 +122,14 @@ Words candidatesBehind(const CLI::App& app, const CLI::App& command, const Typed
     if (place == "COMMAND") {
         return commandNames(app);
     }
-    if (place == "PSET") {
-        return setNames();
+    if (place != "PSET" && place != "PROPERTY") {
+        return {};
     }
-    return place == "PROPERTY" ? propertyNames(typed.positionals.back()) : Words();
+    try {
+        takeOwnDefinitions(typed.arguments);
+    } catch (const RequestError&) { // The command tells of it; the definitions that are known stay.
+    }
+    return place == "PSET" ? setNames() : propertyNames(typed.positionals.back());
 }
 
 Words candidates(const CLI::App& app, const Words& words) {
@@ -129,13 +139,45 @@ Words candidates(const CLI::App& app, const Words& words) {
         std::find_if(words.begin(), end, [&](const std::string& word) { return findCommand(app, word) != nullptr; });
     if (commandWord != end) {
         const CLI::App& command = *findCommand(app, *commandWord);
-        return candidatesBehind(app, command, readTyped(command, commandWord + 1, end), last);
+        Typed typed = readTyped(command, commandWord + 1, end);
+        typed.arguments.model = commandWord == words.begin() ? "" : words.front();
+        return candidatesBehind(app, command, typed, last);
     }
     if (last.starts_with('-')) {
         return optionNames(app);
     }
-    // The first word is the model as a rule, which the shell completes as a file.
-    return words.size() == 1 && last.empty() ? Words() : commandNames(app);
+    return words.size() == 1 ? namesWithoutModel(app) : commandNames(app);
+}
+
+/// The words without the cuts that bash makes around each =.
+Words joined(const Words& words) {
+    Words whole;
+    bool isOpen = false;
+    for (const std::string& word : words) {
+        const bool isEquals = word == "=";
+        if (!whole.empty() && (isOpen || isEquals)) {
+            whole.back() += word;
+        } else {
+            whole.push_back(word);
+        }
+        isOpen = isEquals;
+    }
+    return whole;
+}
+
+/// With --option=VALUE as two words.
+Words separated(const Words& words) {
+    Words apart;
+    bool areOptions = true;
+    for (const std::string& word : words) {
+        areOptions = areOptions && word != "--";
+        const std::size_t equals = areOptions && word.starts_with("--") ? word.find('=') : std::string::npos;
+        apart.push_back(word.substr(0, equals));
+        if (equals != std::string::npos) {
+            apart.push_back(word.substr(equals + 1));
+        }
+    }
+    return apart;
 }
 
 } // namespace
@@ -144,8 +186,15 @@ std::vector<std::string> completions(const CLI::App& app, const std::vector<std:
     if (words.empty()) {
         return {};
     }
-    Words found = candidates(app, words);
-    std::erase_if(found, [&](const std::string& word) { return !word.starts_with(words.back()); });
+    const Words apart = separated(joined(words));
+    const std::string& last = apart.back();
+    Words found = candidates(app, apart);
+    std::erase_if(found, [&last](const std::string& word) { return !word.starts_with(last); });
+    if (words.back().starts_with("--") && words.back().ends_with('=' + last)) { // in one word, as other shells have it
+        const std::string option = words.back().substr(0, words.back().size() - last.size());
+        std::transform(found.begin(), found.end(), found.begin(),
+                       [&option](const std::string& word) { return option + word; });
+    }
     std::sort(found.begin(), found.end());
     found.erase(std::unique(found.begin(), found.end()), found.end());
     return found;

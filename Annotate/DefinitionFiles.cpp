@@ -25,6 +25,9 @@ void takeFile(const std::filesystem::path& path) {
 std::vector<std::filesystem::path> filesIn(const std::filesystem::path& folder) {
     std::vector<std::filesystem::path> files;
     std::error_code error;
+    if (!std::filesystem::exists(folder, error)) {
+        return files;
+    }
     std::filesystem::directory_iterator entry(folder, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::filesystem::path& path = entry->path();
@@ -33,7 +36,7 @@ std::vector<std::filesystem::path> filesIn(const std::filesystem::path& folder) 
             files.push_back(path);
         }
     }
-    if (error && error != std::errc::no_such_file_or_directory) {
+    if (error) {
         throw RequestError("The folder of definitions " + folder.string() + " can't be read (" + error.message() +
                            ").");
     }

@@ -41,7 +41,7 @@ std::string itemsOf(const CLI::App& command) {
     for (const CLI::Option* const positional : positionals(command)) {
         text += item(wordsOf(*positional), positional->get_description());
     }
-    for (const CLI::Option* const option : shownOptions(command)) {
+    for (const CLI::Option* const option : namedOptions(command)) {
         const bool takesValue = option->get_items_expected_max() > 0;
         text += item(option->get_name(false, true) + (takesValue ? ' ' + option->get_type_name() : ""),
                      option->get_description());
@@ -63,7 +63,7 @@ std::string manPage(const CLI::App& app) {
     text +=
         ".SH NAME\nannotate \\- " + plain(app.get_description()) + "\n.SH SYNOPSIS\n.B " + plain(usageOf(app)) + '\n';
     text += ".SH OPTIONS\n" + itemsOf(app) + ".SH COMMANDS\n";
-    for (const CLI::App* const command : shownCommands(app)) {
+    for (const CLI::App* const command : app.get_subcommands(nullptr)) {
         text += sectionOn(*command);
     }
     return text;

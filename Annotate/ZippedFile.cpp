@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <zip.h>
 
 namespace annotate {
@@ -45,8 +46,11 @@ bool isIfc(const std::filesystem::path& entry) {
 
 } // namespace
 
-ZippedFile::ZippedFile(const std::filesystem::path& archivePath)
-    : path(archivePath), archive(openArchive(path), ::zip_discard), place(findFile()), content(nullptr, closeContent) {
+ZippedFile::ZippedFile(std::filesystem::path archivePath)
+    : path(std::move(archivePath)),
+      archive(openArchive(path), ::zip_discard),
+      place(findFile()),
+      content(nullptr, closeContent) {
     ::zip_stat_t entry{};
     constexpr ::zip_uint64_t needed = ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_ENCRYPTION_METHOD;
     if (::zip_stat_index(archive.get(), place, 0, &entry) != 0 || (entry.valid & needed) != needed) {

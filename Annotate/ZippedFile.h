@@ -19,7 +19,7 @@ namespace annotate {
 class ZippedFile : public std::streambuf {
 public:
     /// Throws ModelError as well if there isn't one such file in the archive, or it can't be unpacked.
-    explicit ZippedFile(const std::filesystem::path& archivePath);
+    explicit ZippedFile(std::filesystem::path archivePath);
 
     /// Whether the file, which is at its start and stays there, is such an archive, by its first bytes.
     static bool isZip(std::istream& file);
