@@ -81,7 +81,7 @@ RequestedObjects EditRequest::objectsIn(const ModelDetails& details, const Argum
     if (!globalId.empty()) {
         return {{idNamed(arguments, model, globalId)}, {}};
     }
-    const Records records = readStore(arguments);
+    const Records records = readPresentRecords(arguments);
     Filter filter(arguments);
     filter.consult(details, records);
     RequestedObjects objects;

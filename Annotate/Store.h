@@ -31,6 +31,9 @@ std::vector<Kind*> allOf(const Records& records) {
 /// --store names a file that is missing.
 Records readStore(const Arguments& arguments);
 
+/// The same for commands that make the file: one that is missing holds none, also if --store names it.
+Records readPresentRecords(const Arguments& arguments);
+
 /// Throws StoreError if --store names a file that is missing.
 void requireNamedStore(const Arguments& arguments);
 
