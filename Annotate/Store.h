@@ -42,7 +42,8 @@ void requireNamedStore(const Arguments& arguments);
 class Store {
 public:
     /// Loads the records; a missing file isn't made. Throws StoreError, with nothing changed, where readStore does, if
-    /// the file's folder is missing, the file can't be written or locked, and also if another program wrote it during the load.
+    /// the file's folder is missing, the file can't be written or locked, and also if another program wrote it during
+    /// the load.
     explicit Store(std::filesystem::path storePath);
 
     static const Records& getRecords();
