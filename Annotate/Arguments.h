@@ -16,7 +16,8 @@ namespace annotate {
 struct Arguments {
     std::string command; ///< As it was typed, without the model, the store and the author.
     std::filesystem::path model;
-    std::filesystem::path store; ///< Empty: beside the model.
+    std::filesystem::path store;                    ///< Empty: beside the model.
+    std::vector<std::filesystem::path> definitions; ///< Files of the user's own.
     std::string globalId;
     std::string oldId;                  ///< Of the object whose notes and edits another one gets.
     std::vector<std::string> globalIds; ///< Of the command that takes several.

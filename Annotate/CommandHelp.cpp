@@ -77,8 +77,10 @@ std::string usageOf(const CLI::App& command) {
     if (command.get_parent() == nullptr) {
         return "annotate MODEL COMMAND [OPTIONS] ...";
     }
-    const bool takesModel = command.get_option_no_throw("--store") != nullptr;
-    std::string usage = std::string("annotate ") + (takesModel ? "MODEL " : "") + command.get_name();
+    const bool needsModel = command.get_option_no_throw("--store") != nullptr;
+    const bool takesModel = command.get_option_no_throw("--definitions") != nullptr;
+    std::string usage = "annotate ";
+    usage += (needsModel ? "MODEL " : takesModel ? "[MODEL] " : "") + command.get_name();
     usage += shownOptions(command).size() > 1 ? " [OPTIONS]" : ""; // all have --help
     for (const CLI::Option* const positional : positionals(command)) {
         const std::string words = wordsOf(*positional);

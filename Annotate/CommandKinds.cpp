@@ -1,5 +1,6 @@
 #include "Annotate/CommandKinds.h"
 
+#include "Annotate/DefinitionFiles.h"
 #include "Annotate/Notes.h"
 #include "Host/FieldText.h"
 
@@ -33,12 +34,17 @@ int priorityIn(const std::string& text) {
 
 /// A command on a model.
 CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Arguments& arguments, Command command) {
-    return addCommand(app, text, [&arguments, command] {
+    CLI::App* added = addCommand(app, text, {});
+    added->callback([added, &arguments, command] {
         if (arguments.model.empty()) {
             throw CLI::RequiredError("MODEL");
         }
+        if (added->get_option_no_throw("--definitions") != nullptr) {
+            takeOwnDefinitions(arguments);
+        }
         command(arguments);
     });
+    return added;
 }
 
 } // namespace
@@ -99,6 +105,7 @@ void addObjectFilters(CLI::App* command, Arguments& arguments) {
                      "several times, and all must be met")
         ->allow_extra_args(false)
         ->check(refuseEmpty);
+    addDefinitionFiles(command, arguments);
 }
 
 void addActFilters(CLI::App* command, Arguments& arguments) {
@@ -150,6 +157,15 @@ void addUnit(CLI::App* command, Arguments& arguments) {
         ->add_option("--unit", arguments.unit,
                      "The unit of the numbers, as in cm; they are converted to the model's, in which those without one "
                      "are. It may stand behind a number as well, as in '24 cm'")
+        ->check(refuseEmpty);
+}
+
+void addDefinitionFiles(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option("--definitions", arguments.definitions,
+                     "A file with property sets of your own, in the XML form of those of IFC; may be given several "
+                     "times. The .xml files in the folder MODEL.definitions beside the model are taken as well")
+        ->allow_extra_args(false)
         ->check(refuseEmpty);
 }
 

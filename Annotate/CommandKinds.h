@@ -46,4 +46,7 @@ void addPriority(CLI::App* command, Arguments& arguments, const std::string& exp
 void addStrictness(CLI::App* command, Arguments& arguments);
 void addUnit(CLI::App* command, Arguments& arguments);
 
+/// Of commands that know property sets: files that define more of them, which are taken before the command runs.
+void addDefinitionFiles(CLI::App* command, Arguments& arguments);
+
 } // namespace annotate

@@ -79,6 +79,7 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
                                     arguments, getProperty);
     addWords(get, arguments, "GLOBALID PSET PROPERTY",
              "The object, " + byName + ", and the property as in Pset_WallCommon FireRating");
+    addDefinitionFiles(get, arguments);
     addListing(get, arguments);
 
     CLI::App* set = addEditCommand(
@@ -87,7 +88,7 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
          "House.ifc set --class IfcWall --where Pset_WallCommon.IsExternal=true Pset_WallCommon FireRating F90"},
         arguments, setProperty, "[GLOBALID] PSET PROPERTY VALUE",
         "The value of an enumerated property is like 'A;B', that of a bounded one 'UPPER;LOWER;SET POINT', which "
-        "sets all three. ");
+        "sets all three; a backslash stands before a semicolon or a backslash within a part of them. ");
     set->add_option("--lower", arguments.lower,
                     "The lower bound, in place of VALUE; what isn't named of the three stays as it is")
         ->check(refuseEmpty);
@@ -111,20 +112,32 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
                     "House.ifc unset 1jXyBr6EAquR0PHYXIrQ4_ Pset_WallCommon FireRating"},
                    arguments, unsetProperty, "[GLOBALID] PSET PROPERTY", "");
 
-    CLI::App* edits = addStoreCommand(
-        app, {"edits", "List what was set on properties", "House.ifc edits --author Anna --since 2026-03-31"},
-        arguments, listEdits);
+    CLI::App* edits = addStoreCommand(app,
+                                      {"edits",
+                                       "List what was set on properties: several values as A;B, the rows of a table as "
+                                       "A=B;C=D, with a backslash before a ; = or backslash within one",
+                                       "House.ifc edits --author Anna --since 2026-03-31"},
+                                      arguments, listEdits);
     edits->add_option("GLOBALID", arguments.globalId, "Only on this object, " + byName)->check(refuseEmpty);
     addActFilters(edits, arguments);
     addListing(edits, arguments);
 
     CLI::App* definitions = addCommand(app,
                                        {"definitions",
-                                        "List what can be set, with kinds, value types and enumeration values; needs "
-                                        "no model",
-                                        "definitions Pset_WallCommon"},
+                                        "List what can be set, with kinds, value types, their SI units, and "
+                                        "enumeration values; needs no model, and takes that for the definitions beside "
+                                        "it",
+                                        "definitions --class IfcDoor --match fire"},
                                        [&arguments] { listDefinitions(arguments); });
     definitions->add_option("PSET", arguments.propertySet, "Only the properties of this set")->check(refuseEmpty);
+    definitions
+        ->add_option("--class", arguments.classes,
+                     "Only sets for objects of this class, as far as that is known; may be given several times")
+        ->allow_extra_args(false)
+        ->check(refuseEmpty);
+    definitions->add_option("--match", arguments.match,
+                            "Only with this text in the set's or the property's name, in any case");
+    addDefinitionFiles(definitions, arguments);
     addListing(definitions, arguments);
 }
 
@@ -138,26 +151,31 @@ void addHelp(CLI::App& app, Arguments& arguments) {
 
 /// Those on many notes and edits at once.
 void addStoreCommands(CLI::App& app, Arguments& arguments) {
-    addStoreCommand(app,
-                    {"status",
-                     "Show what there is at a glance: counts, open notes by storey and class, what is on objects that "
-                     "the model no longer has, and edits that it has caught up with",
-                     "House.ifc status"},
-                    arguments, showStatus)
-        ->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD");
+    CLI::App* status = addStoreCommand(
+        app,
+        {"status",
+         "Show what there is at a glance: counts, open notes by storey and class, what is on objects that "
+         "the model no longer has, and edits that it has caught up with",
+         "House.ifc status"},
+        arguments, showStatus);
+    addDefinitionFiles(status, arguments);
+    status->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD");
 
     CLI::App* import = addWritingCommand(
         app, {"import", "Set properties, or add notes, as the lines of a file tell", "House.ifc import values.csv"},
         arguments, importFile);
     import
-        ->add_option("FILE", arguments.file,
-                     "Separated values in UTF-8 (comma, semicolon or tab) below a header with GlobalId, set, property, "
-                     "value and perhaps unit, or with GlobalId, text and perhaps priority; - for standard input. An "
-                     "empty value unsets the property; values are as the command edits lists them. Nothing is stored "
-                     "if a line is refused")
+        ->add_option(
+            "FILE", arguments.file,
+            "Separated values in UTF-8 (comma, semicolon or tab) below a header with GlobalId, set, property, "
+            "value and perhaps unit, or with GlobalId, text and perhaps priority; - for standard input. An "
+            "empty value unsets the property; values are as the command edits lists them, A;B for several and A=B;C=D "
+            "for the rows of a table, with a backslash before a ; = or backslash within one. Nothing is stored if a "
+            "line is refused")
         ->required()
         ->check(refuseEmpty);
     addStrictness(import, arguments);
+    addDefinitionFiles(import, arguments);
 
     CLI::App* move = addWritingCommand(app,
                                        {"move", "Carry the notes and edits of one object to another",
@@ -179,7 +197,8 @@ void addCommands(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", "annotate " ANNOTATE_VERSION, "Print the version and exit");
     app.footer("annotate help COMMAND tells about a command, with an example.");
     app.require_subcommand(1);
-    app.add_option("MODEL", arguments.model, "An IFC file; it is never written")->check(refuseEmpty);
+    app.add_option("MODEL", arguments.model, "An IFC file, or an .ifczip with one in it; it is never written")
+        ->check(refuseEmpty);
     CLI::App* objects = addStoreCommand(
         app, {"objects", "List the objects of the model", "House.ifc objects --class IfcWall --match south"}, arguments,
         listObjects);
@@ -191,6 +210,7 @@ void addCommands(CLI::App& app, Arguments& arguments) {
          "House.ifc show 1jXyBr6EAquR0PHYXIrQ4_"},
         arguments, showObjects);
     show->add_option("GLOBALID", arguments.globalIds, "The objects, each " + byName)->required()->check(refuseEmpty);
+    addDefinitionFiles(show, arguments);
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);
     addStoreCommands(app, arguments);

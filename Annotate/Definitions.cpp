@@ -3,6 +3,7 @@
 #include "Annotate/NearNames.h"
 #include "FoundationClasses/FcValueType.h"
 
+#include <algorithm>
 #include <array>
 
 namespace annotate {
@@ -67,10 +68,10 @@ const Definition& findDefinition(const std::string& set, const std::string& prop
 RequestError unknownSet(const std::string& set) {
     std::vector<std::string_view> names;
     for (const Definition* const definition : allDefinitions()) {
-        if (names.empty() || names.back() != definition->propertySet) {
-            names.push_back(definition->propertySet);
-        }
+        names.push_back(definition->propertySet);
     }
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
     return RequestError("There is no property set " + set + didYouMean(set, names));
 }
 

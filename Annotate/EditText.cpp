@@ -1,5 +1,6 @@
 #include "Annotate/EditText.h"
 
+#include "Annotate/ItemText.h"
 #include "Annotate/ValueText.h"
 
 #include <algorithm>
@@ -14,32 +15,37 @@ using Form = PropertyEdit::Form;
 
 namespace {
 
-std::vector<std::string> partsOf(std::string_view text) {
-    std::vector<std::string> parts;
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(';', begin), text.size());
-        parts.emplace_back(text.substr(begin, end - begin));
-        begin = end + 1;
+std::vector<PropertyValue> valuesIn(const std::vector<std::string>& items) {
+    return {items.begin(), items.end()};
+}
+
+/// A semicolon behind the last choice is none.
+std::vector<PropertyValue> choicesIn(const Definition& definition, const std::string& text) {
+    std::vector<std::string> choices = itemsIn(text);
+    if (choices.size() > 1 && choices.back().empty()) {
+        choices.pop_back();
     }
-    return parts;
+    for (const std::string& choice : choices) {
+        if (choice.find(';') != std::string::npos) {
+            throw RequestError(fullName(definition) + " takes values without semicolons, like A;B. \"" + choice +
+                               "\" has one.");
+        }
+    }
+    return valuesIn(choices);
 }
 
 std::vector<PropertyValue> rowsIn(const Definition& definition, const std::string& text) {
-    std::vector<PropertyValue> values;
-    for (const std::string& row : partsOf(text)) {
-        const std::size_t equals = row.find('=');
-        if (equals == std::string::npos) {
-            throw RequestError(fullName(definition) + " is a table, which takes rows: DEFINING=DEFINED;...");
-        }
-        values.insert(values.end(), {row.substr(0, equals), row.substr(equals + 1)});
+    const auto items = rowItemsIn(text);
+    if (!items) {
+        throw RequestError(fullName(definition) + " is a table, which takes rows: DEFINING=DEFINED;...");
     }
-    return values;
+    return valuesIn(*items);
 }
 
 } // namespace
 
 std::vector<PropertyValue> boundsIn(const Definition& definition, std::string_view text) {
-    const std::vector<std::string> parts = partsOf(text);
+    const std::vector<std::string> parts = itemsIn(text);
     if (parts.size() > 3) {
         throw RequestError(fullName(definition) + " takes three parts at most: UPPER;LOWER;SET POINT.");
     }
@@ -63,12 +69,14 @@ PropertyEdit editIn(const Definition& definition, const std::string& text) {
         edit.form = Form::Bounded;
         edit.values = boundsIn(definition, text);
         break;
-    case PropertyKind::List: {
-        const std::vector<std::string> parts = partsOf(text);
-        edit.form = Form::List;
-        edit.values.assign(parts.begin(), parts.end());
+    case PropertyKind::Enumerated:
+        edit.form = Form::Enumerated;
+        edit.values = choicesIn(definition, text);
         break;
-    }
+    case PropertyKind::List:
+        edit.form = Form::List;
+        edit.values = valuesIn(itemsIn(text));
+        break;
     case PropertyKind::Table:
         edit.form = Form::Table;
         edit.values = rowsIn(definition, text);
@@ -88,14 +96,8 @@ std::vector<PropertyValue> valuesInOrder(const PropertyEdit& edit) {
 }
 
 std::string editText(const PropertyEdit& edit) {
-    const std::vector<PropertyValue> values = valuesInOrder(edit);
-    std::string text;
-    for (std::size_t place = 0; place < values.size(); ++place) {
-        const bool isDefined = edit.form == Form::Table && place % 2 == 1;
-        text += place == 0 ? "" : isDefined ? "=" : ";";
-        text += valueText(values[place]);
-    }
-    return text;
+    return edit.form == Form::Single ? valueText(edit.values.front())
+                                     : itemsText(valuesInOrder(edit), edit.form == Form::Table);
 }
 
 } // namespace annotate

@@ -14,8 +14,8 @@ namespace annotate {
 std::vector<orv::object::PropertyValue> boundsIn(const Definition& definition, std::string_view text);
 
 /// The edit of the property that a text tells in the form in which edits are listed: A;B for lists and enumerations,
-/// UPPER;LOWER;SET POINT, A=B;C=D for the rows of a table; an empty one unsets. Throws RequestError if it isn't of the
-/// form, or the property takes no value.
+/// UPPER;LOWER;SET POINT, A=B;C=D for the rows of a table, as itemsText makes them; an empty one unsets. Throws
+/// RequestError if it isn't of the form, or the property takes no value.
 orv::host::PropertyEdit editIn(const Definition& definition, const std::string& text);
 
 /// The values that the edit sets the property to, in the order of that form.

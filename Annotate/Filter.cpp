@@ -3,6 +3,7 @@
 #include "Annotate/Definitions.h"
 #include "Annotate/NamedObject.h"
 #include "Annotate/NearNames.h"
+#include "Annotate/ObjectClasses.h"
 #include "Annotate/Terminal.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
@@ -18,19 +19,6 @@ using orv::fc::IfcClass;
 namespace {
 
 constexpr std::string_view storeyClass = "IfcBuildingStorey";
-
-const IfcClass* findClass(const std::string& name) {
-    const IfcClass* const ifcClass = IfcClass::find(name);
-    if (ifcClass != nullptr && ifcClass->isObjectDefinition()) {
-        return ifcClass;
-    }
-    const IfcClass& all = *IfcClass::find("IfcObjectDefinition");
-    std::vector<std::string_view> names;
-    for (std::uint32_t number = all.kindNumber; number <= all.lastOfKind; ++number) {
-        names.emplace_back(IfcClass::ofNumber(number)->name);
-    }
-    throw RequestError(name + " isn't a class of objects in IFC" + didYouMean(name, names));
-}
 
 /// By its name, by its GlobalId, which is another one in another case, or by its number.
 bool names(const AnyCase& wanted, const ModelObject& storey) {
@@ -61,7 +49,9 @@ Filter::Filter(const Arguments& arguments)
     for (const std::string& condition : arguments.conditions) {
         conditions.push_back({Condition(condition)});
     }
-    std::transform(arguments.classes.begin(), arguments.classes.end(), std::back_inserter(classes), findClass);
+    for (const std::string& name : arguments.classes) {
+        classes.push_back(&objectClassNamed(name));
+    }
     if (!arguments.globalId.empty() && !isInstanceNumber(arguments.globalId)) {
         owner = idOf(arguments.globalId);
     }

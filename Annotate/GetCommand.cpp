@@ -15,6 +15,7 @@ namespace annotate {
 
 using orv::ifc::def::xml::PropertyKind;
 using orv::object::PropertyValue;
+using Form = orv::host::PropertyEdit::Form;
 
 namespace {
 
@@ -25,13 +26,20 @@ std::vector<PropertyValue> heldValues(const MergedProperty& property, const Mode
             property.model->kind != PropertyKind::List && property.model->kind != PropertyKind::Table;
         return isOneText ? std::vector<PropertyValue>{valuesText(*property.model)} : property.model->values;
     }
+    const orv::host::PropertyEdit& edit = property.edit->edit;
     const Overlay overlay(model, records);
-    return Overlay::read(property.edit->id, property.set, property.name);
+    std::vector<PropertyValue> values = Overlay::read(property.edit->id, property.set, property.name);
+    if (!values.empty() && edit.form != Form::Enumerated) {
+        return values;
+    }
+    // Choices in one text, or what the overlay doesn't take as its definition is missing today.
+    const bool isOneText = edit.form != Form::List && edit.form != Form::Table;
+    return isOneText ? std::vector<PropertyValue>{editText(edit)} : edit.values;
 }
 
 bool isTable(const MergedProperty& property) {
     return property.edit == nullptr ? property.model->kind == PropertyKind::Table
-                                    : property.edit->edit.form == orv::host::PropertyEdit::Form::Table;
+                                    : property.edit->edit.form == Form::Table;
 }
 
 void printHeld(const Arguments& arguments, const std::vector<PropertyValue>& held, bool areRows) {

@@ -6,16 +6,12 @@
 #include "Annotate/Notes.h"
 #include "Annotate/ProgressBar.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/TextFile.h"
 #include "Annotate/Undo.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <set>
-#include <sstream>
-#include <system_error>
 #include <tuple>
 #include <utility>
 
@@ -25,27 +21,8 @@ using orv::host::ObjectEdit;
 
 namespace {
 
-std::string readText(const std::filesystem::path& path) {
-    std::ifstream file;
-    std::error_code ignored;
-    const bool isStandardInput = path == "-";
-    errno = std::filesystem::is_directory(path, ignored) ? EISDIR : 0;
-    if (!isStandardInput && errno == 0) {
-        file.open(path, std::ios::binary);
-    }
-    std::ostringstream text;
-    std::istream& stream = isStandardInput ? std::cin : file;
-    if (isStandardInput || file.is_open()) {
-        std::copy(std::istreambuf_iterator<char>(stream), {}, std::ostreambuf_iterator<char>(text));
-    }
-    if (errno != 0) {
-        throw RequestError(path.string() + " can't be read (" + std::generic_category().message(errno) + ").");
-    }
-    return text.str();
-}
-
 ImportRows readRows(const std::filesystem::path& path) {
-    ImportRows read = readImportRows(readText(path));
+    ImportRows read = readImportRows(readTextFile(path));
     if (read.rows.empty() && read.refused.empty()) {
         throw RequestError(path.string() + " has nothing below its header.");
     }

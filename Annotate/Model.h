@@ -34,8 +34,8 @@ public:
 class Model {
 public:
     /// Reads a model of IFC2X3, IFC4 or a later schema from a file in the STEP physical file form (ISO
-    /// 10303-21). Throws ModelError if path isn't a file of that form, or is cut off, or has a syntax error. In a
-    /// terminal a large model shows how far it is.
+    /// 10303-21), by itself or packed in a zip archive. Throws ModelError if path isn't a file of that form, or is cut
+    /// off, or has a syntax error. In a terminal a large model shows how far it is.
     static Model read(const std::filesystem::path& path);
 
     explicit Model(std::vector<ModelObject> objectsInFileOrder);

@@ -3,6 +3,7 @@
 #include "Annotate/StepScanner.h"
 #include "Annotate/StepString.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/ZippedFile.h"
 #include "FoundationClasses/IfcClass.h"
 
 #include <charconv>
@@ -16,25 +17,19 @@ using orv::fc::IfcClass;
 
 namespace {
 
-ModelError errorOf(const std::filesystem::path& path, std::string_view problem, std::string_view remedy) {
-    std::string sentence = "The model \"" + path.string() + "\" ";
-    sentence.append(problem).append(". ").append(remedy);
-    return ModelError(sentence);
-}
-
 std::ifstream open(const std::filesystem::path& path) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     if (!std::filesystem::exists(status)) {
-        throw errorOf(path, "doesn't exist or cannot be reached", "Check the path.");
+        throw refusedModel(path, "doesn't exist or cannot be reached", "Check the path.");
     }
     // Opening anything but a regular file can wait for ever.
     if (!std::filesystem::is_regular_file(status)) {
-        throw errorOf(path, "isn't a file", "Give the path of an IFC file.");
+        throw refusedModel(path, "isn't a file", "Give the path of an IFC file.");
     }
     std::ifstream file(path, std::ios::binary);
     if (!file) {
-        throw errorOf(path, "cannot be opened", "Check the permissions of the file.");
+        throw refusedModel(path, "cannot be opened", "Check the permissions of the file.");
     }
     return file;
 }
@@ -99,7 +94,9 @@ bool takeFileStart(StepScanner& scanner) {
     return true;
 }
 
-void takeFile(StepScanner& scanner, InstanceReader& reader, ReadProgress& progress) {
+void takeFile(std::istream& file, std::uintmax_t size, InstanceReader& reader) {
+    ReadProgress progress(size);
+    StepScanner scanner(file);
     scanner.takePart([&] { return takeFileStart(scanner); });
     while (scanner.takePart([&] { return takeDataStart(scanner); })) {
         while (scanner.takePart([&] { return takeInstance(scanner, reader); })) {
@@ -110,20 +107,35 @@ void takeFile(StepScanner& scanner, InstanceReader& reader, ReadProgress& progre
     scanner.takePart([&] { return takeEnd(scanner, "END-ISO-10303-21"); });
 }
 
+void takeZippedFile(const std::filesystem::path& path, InstanceReader& reader) {
+    ZippedFile content(path);
+    std::istream file(&content);
+    file.exceptions(std::ios::badbit);
+    try {
+        takeFile(file, content.size(), reader);
+    } catch (const StepError&) {
+        content.requireWhole(); // else it is the archive that is to blame
+        throw;
+    }
+    content.requireWhole();
+}
+
 } // namespace
 
 void readModelFile(const std::filesystem::path& path, InstanceReader& reader) {
     std::ifstream file = open(path);
-    std::error_code error;
-    ReadProgress progress(std::filesystem::file_size(path, error));
     try {
         file.exceptions(std::ios::badbit);
-        StepScanner scanner(file);
-        takeFile(scanner, reader, progress);
+        if (ZippedFile::isZip(file)) {
+            takeZippedFile(path, reader);
+        } else {
+            std::error_code ignored;
+            takeFile(file, std::filesystem::file_size(path, ignored), reader);
+        }
     } catch (const StepError& problem) {
         throw brokenModel(path, problem.what());
     } catch (const std::ios_base::failure&) {
-        throw errorOf(path, "cannot be read", "Copy the file to another disk and try again.");
+        throw refusedModel(path, "cannot be read", "Copy the file to another disk and try again.");
     }
 }
 
@@ -136,8 +148,14 @@ std::uint64_t instanceNumber(const StepScanner& scanner, const ModelInstance& in
     return number;
 }
 
+ModelError refusedModel(const std::filesystem::path& path, std::string_view problem, std::string_view remedy) {
+    std::string sentence = "The model \"" + path.string() + "\" ";
+    sentence.append(problem).append(". ").append(remedy);
+    return ModelError(sentence);
+}
+
 ModelError brokenModel(const std::filesystem::path& path, std::string_view problem) {
-    return errorOf(path, problem, "Export the model again, as an IFC file of IFC2X3, IFC4 or later.");
+    return refusedModel(path, problem, "Export the model again, as an IFC file of IFC2X3, IFC4 or later.");
 }
 
 const IfcClass* objectClass(const ModelInstance& instance) {

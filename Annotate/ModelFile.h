@@ -30,11 +30,15 @@ public:
     virtual void take(StepScanner& scanner, const ModelInstance& instance) = 0;
 };
 
-/// Lets the reader take each instance of the file. Throws ModelError if it can't be read.
+/// Lets the reader take each instance of the file, which may be packed alone in a zip archive. Throws ModelError if it
+/// can't be read; what the reader has taken then is of no use.
 void readModelFile(const std::filesystem::path& path, InstanceReader& reader);
 
 /// The number of the instance.
 std::uint64_t instanceNumber(const StepScanner& scanner, const ModelInstance& instance);
+
+/// That the model isn't read: problem ends the first sentence, and remedy is the second.
+ModelError refusedModel(const std::filesystem::path& path, std::string_view problem, std::string_view remedy);
 
 /// That there is something wrong with what the model's file holds: problem ends the sentence.
 ModelError brokenModel(const std::filesystem::path& path, std::string_view problem);

@@ -1,6 +1,7 @@
 #include "Annotate/ModelSet.h"
 
 #include "Annotate/DirectAttributes.h"
+#include "Annotate/ItemText.h"
 #include "Annotate/ModelStatements.h"
 #include "Annotate/StepParameters.h"
 #include "Annotate/StepValue.h"
@@ -250,10 +251,6 @@ private:
     std::unordered_set<std::uint64_t> complexOnes; ///< Those that were read, as one can be in itself.
 };
 
-void removeEnd(std::string& text, char character) {
-    text.erase(text.find_last_not_of(character) + 1);
-}
-
 } // namespace
 
 std::optional<ModelSet> readSet(const ModelStatements& statements, const ModelUnits& units, std::uint64_t id) {
@@ -261,16 +258,17 @@ std::optional<ModelSet> readSet(const ModelStatements& statements, const ModelUn
 }
 
 std::string valuesText(const ModelProperty& property) {
-    const bool isTable = property.kind == PropertyKind::Table;
-    std::string text;
-    for (std::size_t index = 0; index < property.values.size(); ++index) {
-        const char* const separator = isTable && index % 2 == 1 ? "=" : ";";
-        text.append(index == 0 ? "" : separator).append(valueText(property.values[index]));
+    std::vector<PropertyValue> values = property.values;
+    const bool isSingle = property.kind == PropertyKind::Single || property.kind == PropertyKind::Reference;
+    if (isSingle && values.size() == 1) {
+        return valueText(values.front());
     }
-    if (property.kind == PropertyKind::Bounded) {
-        removeEnd(text, ';');
+    if (property.kind == PropertyKind::Bounded) { // without the bounds at the end that are left out
+        while (!values.empty() && values.back().isEmpty()) {
+            values.pop_back();
+        }
     }
-    return text;
+    return itemsText(values, property.kind == PropertyKind::Table);
 }
 
 std::string unitText(const ModelProperty& property) {

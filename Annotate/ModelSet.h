@@ -41,7 +41,7 @@ struct ModelSet {
 /// malformed.
 std::optional<ModelSet> readSet(const ModelStatements& statements, const ModelUnits& units, std::uint64_t id);
 
-/// What the property holds, on one line: values with ';' between them, the rows of a table as DEFINING=DEFINED.
+/// What the property holds, on one line: one value as it is, several as itemsText makes it of them.
 std::string valuesText(const ModelProperty& property);
 
 /// The symbol of the unit; those of a table as DEFINING=DEFINED if it has any.

@@ -65,15 +65,11 @@ public:
         printStored(beginSentence({*note.number}) + " stored in " + path.string() + '.');
     }
 
-    /// Removes them after the write that says so, so that a removal which was interrupted can be taken back.
     void remove(const std::vector<Note*>& notes) {
         for (const Note* const note : notes) {
             log.remove(*note);
         }
-        store.write();
-        for (const Note* const note : notes) {
-            store.remove(*note);
-        }
+        store.write({notes.begin(), notes.end()});
     }
 
     void write() { store.write(); }
@@ -132,12 +128,18 @@ void editNote(const Arguments& arguments) {
     }
     requireNamedStore(arguments);
     NotesUnderWay notes(arguments);
-    notes.change(*notes.find(arguments.numbers).front(), [&arguments](Note& note) {
-        note.text = arguments.text.value_or(note.text);
-        note.priority = arguments.priority.value_or(note.priority);
-    });
-    notes.write();
-    printStored(beginSentence(arguments.numbers) + " changed.");
+    Note& note = *notes.find(arguments.numbers).front();
+    const std::string text = arguments.text.value_or(note.text);
+    const int priority = arguments.priority.value_or(note.priority);
+    const bool isChanged = text != note.text || priority != note.priority;
+    if (isChanged) {
+        notes.change(note, [&](Note& changed) {
+            changed.text = text;
+            changed.priority = priority;
+        });
+        notes.write();
+    }
+    printStored(beginSentence(arguments.numbers) + (isChanged ? " changed." : " like that already."));
 }
 
 void resolveNotes(const Arguments& arguments) {

@@ -55,13 +55,13 @@ Notebook::Notebook(Store& notesStore) : store(&notesStore), last(&lastNumber(not
         note->id = note->id ? note->id : makeId();
         last->number = std::max(last->number, number);
         notes.push_back(note);
+        ofNumber.emplace(number, note);
     }
 }
 
 Note* Notebook::tryFind(std::int64_t number) const {
-    const auto found =
-        std::find_if(notes.begin(), notes.end(), [number](const Note* note) { return note->number == number; });
-    return found == notes.end() ? nullptr : *found;
+    const auto found = ofNumber.find(number);
+    return found == ofNumber.end() ? nullptr : found->second;
 }
 
 Note& Notebook::find(std::int64_t number) const {

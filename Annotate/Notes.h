@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -42,6 +43,7 @@ public:
 private:
     Store* store;
     std::vector<Note*> notes;
+    std::unordered_map<std::int64_t, Note*> ofNumber;
     LastNoteNumber* last = nullptr;
 };
 

@@ -56,18 +56,12 @@ PropertyValue boundIn(const std::string& text) {
     return text.empty() ? PropertyValue() : PropertyValue(text);
 }
 
-std::vector<PropertyValue> valuesOf(const Arguments& arguments, const EditRequest& request,
-                                    const Definition& definition) {
-    const bool isBounded = definition.kind == PropertyKind::Bounded;
-    if (hasBounds(arguments)) {
-        if (!isBounded) {
-            throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
-                               ", which has no bounds. Give the VALUE.");
-        }
-        return {boundIn(arguments.lower), boundIn(arguments.upper), boundIn(arguments.setPoint)};
+std::vector<PropertyValue> givenBounds(const Arguments& arguments, const Definition& definition) {
+    if (definition.kind != PropertyKind::Bounded) {
+        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+                           ", which has no bounds. Give the VALUE.");
     }
-    return isBounded ? boundsIn(definition, request.values.front())
-                     : std::vector<PropertyValue>{request.values.front()};
+    return {boundIn(arguments.lower), boundIn(arguments.upper), boundIn(arguments.setPoint)};
 }
 
 /// Without values.
@@ -126,9 +120,12 @@ void setProperty(const Arguments& arguments) {
     }
     const EditRequest request(arguments, valueCount, valueCount);
     const Definition& definition = definitionFor(request, "set");
-    const std::vector<PropertyValue> values = valuesOf(arguments, request, definition);
-    makeEdits(arguments, request, definition, definition.kind == PropertyKind::Bounded ? Form::Bounded : Form::Single,
-              values);
+    if (hasBounds(arguments)) {
+        makeEdits(arguments, request, definition, Form::Bounded, givenBounds(arguments, definition));
+    } else {
+        PropertyEdit edit = editIn(definition, request.values.front());
+        makeEdits(arguments, request, definition, edit.form, std::move(edit.values));
+    }
 }
 
 void setListProperty(const Arguments& arguments) {

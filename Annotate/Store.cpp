@@ -152,15 +152,15 @@ const Records& Store::getRecords() {
     return Enhancements::getOrCreateEnhancementsDb()->getRecords();
 }
 
-void Store::write() {
-    writeAfter([this] { return added.empty() ? Enhancements::saveChanges() : Enhancements::addEnhancements(added); });
-}
-
-void Store::remove(const EnhancementBase& record) {
-    writeAfter([&record] { return Enhancements::takeRecord(record) != nullptr; });
-}
-
-void Store::writeAfter(const std::function<bool()>& change) {
+void Store::write(const std::vector<const EnhancementBase*>& removed) {
+    const auto change = [&] {
+        const bool hasAdditions = !added.empty();
+        if (hasAdditions && !Enhancements::addEnhancements(added)) {
+            return false;
+        }
+        return removed.empty() ? hasAdditions || Enhancements::saveChanges()
+                               : !Enhancements::takeRecords(removed).empty();
+    };
     if (change()) {
         return;
     }

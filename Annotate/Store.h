@@ -5,7 +5,6 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementBase.h"
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -57,18 +56,15 @@ public:
         return made;
     }
 
-    /// Writes what was made and what was changed in the records. Throws StoreError if that can't be done; the file is
-    /// as before then.
-    void write();
-
-    /// Takes the record out of the store and the file. Throws StoreError if that can't be done.
-    void remove(const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase& record);
+    /// Writes what was made and what was changed in the records, and takes those that are to be removed out of the
+    /// store. That is one rewrite, or two if records were made and others are removed. Throws StoreError if it can't be
+    /// done; the file is as before then, or as after the first rewrite.
+    void
+    write(const std::vector<const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase*>& removed = {});
 
     const std::filesystem::path& getPath() const { return path; }
 
 private:
-    void writeAfter(const std::function<bool()>& change);
-
     std::filesystem::path path;
     Turn turn;
     Records added;

@@ -54,7 +54,10 @@ void printAligned(const std::vector<Row>& rows) {
 }
 
 std::string quoted(const std::string& cell) {
-    if (cell.find_first_of("\",\r\n") == std::string::npos) {
+    constexpr std::string_view blanks = " \t"; // at the ends of a cell, which many programs take away
+    const bool hasEnds = !cell.empty() && (blanks.find(cell.front()) != std::string_view::npos ||
+                                           blanks.find(cell.back()) != std::string_view::npos);
+    if (!hasEnds && cell.find_first_of("\",\r\n") == std::string::npos) {
         return cell;
     }
     std::string text = "\"";

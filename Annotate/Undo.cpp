@@ -9,6 +9,8 @@
 
 namespace annotate {
 
+using orv::domain::shared::enhancementsforreferencemodel::EnhancementBase;
+
 namespace {
 
 constexpr std::string_view none = "none";
@@ -48,41 +50,37 @@ public:
 
     const std::string& getPresent() const { return present; }
 
-    /// What it is and who changed it last.
-    std::string describe() const {
-        std::string author;
+    /// As in "note 3".
+    const std::string& getName() const { return shown; }
+
+    /// Who changed it last, as it tells by itself; empty if it is gone.
+    std::string getAuthor() const {
         if (isEdit) {
             const auto edit = orv::host::editOf(present);
-            author = edit ? edit->author : "";
-        } else if (note != nullptr) {
-            author = note->changedBy.empty() ? note->author : note->changedBy;
+            return edit ? edit->author : "";
         }
-        return shown + (author.empty() ? "" : " (by " + author + ")");
+        return note == nullptr ? "" : note->changedBy.empty() ? note->author : note->changedBy;
     }
 
-    /// Makes it what the text tells.
-    void become(Store& store, const std::string& text) {
+    /// Makes it what the text tells with the store's next write. A note that is to go is in the list of those then.
+    void become(Store& store, const std::string& text, std::vector<const EnhancementBase*>& removed) {
         if (present == text) {
             return;
         }
         if (isEdit) {
             edits.put(store, owner, present == none ? std::string() : present, text == none ? std::string() : text);
         } else if (text == none) {
-            removed = note;
+            removed.push_back(note);
         } else {
             setNote(note == nullptr ? store.make<Note>() : *note, text);
         }
     }
-
-    /// The note that is to go.
-    const Note* getRemoved() const { return removed; }
 
 private:
     EditIndex& edits;
     std::string shown;
     std::string present;
     Note* note = nullptr;
-    const Note* removed = nullptr;
     orv::Guid owner;
     std::string set;
     std::string property;
@@ -98,13 +96,30 @@ std::vector<Subject> subjectsOf(const LastCommand& last, const Notebook& noteboo
     return subjects;
 }
 
+/// Who left the subject as it is now, in brackets for a sentence; empty if nobody knows. Of one that is gone, the last
+/// commands of others may tell.
+std::string changerOf(const Subject& changed, const Notebook& notebook, EditIndex& edits) {
+    std::string author = changed.getAuthor();
+    for (const LastCommand* const command : allOf<const LastCommand>(Store::getRecords())) {
+        const std::vector<Subject> subjects =
+            author.empty() ? subjectsOf(*command, notebook, edits) : std::vector<Subject>();
+        for (std::size_t number = 0; number < subjects.size(); ++number) {
+            if (subjects[number].getName() == changed.getName() && command->after[number] == changed.getPresent()) {
+                author = command->author;
+            }
+        }
+    }
+    return author.empty() ? "" : " (by " + author + ")";
+}
+
 /// Throws if a subject is neither as the command left it nor as it is to become.
-void requireUnchanged(const LastCommand& last, const std::vector<Subject>& subjects) {
+void requireUnchanged(const LastCommand& last, const std::vector<Subject>& subjects, const Notebook& notebook,
+                      EditIndex& edits) {
     std::string changed;
     for (std::size_t number = 0; number < subjects.size(); ++number) {
-        const std::string& present = subjects[number].getPresent();
-        if (present != last.after[number] && present != last.before[number]) {
-            changed += (changed.empty() ? "" : ", ") + subjects[number].describe();
+        const Subject& subject = subjects[number];
+        if (subject.getPresent() != last.after[number] && subject.getPresent() != last.before[number]) {
+            changed += (changed.empty() ? "" : ", ") + subject.getName() + changerOf(subject, notebook, edits);
         }
     }
     if (!changed.empty()) {
@@ -114,17 +129,8 @@ void requireUnchanged(const LastCommand& last, const std::vector<Subject>& subje
 
 } // namespace
 
-ChangeLog::ChangeLog(Store& changedStore, const std::string& author, std::string command) : last(findLast(author)) {
-    if (last == nullptr) {
-        last = &changedStore.make<LastCommand>();
-    }
-    last->author = author;
-    last->command = std::move(command);
-    last->undone = false;
-    last->subjects.clear();
-    last->before.clear();
-    last->after.clear();
-}
+ChangeLog::ChangeLog(Store& changedStore, std::string theAuthor, std::string theCommand)
+    : store(&changedStore), author(std::move(theAuthor)), command(std::move(theCommand)) {}
 
 void ChangeLog::replace(const std::string& line, const orv::host::ObjectEdit& edit) {
     log(std::string(editSubject) + edit.id.toString(false), line.empty() ? std::string(none) : line,
@@ -144,6 +150,16 @@ std::string ChangeLog::textOf(const Note& note) {
 }
 
 void ChangeLog::log(std::string subject, std::string before, std::string after) {
+    if (last == nullptr) {
+        last = findLast(author);
+        last = last == nullptr ? &store->make<LastCommand>() : last;
+        last->author = author;
+        last->command = command;
+        last->undone = false;
+        last->subjects.clear();
+        last->before.clear();
+        last->after.clear();
+    }
     last->subjects.push_back(std::move(subject));
     last->before.push_back(std::move(before));
     last->after.push_back(std::move(after));
@@ -158,19 +174,15 @@ std::string undoLastCommand(Store& store, const std::string& author) {
     const Notebook notebook(store);
     EditIndex edits(Store::getRecords());
     std::vector<Subject> subjects = subjectsOf(*last, notebook, edits);
-    requireUnchanged(*last, subjects);
+    requireUnchanged(*last, subjects, notebook, edits);
+    std::vector<const EnhancementBase*> removed;
     for (std::size_t number = 0; number < subjects.size(); ++number) {
-        subjects[number].become(store, last->before[number]);
+        subjects[number].become(store, last->before[number], removed);
     }
     std::swap(last->before, last->after);
     last->undone = !last->undone;
     std::string done = (last->undone ? "Taken back: " : "Done again: ") + last->command + '.';
-    store.write();
-    for (const Subject& subject : subjects) {
-        if (subject.getRemoved() != nullptr) {
-            store.remove(*subject.getRemoved());
-        }
-    }
+    store.write(removed);
     return done;
 }
 

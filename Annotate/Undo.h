@@ -11,8 +11,8 @@ namespace annotate {
 /// What the command under way changes, for undo.
 class ChangeLog {
 public:
-    /// Of the author, whose last command this one is.
-    ChangeLog(Store& changedStore, const std::string& author, std::string command);
+    /// Of the author, whose last command this one is from the first change on.
+    ChangeLog(Store& changedStore, std::string theAuthor, std::string theCommand);
 
     /// The note is new, is removed, or is changed by the action.
     void add(const Note& note) { log(subjectOf(note), "none", textOf(note)); }
@@ -35,7 +35,10 @@ private:
     static std::string textOf(const Note& note);
     void log(std::string subject, std::string before, std::string after);
 
-    LastCommand* last;
+    Store* store;
+    std::string author;
+    std::string command;
+    LastCommand* last = nullptr; ///< Once there is a change.
 };
 
 /// Takes the author's last command back, or brings it forward if it was taken back, and returns a sentence on it.

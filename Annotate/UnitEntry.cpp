@@ -21,32 +21,6 @@ using orv::object::PropertyValue;
 
 namespace {
 
-/// The units of the SI for values of a kind.
-struct SiKind {
-    std::string_view kind;
-    std::string_view unit; ///< As IFC calls it.
-};
-
-constexpr SiKind siKinds[] = {
-    {"AREAUNIT", "SQUARE_METRE"},
-    {"ELECTRICCURRENTUNIT", "AMPERE"},
-    {"ELECTRICVOLTAGEUNIT", "VOLT"},
-    {"ENERGYUNIT", "JOULE"},
-    {"FORCEUNIT", "NEWTON"},
-    {"FREQUENCYUNIT", "HERTZ"},
-    {"ILLUMINANCEUNIT", "LUX"},
-    {"LENGTHUNIT", "METRE"},
-    {"LUMINOUSFLUXUNIT", "LUMEN"},
-    {"MASSUNIT", "GRAM"},
-    {"PLANEANGLEUNIT", "RADIAN"},
-    {"POWERUNIT", "WATT"},
-    {"PRESSUREUNIT", "PASCAL"},
-    {"THERMODYNAMICTEMPERATUREUNIT", "DEGREE_CELSIUS"},
-    {"THERMODYNAMICTEMPERATUREUNIT", "KELVIN"},
-    {"TIMEUNIT", "SECOND"},
-    {"VOLUMEUNIT", "CUBIC_METRE"},
-};
-
 /// A unit beside the SI, by its exact definition.
 struct OtherUnit {
     std::string_view kind;
@@ -103,10 +77,9 @@ std::string spelledAlike(std::string_view symbol) {
 
 /// The unit of the kind with that symbol; nothing if none is known.
 std::optional<ModelUnit> unitOfSymbol(std::string_view kind, const std::string& symbol) {
-    for (const SiKind& each : siKinds) {
-        const SiUnitName* const unit = each.kind == kind ? SiUnitName::find(each.unit) : nullptr;
-        if (const SiPrefix* const prefix = unit == nullptr ? nullptr : prefixOfSymbol(*unit, symbol)) {
-            return ModelUnit{symbol, true, std::pow(prefix->factor, unit->power) * unit->factor, unit->offset};
+    for (const SiUnitName& unit : SiUnitName::all()) {
+        if (const SiPrefix* const prefix = unit.kind == kind ? prefixOfSymbol(unit, symbol) : nullptr) {
+            return ModelUnit{symbol, true, std::pow(prefix->factor, unit.power) * unit.factor, unit.offset};
         }
     }
     const auto* const other = std::find_if(std::begin(otherUnits), std::end(otherUnits), [&](const OtherUnit& each) {

@@ -12,36 +12,36 @@ namespace annotate {
 namespace {
 
 constexpr SiUnitName siUnits[] = {
-    {"AMPERE", "A"},
-    {"BECQUEREL", "Bq"},
-    {"CANDELA", "cd"},
-    {"COULOMB", "C"},
-    {"CUBIC_METRE", "m", 3},
-    {"DEGREE_CELSIUS", "°C", 1, 1, 273.15},
-    {"FARAD", "F"},
-    {"GRAM", "g", 1, 1e-3},
-    {"GRAY", "Gy"},
-    {"HENRY", "H"},
-    {"HERTZ", "Hz"},
-    {"JOULE", "J"},
-    {"KELVIN", "K"},
-    {"LUMEN", "lm"},
-    {"LUX", "lx"},
-    {"METRE", "m"},
-    {"MOLE", "mol"},
-    {"NEWTON", "N"},
-    {"OHM", "Ω"},
-    {"PASCAL", "Pa"},
-    {"RADIAN", "rad"},
-    {"SECOND", "s"},
-    {"SIEMENS", "S"},
-    {"SIEVERT", "Sv"},
-    {"SQUARE_METRE", "m", 2},
-    {"STERADIAN", "sr"},
-    {"TESLA", "T"},
-    {"VOLT", "V"},
-    {"WATT", "W"},
-    {"WEBER", "Wb"},
+    {"AMPERE", "ELECTRICCURRENTUNIT", "A"},
+    {"BECQUEREL", "RADIOACTIVITYUNIT", "Bq"},
+    {"CANDELA", "LUMINOUSINTENSITYUNIT", "cd"},
+    {"COULOMB", "ELECTRICCHARGEUNIT", "C"},
+    {"CUBIC_METRE", "VOLUMEUNIT", "m", 3},
+    {"DEGREE_CELSIUS", "THERMODYNAMICTEMPERATUREUNIT", "°C", 1, 1, 273.15},
+    {"FARAD", "ELECTRICCAPACITANCEUNIT", "F"},
+    {"GRAM", "MASSUNIT", "g", 1, 1e-3},
+    {"GRAY", "ABSORBEDDOSEUNIT", "Gy"},
+    {"HENRY", "INDUCTANCEUNIT", "H"},
+    {"HERTZ", "FREQUENCYUNIT", "Hz"},
+    {"JOULE", "ENERGYUNIT", "J"},
+    {"KELVIN", "THERMODYNAMICTEMPERATUREUNIT", "K"},
+    {"LUMEN", "LUMINOUSFLUXUNIT", "lm"},
+    {"LUX", "ILLUMINANCEUNIT", "lx"},
+    {"METRE", "LENGTHUNIT", "m"},
+    {"MOLE", "AMOUNTOFSUBSTANCEUNIT", "mol"},
+    {"NEWTON", "FORCEUNIT", "N"},
+    {"OHM", "ELECTRICRESISTANCEUNIT", "Ω"},
+    {"PASCAL", "PRESSUREUNIT", "Pa"},
+    {"RADIAN", "PLANEANGLEUNIT", "rad"},
+    {"SECOND", "TIMEUNIT", "s"},
+    {"SIEMENS", "ELECTRICCONDUCTANCEUNIT", "S"},
+    {"SIEVERT", "DOSEEQUIVALENTUNIT", "Sv"},
+    {"SQUARE_METRE", "AREAUNIT", "m", 2},
+    {"STERADIAN", "SOLIDANGLEUNIT", "sr"},
+    {"TESLA", "MAGNETICFLUXDENSITYUNIT", "T"},
+    {"VOLT", "ELECTRICVOLTAGEUNIT", "V"},
+    {"WATT", "POWERUNIT", "W"},
+    {"WEBER", "MAGNETICFLUXUNIT", "Wb"},
 };
 
 constexpr SiPrefix prefixes[] = {
@@ -73,6 +73,8 @@ constexpr NamedSymbol coherentSymbols[] = {
     {"DYNAMICVISCOSITYUNIT", "Pa·s"},
     {"HEATFLUXDENSITYUNIT", "W/m²"},
     {"HEATINGVALUEUNIT", "J/kg"},
+    {"INTEGERCOUNTRATEUNIT", "1/s"},
+    {"IONCONCENTRATIONUNIT", "kg/m³"},
     {"ISOTHERMALMOISTURECAPACITYUNIT", "m³/kg"},
     {"KINEMATICVISCOSITYUNIT", "m²/s"},
     {"LINEARFORCEUNIT", "N/m"},
@@ -84,14 +86,19 @@ constexpr NamedSymbol coherentSymbols[] = {
     {"MODULUSOFELASTICITYUNIT", "N/m²"},
     {"MODULUSOFSUBGRADEREACTIONUNIT", "N/m³"},
     {"MOISTUREDIFFUSIVITYUNIT", "m³/s"},
+    {"MOLECULARWEIGHTUNIT", "kg/mol"},
     {"MOMENTOFINERTIAUNIT", "m⁴"},
     {"PLANARFORCEUNIT", "N/m²"},
+    {"ROTATIONALFREQUENCYUNIT", "1/s"},
     {"ROTATIONALMASSUNIT", "kg·m²"},
     {"ROTATIONALSTIFFNESSUNIT", "N·m/rad"},
     {"SECTIONMODULUSUNIT", "m³"},
     {"SHEARMODULUSUNIT", "N/m²"},
+    {"SOUNDPOWERUNIT", "W"},
+    {"SOUNDPRESSUREUNIT", "Pa"},
     {"SPECIFICHEATCAPACITYUNIT", "J/(kg·K)"},
     {"TEMPERATUREGRADIENTUNIT", "K/m"},
+    {"TEMPERATURERATEOFCHANGEUNIT", "K/s"},
     {"THERMALADMITTANCEUNIT", "W/(m²·K)"},
     {"THERMALCONDUCTANCEUNIT", "W/(m·K)"},
     {"THERMALEXPANSIONCOEFFICIENTUNIT", "1/K"},
@@ -125,6 +132,10 @@ const SiUnitName* SiUnitName::find(std::string_view name) {
     return rowOf(siUnits, name);
 }
 
+std::span<const SiUnitName> SiUnitName::all() {
+    return siUnits;
+}
+
 const SiPrefix* SiPrefix::find(std::string_view name) {
     return rowOf(prefixes, name);
 }
@@ -144,6 +155,20 @@ std::string symbolOfName(const std::string& name) {
 std::string_view coherentSymbol(std::string_view kind) {
     const NamedSymbol* const found = rowOf(coherentSymbols, kind);
     return found == nullptr ? std::string_view{} : found->symbol;
+}
+
+std::string siSymbol(std::string_view valueType) {
+    const std::string kind = unitKind(valueType);
+    const auto* const unit = std::find_if(std::begin(siUnits), std::end(siUnits), [&kind](const SiUnitName& each) {
+        return each.kind == kind && each.offset == 0;
+    });
+    if (unit == std::end(siUnits)) {
+        return std::string(coherentSymbol(kind));
+    }
+    const auto* const prefix = // none, or that of kg
+        std::find_if(std::begin(prefixes), std::end(prefixes),
+                     [unit](const SiPrefix& each) { return each.factor * unit->factor == 1; });
+    return raised(std::string(prefix->symbol).append(unit->symbol), unit->power);
 }
 
 std::string raised(std::string_view symbol, int power) {

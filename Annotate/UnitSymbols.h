@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,7 @@ namespace annotate {
 /// A unit of the SI by its name in IFC, as in SQUARE_METRE.
 struct SiUnitName {
     std::string_view name;
+    std::string_view kind;   ///< As in AREAUNIT.
     std::string_view symbol; ///< Without the power.
     int power = 1;
     double factor = 1; ///< To the coherent unit, without a prefix.
@@ -15,6 +17,8 @@ struct SiUnitName {
 
     /// Null if there is no such unit.
     static const SiUnitName* find(std::string_view name);
+
+    static std::span<const SiUnitName> all();
 };
 
 /// A prefix of the SI by its name in IFC, as in MILLI.
@@ -36,6 +40,9 @@ std::string symbolOfName(const std::string& name);
 /// The usual symbol of the coherent SI unit of a kind of derived units like THERMALTRANSMITTANCEUNIT; empty if the kind
 /// has none.
 std::string_view coherentSymbol(std::string_view kind);
+
+/// The symbol of the coherent SI unit of a value type: kg of IfcMassMeasure. Empty for what isn't measured.
+std::string siSymbol(std::string_view valueType);
 
 /// The symbol with the power, as in m².
 std::string raised(std::string_view symbol, int power);

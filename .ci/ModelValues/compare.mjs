@@ -25,7 +25,7 @@ function valueText(value) {
         return '';
     }
     if (Array.isArray(value)) {
-        return value.map(valueText).join(';');
+        return value.map(itemText).join(';');
     }
     const content = typeof value === 'object' ? value.value : value;
     if (typeof content === 'number') {
@@ -37,6 +37,10 @@ function valueText(value) {
     const isUnknown = value.type === webIfc.ENUM && (content === undefined || content === null);
     return isUnknown ? 'unknown' : String(content ?? '');
 }
+
+// One of several, with a backslash before what would end it.
+const itemText = (value) => valueText(value).replace(/[;\\]/g, '\\$&');
+const rowItemText = (value) => valueText(value).replace(/[;=\\]/g, '\\$&');
 
 // Where a set has its members. One without any has attributes in place of them, after those of its base classes.
 const memberKeys = ['HasProperties', 'Quantities', 'Properties', 'ExtendedProperties'];
@@ -171,11 +175,11 @@ class Values {
         case webIfc.IFCPROPERTYLISTVALUE:
             return valueText(list(member.ListValues));
         case webIfc.IFCPROPERTYBOUNDEDVALUE:
-            return [member.UpperBoundValue, member.LowerBoundValue, member.SetPointValue].map(valueText).join(';')
+            return [member.UpperBoundValue, member.LowerBoundValue, member.SetPointValue].map(itemText).join(';')
                 .replace(/;+$/, '');
         case webIfc.IFCPROPERTYTABLEVALUE:
             return list(member.DefiningValues)
-                .map((value, row) => `${valueText(value)}=${valueText(list(member.DefinedValues)[row])}`).join(';');
+                .map((value, row) => `${rowItemText(value)}=${rowItemText(list(member.DefinedValues)[row])}`).join(';');
         case webIfc.IFCPROPERTYREFERENCEVALUE:
             return member.PropertyReference ? valueText(this.line(member.PropertyReference.value).Name) : '';
         default: {

@@ -3,6 +3,7 @@
 
 #include "Annotate/Arguments.h"
 #include "Annotate/ImportRows.h"
+#include "Annotate/ItemText.h"
 #include "Require.h"
 #include "Xml/Utf8.h"
 
@@ -52,6 +53,17 @@ void requireRows(std::string_view text) {
     }
 }
 
+/// As itemsText makes them of texts.
+void requireItems(const std::string& text) {
+    const std::vector<std::string> items = annotate::itemsIn(text);
+    fuzz::require(annotate::itemsIn(annotate::itemsText({items.begin(), items.end()}, false)) == items,
+                  "items are read again");
+    if (const auto rows = annotate::rowItemsIn(text)) {
+        fuzz::require(annotate::rowItemsIn(annotate::itemsText({rows->begin(), rows->end()}, true)) == rows,
+                      "rows are read again");
+    }
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const fuzz::Byte* data, std::size_t size) {
@@ -61,6 +73,7 @@ int LLVMFuzzerTestOneInput(const fuzz::Byte* data, std::size_t size) {
         const annotate::ImportRows read = annotate::readImportRows(text);
         for (const annotate::ImportRow& row : read.rows) {
             fuzz::require(row.line > 1, "the header is no row");
+            requireItems(row.value);
             fuzz::require(!read.areNotes || (row.set.empty() && row.value.empty()), "a note has no value");
         }
     } catch (const annotate::RequestError& error) {

@@ -45,6 +45,7 @@ std::string shown(const Enhancements& database) {
 
 int LLVMFuzzerTestOneInput(const fuzz::Byte* data, std::size_t size) {
     static const tests::TemporaryDirectory directory;
+    directory.empty(); // of the copies that were kept of earlier inputs
     Factory::registerClass(std::make_unique<tests::SampleRecord>("Note"));
     EnhancementsFile::setFilePath(directory / "enhancements.xml");
     if (const auto database = load(std::string(data, data + size))) {

@@ -6,6 +6,7 @@
 #include "Utilities/ScopeGuard.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
 #include <utility>
@@ -70,7 +71,7 @@ bool Enhancements::addEnhancements(std::vector<std::unique_ptr<EnhancementBase>>
             std::move(records.begin() + static_cast<std::ptrdiff_t>(count), records.end(), added.begin());
             records.resize(count);
             for (const auto& record : added) {
-                document.remove(*record);
+                document.remove(std::array<const EnhancementBase*, 1>{record.get()});
             }
         }
     });
@@ -96,25 +97,42 @@ bool Enhancements::saveChanges() {
 }
 
 std::unique_ptr<EnhancementBase> Enhancements::takeRecord(const EnhancementBase& record) {
-    if (Singleton::get() == nullptr) {
-        return nullptr;
+    auto taken = takeRecords({&record});
+    return taken.empty() ? nullptr : std::move(taken.front());
+}
+
+std::vector<std::unique_ptr<EnhancementBase>> Enhancements::takeRecords(std::vector<const EnhancementBase*> wanted) {
+    if (Singleton::get() == nullptr || wanted.empty()) {
+        return {};
     }
     const std::shared_ptr<Enhancements> enhancementsDb = getOrCreateEnhancementsDb();
     auto& records = enhancementsDb->records;
-    const auto place =
-        std::find_if(records.begin(), records.end(), [&](const auto& one) { return one.get() == &record; });
+    std::sort(wanted.begin(), wanted.end());
+    wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
+    const auto stays = [&wanted](const auto& record) {
+        return !std::binary_search(wanted.begin(), wanted.end(), record.get());
+    };
+    const auto staying = std::count_if(records.begin(), records.end(), stays);
+    std::vector<std::unique_ptr<EnhancementBase>> taken;
+    taken.reserve(wanted.size());
     EnhancementsFile file(*enhancementsDb);
-    if (place == records.end() || !file.lockFile()) {
-        return nullptr;
+    if (records.size() - static_cast<std::size_t>(staying) != wanted.size() || !file.lockFile()) {
+        return {};
     }
     RecordDocument& document = enhancementsDb->state->document;
-    document.remove(record);
-    if (!file.save()) {
-        document.putBack();
-        return nullptr;
+    bool isStored = false;
+    const ScopeGuard putBack([&] {
+        if (!isStored) {
+            document.putBack();
+        }
+    });
+    document.remove(wanted);
+    isStored = file.save();
+    if (isStored) {
+        const auto firstTaken = std::stable_partition(records.begin(), records.end(), stays);
+        std::move(firstTaken, records.end(), std::back_inserter(taken));
+        records.erase(firstTaken, records.end());
     }
-    auto taken = std::move(*place);
-    records.erase(place);
     return taken;
 }
 

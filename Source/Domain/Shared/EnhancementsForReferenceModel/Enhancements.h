@@ -62,6 +62,11 @@ public:
     /// written.
     ORV_ENHANCEMENTS_EXPORT static std::unique_ptr<EnhancementBase> takeRecord(const EnhancementBase& record);
 
+    /// The same for several records with one rewrite, all of them or none, which an empty result tells. They come in
+    /// the order of the database; one that is named twice counts once.
+    ORV_ENHANCEMENTS_EXPORT static std::vector<std::unique_ptr<EnhancementBase>>
+    takeRecords(std::vector<const EnhancementBase*> wanted);
+
     /// Destroys all records, from the first to the last. The file stays as it is until the next addition, which leaves
     /// none of them there, and isn't read again. A record that a destructor adds stays.
     ORV_ENHANCEMENTS_EXPORT void resetDb();

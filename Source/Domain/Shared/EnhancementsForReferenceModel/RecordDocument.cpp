@@ -58,11 +58,11 @@ void RecordDocument::add(const EnhancementBase& record) {
     slots.insert(behind, std::move(slot));
 }
 
-void RecordDocument::remove(const EnhancementBase& record) {
+void RecordDocument::remove(std::span<const EnhancementBase* const> records) {
     for (Slot& slot : slots) {
         if (slot.content == Content::Gone) {
             slot.record = nullptr;
-        } else if (slot.record == &record) {
+        } else if (slot.content == Content::Record && std::binary_search(records.begin(), records.end(), slot.record)) {
             slot.content = Content::Gone;
         }
     }

@@ -14,6 +14,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,8 +55,9 @@ public:
     /// Whether the element in turn has its record, so that the next document holds nothing that the file doesn't hold.
     bool addsNothing() const { return isTurnTaken; }
 
-    /// Forgets a record. The last one that was removed can be put back where it was, until a document is accepted.
-    void remove(const EnhancementBase& record);
+    /// Forgets records, which are given in the order of their addresses. Those that were removed last can be put back
+    /// where they were, until a document is accepted.
+    void remove(std::span<const EnhancementBase* const> records);
     void putBack();
 
     /// Forgets all records.

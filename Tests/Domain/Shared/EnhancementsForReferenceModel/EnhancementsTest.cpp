@@ -94,7 +94,8 @@ TEST_F(ChangesTest, reachTheFileByOneRewrite) {
     EXPECT_EQ(SampleRecord::destroyed, 1);
     EXPECT_EQ(contentOf(path), document({"B", "c"}));
     EXPECT_EQ(loadedTexts(), "B c ");
-    EXPECT_FALSE(Enhancements::takeRecord(SampleRecord("Sample"))) << "none of the database's";
+    const SampleRecord stranger("Sample");
+    EXPECT_FALSE(Enhancements::takeRecord(stranger));
 
     auto records = twoRecords();
     SampleRecord::written = 0;
@@ -103,6 +104,19 @@ TEST_F(ChangesTest, reachTheFileByOneRewrite) {
     EXPECT_EQ(SampleRecord::written, 4);
     EXPECT_EQ(contentOf(path), document({"B", "c", "d", "e"}));
     EXPECT_TRUE(Enhancements::addEnhancements(records)) << "none";
+
+    SampleRecord::written = 0;
+    EXPECT_TRUE(Enhancements::takeRecords({&record(0), &stranger}).empty());
+    EXPECT_TRUE(Enhancements::takeRecords({}).empty());
+    EXPECT_EQ(SampleRecord::written, 0);
+    record(1).attributes = {{"Text", "C"}};
+    const EnhancementBase* const second = &record(2);
+    const auto taken = Enhancements::takeRecords({second, &record(0), second});
+    EXPECT_EQ(SampleRecord::written, 2);
+    ASSERT_EQ(taken.size(), 2U);
+    EXPECT_EQ(taken.back().get(), second);
+    EXPECT_EQ(contentOf(path), document({"C", "e"}));
+    EXPECT_EQ(loadedTexts(), "C e ");
 
     database->resetDb();
     EXPECT_TRUE(Enhancements::saveChanges());
@@ -153,12 +167,24 @@ TEST_F(ChangesTest, changeNothingWhereverMemoryRunsOut) {
         EXPECT_EQ(database->getRecords().size(), isStored ? 5U : 3U) << number;
         EXPECT_EQ(contentOf(path), isStored ? document({"a", "b", "c", "d", "e"}) : before) << number;
     }
+    bool areTaken = false;
+    for (std::size_t number = 0; !areTaken; ++number) {
+        allocationsAhead = number;
+        try {
+            areTaken = !Enhancements::takeRecords({&record(0), &record(3)}).empty();
+        } catch (const std::bad_alloc&) {}
+        allocationsAhead = std::numeric_limits<std::size_t>::max();
+        EXPECT_EQ(database->getRecords().size(), areTaken ? 3U : 5U) << number;
+        EXPECT_TRUE(Enhancements::saveChanges()) << number;
+        EXPECT_EQ(contentOf(path), areTaken ? document({"b", "c", "e"}) : document({"a", "b", "c", "d", "e"}))
+            << number;
+    }
     EXPECT_EQ(fileCount(), 1);
 }
 
 TEST_F(ChangesTest, changeNothingWhereTheFileCannotBeWritten) {
     const auto tryAll = [this] {
-        EXPECT_FALSE(Enhancements::takeRecord(record(1)));
+        EXPECT_TRUE(Enhancements::takeRecords({&record(1), &record(2)}).empty());
         auto records = twoRecords();
         EXPECT_FALSE(Enhancements::addEnhancements(records));
         EXPECT_EQ(dynamic_cast<SampleRecord&>(*records.at(1)).attributes.front().second.get<std::string>(), "e");

@@ -10,6 +10,7 @@ set(expected
     "${namespace}::Enhancements::resetDb"
     "${namespace}::Enhancements::saveChanges"
     "${namespace}::Enhancements::takeRecord"
+    "${namespace}::Enhancements::takeRecords"
     "${namespace}::EnhancementsFile::setFilePath"
     "${namespace}::Factory::createEntityFromName"
     "${namespace}::Factory::registerClass"
