@@ -90,7 +90,8 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
         "The value of an enumerated property is like 'A;B', that of a bounded one 'UPPER;LOWER;SET POINT', which "
         "sets all three; a backslash stands before a semicolon or a backslash within a part of them. ");
     set->add_option("--lower", arguments.lower,
-                    "The lower bound, in place of VALUE; what isn't named of the three stays as it is")
+                    "The lower bound, in place of VALUE; what isn't named of the three stays as it was set, or as the "
+                    "model has it")
         ->check(refuseEmpty);
     set->add_option("--upper", arguments.upper, "The upper bound, likewise")->check(refuseEmpty);
     set->add_option("--set-point", arguments.setPoint, "The set point, likewise")->check(refuseEmpty);
