@@ -32,7 +32,7 @@ void addNoteCommands(CLI::App& app, Arguments& arguments) {
                                         "House.ifc edit 1 'Is this wall load-bearing?' --priority 1"},
                                        arguments, editNote);
     addNumber(edit, arguments);
-    edit->add_option("TEXT", arguments.text, "The new text");
+    edit->add_option("TEXT", arguments.text, "The new text, or - for what is on standard input");
     addPriority(edit, arguments, "A number of your own scale");
 
     addNumbers(addWritingCommand(app, {"resolve", "Say that notes need nothing more", "House.ifc resolve 1 2"},

@@ -2,6 +2,7 @@
 
 #include "Annotate/Arguments.h"
 #include "Annotate/NearNames.h"
+#include "Host/NearestNames.h"
 
 #include <algorithm>
 #include <array>
@@ -92,6 +93,16 @@ bool areNotes(const CsvRow& header, const Columns& columns) {
     return !hasEdits;
 }
 
+/// Throws if a column that means nothing is likely to be meant for the part, which it takes none for otherwise.
+void requireNoneMeant(const std::vector<std::string>& leftOut, const Columns& columns, Part part) {
+    const auto meant = has(columns, part) ? std::vector<std::string_view>()
+                                          : orv::host::nearestNames(nameOf(part), {leftOut.begin(), leftOut.end()});
+    if (!meant.empty()) {
+        throw RequestError("There is no column " + std::string(meant.front()) + "; did you mean " +
+                           std::string(nameOf(part)) + "?");
+    }
+}
+
 /// Empty cells at the end, as spreadsheets write them, don't count.
 std::size_t cellCount(const CsvRow& row, std::size_t wanted) {
     std::size_t count = row.cells.size();
@@ -117,6 +128,7 @@ ImportRows readImportRows(std::string_view text) {
             read.leftOut.push_back(lines.front().cells[column]);
         }
     }
+    requireNoneMeant(read.leftOut, columns, read.areNotes ? &ImportRow::priority : &ImportRow::unit);
     for (auto line = lines.begin() + 1; line != lines.end(); ++line) {
         if (const std::size_t count = cellCount(*line, columns.size()); count != columns.size()) {
             read.refused.push_back({line->line, "It has " + std::to_string(count) + " cells, where the header has " +

@@ -82,15 +82,19 @@ private:
     ChangeLog log;
 };
 
-/// Without the line end that closes it.
-std::string standardInput() {
-    std::string text{std::istreambuf_iterator<char>(std::cin), {}};
-    if (text.ends_with('\n')) {
-        text.pop_back();
-        if (text.ends_with('\r')) {
+/// The text that is given, or what is on standard input if that is a dash, without the line end that closes it. Throws
+/// RequestError if it is no text for a note.
+std::string noteText(std::string text) {
+    if (text == "-") {
+        text = std::string(std::istreambuf_iterator<char>(std::cin), {});
+        if (text.ends_with('\n')) {
             text.pop_back();
+            if (text.ends_with('\r')) {
+                text.pop_back();
+            }
         }
     }
+    requireText(text);
     return text;
 }
 
@@ -111,8 +115,7 @@ void setResolved(const Arguments& arguments, bool resolved) {
 
 void addNote(const Arguments& arguments) {
     Note note;
-    note.text = *arguments.text == "-" ? standardInput() : *arguments.text;
-    requireText(note.text);
+    note.text = noteText(*arguments.text);
     note.priority = arguments.priority.value_or(0);
     note.resolved = arguments.resolved;
     note.ownerId = idNamed(arguments, Model::read(arguments.model), arguments.globalId);
@@ -123,13 +126,11 @@ void editNote(const Arguments& arguments) {
     if (!arguments.text && !arguments.priority) {
         throw UsageError("Give the new TEXT, or --priority, or both.");
     }
-    if (arguments.text) {
-        requireText(*arguments.text);
-    }
+    const std::string given = arguments.text ? noteText(*arguments.text) : "";
     requireNamedStore(arguments);
     NotesUnderWay notes(arguments);
     Note& note = *notes.find(arguments.numbers).front();
-    const std::string text = arguments.text.value_or(note.text);
+    const std::string& text = arguments.text ? given : note.text;
     const int priority = arguments.priority.value_or(note.priority);
     const bool isChanged = text != note.text || priority != note.priority;
     if (isChanged) {
