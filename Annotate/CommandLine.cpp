@@ -181,7 +181,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* exporting = addStoreCommand(app,
                                           {"export", "Write a copy of the model with what was set on its objects in it",
                                            "House.ifc export House.new.ifc"},
-                                          arguments, exportModel);
+                                          arguments, exportFile);
     exporting
         ->add_option("FILE", arguments.file,
                      "The IFC file to be made, in the place of one that is there. Lines of the model that nothing was "

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Annotate/Arguments.h"
+#include "Annotate/NewFile.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace annotate {
+
+/// What there is to be said of an export, in sentences.
+struct ExportOutcome {
+    std::string done;
+    std::vector<std::string> remarks;
+};
+
+// The exports, by what they write to the new file. Each throws what reading the model or the store throws.
+
+/// The model with what was set on its objects in it.
+ExportOutcome exportModel(const Arguments& arguments, NewFile& file);
+
+/// As in "3 edits".
+std::string countOf(std::size_t count, const std::string& one, const std::string& several);
+
+} // namespace annotate
