@@ -20,10 +20,6 @@ using orv::host::Outcome;
 
 namespace {
 
-std::string countOf(std::size_t count, const std::string& what) {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-}
-
 /// Texts, each with the number of times that it was said.
 using Said = std::map<std::string, std::size_t>;
 

@@ -55,8 +55,4 @@ void exportFile(const Arguments& arguments) {
     }
 }
 
-std::string countOf(std::size_t count, const std::string& one, const std::string& several) {
-    return std::to_string(count) + ' ' + (count == 1 ? one : several);
-}
-
 } // namespace annotate

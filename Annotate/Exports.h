@@ -3,7 +3,6 @@
 #include "Annotate/Arguments.h"
 #include "Annotate/NewFile.h"
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -19,8 +18,5 @@ struct ExportOutcome {
 
 /// The model with what was set on its objects in it.
 ExportOutcome exportModel(const Arguments& arguments, NewFile& file);
-
-/// As in "3 edits".
-std::string countOf(std::size_t count, const std::string& one, const std::string& several);
 
 } // namespace annotate

@@ -36,10 +36,6 @@ ImportRows readRows(const std::filesystem::path& path) {
     return read;
 }
 
-std::string countOf(std::size_t count, const std::string& what) {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-}
-
 /// An import under way: the rows of a file, and which lines are refused.
 class Import {
 public:

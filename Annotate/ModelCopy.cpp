@@ -4,6 +4,7 @@
 #include "Annotate/ModelExport.h"
 #include "Annotate/ModelFile.h"
 #include "Annotate/Store.h"
+#include "Annotate/Terminal.h"
 
 #include <algorithm>
 #include <map>

@@ -19,10 +19,6 @@ using Form = PropertyEdit::Form;
 
 namespace {
 
-std::string countOf(std::size_t count, const std::string& what) {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-}
-
 bool isSet(const EditIndex::Entry* entry) {
     return entry != nullptr && entry->edit.form != Form::Unset;
 }

@@ -89,6 +89,11 @@ std::size_t widthOf(std::string_view printed) {
     return columns;
 }
 
+std::string countOf(std::size_t count, const std::string& one, const std::string& several) {
+    const std::string ending = several.empty() ? one + 's' : several;
+    return std::to_string(count) + ' ' + (count == 1 ? one : ending);
+}
+
 void printStored(const std::string& sentence) {
     if (!(std::cout << printable(sentence) << '\n' << std::flush)) {
         throw RequestError(sentence + " The output couldn't be written, though.");
