@@ -15,7 +15,7 @@ constexpr std::array<int, 2> handledSignals{SIGINT, SIGTERM};
 volatile std::sig_atomic_t isDone = 0;
 
 // What the handler says and removes; changed while no signal can come.
-std::string_view outcome;
+std::string_view saidAtEnd;
 std::array<char, 4096> unfinished{};
 
 /// Calls nothing but what a signal's handler may.
@@ -23,7 +23,7 @@ void end(int signal) {
     if (isDone == 0) {
         for (const std::string_view part :
              {std::string_view(::isatty(STDERR_FILENO) == 0 ? "" : "\n"), std::string_view("annotate: Interrupted. "),
-              outcome, std::string_view("\n")}) {
+              saidAtEnd, std::string_view("\n")}) {
             static_cast<void>(::write(STDERR_FILENO, part.data(), part.size()));
         }
         if (unfinished.front() != '\0') {
@@ -36,7 +36,7 @@ void end(int signal) {
 } // namespace
 
 Interruption::Interruption(std::string_view sentence) {
-    outcome = sentence;
+    saidAtEnd = sentence;
     ::sigemptyset(&signals);
     struct sigaction action {};
     action.sa_handler = end;

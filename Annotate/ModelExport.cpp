@@ -129,7 +129,8 @@ private:
             }
         }
         std::erase_if(contents, [&](const auto& each) {
-            const auto& [set, ofObjects] = each;
+            const std::uint64_t set = each.first;
+            const ContentOfObjects& ofObjects = each.second;
             const Content& first = ofObjects.begin()->second;
             const bool areAlike = std::all_of(users[set].begin(), users[set].end(), [&](std::uint64_t object) {
                 const auto content = ofObjects.find(object);
