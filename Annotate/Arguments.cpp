@@ -57,7 +57,7 @@ std::filesystem::path besideModel(const std::filesystem::path& model, std::strin
 }
 
 std::string authorOf(const Arguments& arguments) {
-    const std::string author = namedAuthor(arguments);
+    std::string author = namedAuthor(arguments);
     const auto isControl = [](char letter) { return (letter >= 0 && letter < ' ') || letter == '\x7f'; };
     if (std::any_of(author.begin(), author.end(), isControl)) {
         throw UsageError("The author's name, \"" + author +

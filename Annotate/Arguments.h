@@ -48,7 +48,7 @@ struct Arguments {
     std::string unit; ///< Of the values that are given; empty: the model's.
     bool strict = false;
     bool keepGoing = false;
-    std::filesystem::path file; ///< That is imported; "-" for standard input.
+    std::filesystem::path file; ///< That is imported, "-" for standard input; or made by an export.
 
     std::string helpOn; ///< A command; empty: the program.
     bool wantsManPage = false;

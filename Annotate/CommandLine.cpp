@@ -90,7 +90,8 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
         "The value of an enumerated property is like 'A;B', that of a bounded one 'UPPER;LOWER;SET POINT', which "
         "sets all three; a backslash stands before a semicolon or a backslash within a part of them. ");
     set->add_option("--lower", arguments.lower,
-                    "The lower bound, in place of VALUE; what isn't named of the three stays as it is")
+                    "The lower bound, in place of VALUE; what isn't named of the three stays as it was set, or as the "
+                    "model has it")
         ->check(refuseEmpty);
     set->add_option("--upper", arguments.upper, "The upper bound, likewise")->check(refuseEmpty);
     set->add_option("--set-point", arguments.setPoint, "The set point, likewise")->check(refuseEmpty);
@@ -176,6 +177,18 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
         ->check(refuseEmpty);
     addStrictness(import, arguments);
     addDefinitionFiles(import, arguments);
+
+    CLI::App* exporting = addStoreCommand(app,
+                                          {"export", "Write a copy of the model with what was set on its objects in it",
+                                           "House.ifc export House.new.ifc"},
+                                          arguments, exportModel);
+    exporting
+        ->add_option("FILE", arguments.file,
+                     "The IFC file to be made, in the place of one that is there. Lines of the model that nothing was "
+                     "set on stay as they are")
+        ->required()
+        ->check(refuseEmpty);
+    addDefinitionFiles(exporting, arguments);
 
     CLI::App* move = addWritingCommand(app,
                                        {"move", "Carry the notes and edits of one object to another",

@@ -26,6 +26,7 @@ void listEdits(const Arguments& arguments);
 
 void showStatus(const Arguments& arguments);
 void importFile(const Arguments& arguments);
+void exportModel(const Arguments& arguments);
 void moveObject(const Arguments& arguments);
 
 void undo(const Arguments& arguments);

@@ -81,7 +81,7 @@ RequestedObjects EditRequest::objectsIn(const ModelDetails& details, const Argum
     if (!globalId.empty()) {
         return {{idNamed(arguments, model, globalId)}, {}};
     }
-    const Records records = readStore(arguments);
+    const Records records = readPresentRecords(arguments);
     Filter filter(arguments);
     filter.consult(details, records);
     RequestedObjects objects;
@@ -99,22 +99,24 @@ RequestedObjects EditRequest::objectsIn(const ModelDetails& details, const Argum
 }
 
 void makeEdits(const Arguments& arguments, const Model& model, RequestedEdits requested) {
-    auto& [edits, refusedObjects, complete] = requested;
+    std::vector<ObjectEdit>& edits = requested.edits;
     const std::filesystem::path path = storePath(arguments);
     const std::string author = authorOf(arguments);
-    const std::size_t wanted = edits.size() + refusedObjects.size();
+    const std::size_t wanted = edits.size() + requested.refusals.size();
     if (wanted > 1) {
         std::cerr << "annotate: " << countOf(wanted, "object") << ".\n";
     }
     Store store(path);
     EditIndex present(Store::getRecords());
-    if (complete) {
-        std::for_each(edits.begin(), edits.end(), [&](ObjectEdit& each) { complete(each, present); });
+    if (requested.complete) {
+        std::for_each(edits.begin(), edits.end(), [&](ObjectEdit& each) { requested.complete(each, present); });
     }
     const Overlay overlay(model);
     Said remarks;
     Said refusals;
-    std::for_each(refusedObjects.begin(), refusedObjects.end(), [&](const auto& reason) { ++refusals[reason]; });
+    for (const std::string& reason : requested.refusals) {
+        ++refusals[reason];
+    }
     takeOutRefused(overlay, arguments.strict, edits, refusals, remarks);
     if (!refusals.empty() && (!arguments.keepGoing || edits.empty())) {
         if (wanted > 1) {

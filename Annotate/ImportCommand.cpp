@@ -102,7 +102,7 @@ private:
     }
 
     const Arguments& arguments;
-    Interruption interruption;
+    Interruption interruption{"Nothing was stored."};
     ImportRows file;
     std::size_t taken = 0;
 };

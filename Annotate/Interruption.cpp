@@ -1,5 +1,6 @@
 #include "Annotate/Interruption.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <unistd.h>
@@ -10,22 +11,32 @@ namespace {
 
 constexpr std::array<int, 2> handledSignals{SIGINT, SIGTERM};
 
-/// Whether it was stored, and that was said.
-volatile std::sig_atomic_t isStored = 0;
+/// Whether it was done, and that was said.
+volatile std::sig_atomic_t isDone = 0;
+
+// What the handler says and removes; changed while no signal can come.
+std::string_view outcome;
+std::array<char, 4096> unfinished{};
 
 /// Calls nothing but what a signal's handler may.
 void end(int signal) {
-    constexpr std::string_view sentence = "\nannotate: Interrupted. Nothing was stored.\n";
-    if (isStored == 0) {
-        const std::size_t skipped = ::isatty(STDERR_FILENO) == 0 ? 1 : 0;
-        static_cast<void>(::write(STDERR_FILENO, sentence.data() + skipped, sentence.size() - skipped));
+    if (isDone == 0) {
+        for (const std::string_view part :
+             {std::string_view(::isatty(STDERR_FILENO) == 0 ? "" : "\n"), std::string_view("annotate: Interrupted. "),
+              outcome, std::string_view("\n")}) {
+            static_cast<void>(::write(STDERR_FILENO, part.data(), part.size()));
+        }
+        if (unfinished.front() != '\0') {
+            static_cast<void>(::unlink(unfinished.data()));
+        }
     }
     static_cast<void>(::raise(signal)); // the disposition is the default one again, and the handler's end lets it in
 }
 
 } // namespace
 
-Interruption::Interruption() {
+Interruption::Interruption(std::string_view sentence) {
+    outcome = sentence;
     ::sigemptyset(&signals);
     struct sigaction action {};
     action.sa_handler = end;
@@ -47,7 +58,17 @@ Interruption::~Interruption() {
             static_cast<void>(std::signal(signal, SIG_DFL));
         }
     }
-    isStored = 0;
+    isDone = 0;
+    unfinished.front() = '\0';
+}
+
+void Interruption::removeAtEnd(const std::filesystem::path& path) {
+    hold();
+    const std::string& bytes = path.native();
+    if (bytes.size() < unfinished.size()) {
+        std::copy_n(bytes.c_str(), bytes.size() + 1, unfinished.begin());
+    }
+    ::sigprocmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 void Interruption::hold() {
@@ -55,7 +76,7 @@ void Interruption::hold() {
 }
 
 void Interruption::release() {
-    isStored = 1;
+    isDone = 1;
     ::sigprocmask(SIG_UNBLOCK, &signals, nullptr);
 }
 

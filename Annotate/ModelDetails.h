@@ -22,8 +22,17 @@ public:
     /// Throws ModelError where Model::read does, and if a statement that is needed at once is malformed.
     static ModelDetails read(const std::filesystem::path& path);
 
+    const std::filesystem::path& getPath() const { return file; }
     const Model& getModel() const { return model; }
     const ModelUnits& getUnits() const { return units; }
+
+    /// Those of sets, of what is in them and of units.
+    const ModelStatements& getStatements() const { return statements; }
+
+    /// The instances of sets that are assigned to the object itself, in the order of the file.
+    std::vector<std::uint64_t> assignedSets(const ModelObject& object) const {
+        return relations.definitionsOf(object.id);
+    }
 
     /// The object's sets of properties and of quantities, and those of the object that declares it and of its type with
     /// what it has no value of its own for. Throws ModelError if the statement of one is malformed.

@@ -8,6 +8,7 @@
 
 #include <charconv>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -16,6 +17,8 @@ namespace annotate {
 using orv::fc::IfcClass;
 
 namespace {
+
+constexpr std::streamsize copiedBlock = 256L * 1024;
 
 std::ifstream open(const std::filesystem::path& path) {
     std::error_code error;
@@ -31,7 +34,12 @@ std::ifstream open(const std::filesystem::path& path) {
     if (!file) {
         throw refusedModel(path, "cannot be opened", "Check the permissions of the file.");
     }
+    file.exceptions(std::ios::badbit);
     return file;
+}
+
+ModelError unreadable(const std::filesystem::path& path) {
+    return refusedModel(path, "cannot be read", "Copy the file to another disk and try again.");
 }
 
 /// Passes over the header. Returns the first schema that it names, empty text if it names none.
@@ -56,6 +64,7 @@ bool takeInstance(StepScanner& scanner, InstanceReader& reader) {
         return false;
     }
     ModelInstance instance;
+    instance.position = scanner.position();
     instance.digits = scanner.takeInstanceNumber();
     scanner.expect('=');
     const bool isOfManyClasses = scanner.isAt('(');
@@ -76,13 +85,22 @@ bool takeDataStart(StepScanner& scanner) {
     return present;
 }
 
-bool takeEnd(StepScanner& scanner, std::string_view keyword) {
-    scanner.expect(keyword);
+bool takeDataEnd(StepScanner& scanner, InstanceReader& reader) {
+    scanner.isAt('E'); // behind the blanks
+    const std::uintmax_t position = scanner.position();
+    scanner.expect("ENDSEC");
+    scanner.expect(';');
+    reader.takeDataEnd(position);
+    return true;
+}
+
+bool takeFileEnd(StepScanner& scanner) {
+    scanner.expect("END-ISO-10303-21");
     scanner.expect(';');
     return true;
 }
 
-bool takeFileStart(StepScanner& scanner) {
+bool takeFileStart(StepScanner& scanner, InstanceReader& reader) {
     if (!scanner.take("ISO-10303-21")) {
         throw StepError("isn't an IFC model: it doesn't begin with ISO-10303-21");
     }
@@ -91,20 +109,21 @@ bool takeFileStart(StepScanner& scanner) {
     if (!schema.starts_with("IFC2X3") && !schema.starts_with("IFC4")) {
         throw StepError("isn't an IFC model of a known version: its schema is '" + decodeString(schema) + "'");
     }
+    reader.takeSchema(schema);
     return true;
 }
 
 void takeFile(std::istream& file, std::uintmax_t size, InstanceReader& reader) {
     ReadProgress progress(size);
     StepScanner scanner(file);
-    scanner.takePart([&] { return takeFileStart(scanner); });
+    scanner.takePart([&] { return takeFileStart(scanner, reader); });
     while (scanner.takePart([&] { return takeDataStart(scanner); })) {
         while (scanner.takePart([&] { return takeInstance(scanner, reader); })) {
             progress.reach(scanner.position());
         }
-        scanner.takePart([&] { return takeEnd(scanner, "ENDSEC"); });
+        scanner.takePart([&] { return takeDataEnd(scanner, reader); });
     }
-    scanner.takePart([&] { return takeEnd(scanner, "END-ISO-10303-21"); });
+    scanner.takePart([&] { return takeFileEnd(scanner); });
 }
 
 void takeZippedFile(const std::filesystem::path& path, InstanceReader& reader) {
@@ -123,9 +142,8 @@ void takeZippedFile(const std::filesystem::path& path, InstanceReader& reader) {
 } // namespace
 
 void readModelFile(const std::filesystem::path& path, InstanceReader& reader) {
-    std::ifstream file = open(path);
     try {
-        file.exceptions(std::ios::badbit);
+        std::ifstream file = open(path);
         if (ZippedFile::isZip(file)) {
             takeZippedFile(path, reader);
         } else {
@@ -135,7 +153,24 @@ void readModelFile(const std::filesystem::path& path, InstanceReader& reader) {
     } catch (const StepError& problem) {
         throw brokenModel(path, problem.what());
     } catch (const std::ios_base::failure&) {
-        throw refusedModel(path, "cannot be read", "Copy the file to another disk and try again.");
+        throw unreadable(path);
+    }
+}
+
+void copyModelFile(const std::filesystem::path& path, const std::function<void(std::string_view)>& take) {
+    try {
+        std::ifstream file = open(path);
+        std::optional<ZippedFile> zipped;
+        std::streambuf* content = file.rdbuf();
+        if (ZippedFile::isZip(file)) {
+            content = &zipped.emplace(path);
+        }
+        std::string block(copiedBlock, '\0');
+        for (std::streamsize size = 0; (size = content->sgetn(block.data(), copiedBlock)) > 0;) {
+            take(std::string_view(block).substr(0, static_cast<std::size_t>(size)));
+        }
+    } catch (const std::ios_base::failure&) {
+        throw unreadable(path);
     }
 }
 

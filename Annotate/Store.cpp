@@ -129,6 +129,10 @@ void requireNamedStore(const Arguments& arguments) {
 
 Records readStore(const Arguments& arguments) {
     requireNamedStore(arguments);
+    return readPresentRecords(arguments);
+}
+
+Records readPresentRecords(const Arguments& arguments) {
     return readRecordsOf(storePath(arguments));
 }
 

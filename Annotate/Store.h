@@ -30,6 +30,9 @@ std::vector<Kind*> allOf(const Records& records) {
 /// --store names a file that is missing.
 Records readStore(const Arguments& arguments);
 
+/// The same for commands that make the file: one that is missing holds none, also if --store names it.
+Records readPresentRecords(const Arguments& arguments);
+
 /// Throws StoreError if --store names a file that is missing.
 void requireNamedStore(const Arguments& arguments);
 
@@ -38,7 +41,8 @@ void requireNamedStore(const Arguments& arguments);
 class Store {
 public:
     /// Loads the records; a missing file isn't made. Throws StoreError, with nothing changed, where readStore does, if
-    /// the file's folder is missing, the file can't be written or locked, and also if another program wrote it during the load.
+    /// the file's folder is missing, the file can't be written or locked, and also if another program wrote it during
+    /// the load.
     explicit Store(std::filesystem::path storePath);
 
     static const Records& getRecords();

@@ -1,0 +1,111 @@
+#include "Annotate/Commands.h"
+#include "Annotate/EditIndex.h"
+#include "Annotate/Interruption.h"
+#include "Annotate/ModelDetails.h"
+#include "Annotate/ModelExport.h"
+#include "Annotate/ModelFile.h"
+#include "Annotate/NewFile.h"
+#include "Annotate/Store.h"
+#include "Annotate/Terminal.h"
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+namespace annotate {
+
+namespace {
+
+std::string countOf(std::size_t count, const std::string& what, const std::string& plural) {
+    return std::to_string(count) + ' ' + (count == 1 ? what : plural);
+}
+
+/// What tells whether a model's file has been changed.
+class FileVersion {
+public:
+    explicit FileVersion(const std::filesystem::path& path)
+        : time(std::filesystem::last_write_time(path, ignored)), size(std::filesystem::file_size(path, ignored)) {}
+
+    bool operator==(const FileVersion& other) const { return time == other.time && size == other.size; }
+
+private:
+    std::error_code ignored;
+    std::filesystem::file_time_type time;
+    std::uintmax_t size;
+};
+
+/// Passes the model's file on with the replacements in it.
+class Replacing {
+public:
+    Replacing(const ModelExport& exported, NewFile& newFile)
+        : next(exported.replacements.begin()), last(exported.replacements.end()), file(newFile) {}
+
+    void take(std::string_view block) {
+        const std::uintmax_t end = position + block.size();
+        while (position < end) {
+            const std::uintmax_t stop = next == last ? end : std::min(next->first, end);
+            if (stop > position) {
+                pass(block, stop);
+            }
+            if (next != last && next->first == position) {
+                file.write(next->second.text);
+                skipped = next->second.end;
+                ++next;
+            }
+            const std::uintmax_t resumed = std::clamp(skipped, position, end);
+            block.remove_prefix(resumed - position);
+            position = resumed;
+        }
+    }
+
+private:
+    void pass(std::string_view& block, std::uintmax_t stop) {
+        file.write(block.substr(0, stop - position));
+        block.remove_prefix(stop - position);
+        position = stop;
+    }
+
+    std::map<std::uintmax_t, ModelExport::Replacement>::const_iterator next;
+    std::map<std::uintmax_t, ModelExport::Replacement>::const_iterator last;
+    NewFile& file;
+    std::uintmax_t position = 0;
+    std::uintmax_t skipped = 0; ///< Up to here the file is left out.
+};
+
+} // namespace
+
+void exportModel(const Arguments& arguments) {
+    if (!equalsInAnyCase(arguments.file.extension().string(), ".ifc")) {
+        throw UsageError("An export is an IFC model, whose name ends in .ifc. Give such a name, not " +
+                         arguments.file.string() + '.');
+    }
+    Interruption interruption("Nothing was exported.");
+    NewFile file(arguments.file, arguments.model, storePath(arguments));
+    interruption.removeAtEnd(file.getUnfinished());
+    const FileVersion version(arguments.model);
+    const ModelDetails details = ModelDetails::read(arguments.model);
+    const ModelExport exported = ModelExport::of(details, EditIndex(readStore(arguments)));
+    Replacing replacing(exported, file);
+    copyModelFile(arguments.model, [&replacing](std::string_view block) { replacing.take(block); });
+    if (!(version == FileVersion(arguments.model))) {
+        throw RequestError(arguments.model.string() +
+                           " was changed while it was exported. Try again. Nothing was exported.");
+    }
+    interruption.hold();
+    file.finish();
+    const std::string path = arguments.file.string();
+    printStored(exported.properties == 0
+                    ? path + " is the model as it is, as nothing is set on its objects."
+                    : path + " is the model with " + countOf(exported.properties, "property", "properties") + " of " +
+                          countOf(exported.objects, "object", "objects") + " that were set.");
+    interruption.release();
+    for (const std::string& remark : exported.remarks) {
+        std::cerr << "annotate: " << printable(remark) << '\n';
+    }
+    if (exported.vanished > 0) {
+        std::cerr << "annotate: " << countOf(exported.vanished, "edit is", "edits are")
+                  << " left out, on objects that the model no longer has; the command edits --vanished lists them.\n";
+    }
+}
+
+} // namespace annotate

@@ -1,0 +1,82 @@
+#include "Annotate/NewFile.h"
+
+#include "Annotate/Arguments.h"
+
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace annotate {
+
+using orv::utilities::Descriptor;
+using orv::utilities::done;
+using orv::utilities::Opening;
+
+namespace {
+
+void requireOther(const std::filesystem::path& path, const std::filesystem::path& taken, const std::string& what) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(path, taken, ignored)) {
+        throw RequestError(path.string() + " is " + what + ". Give another name.");
+    }
+}
+
+} // namespace
+
+NewFile::NewFile(std::filesystem::path filePath, const std::filesystem::path& model, const std::filesystem::path& store)
+    : path(std::move(filePath)) {
+    std::error_code ignored;
+    if (std::filesystem::is_symlink(path, ignored)) {
+        path = path.parent_path() / std::filesystem::read_symlink(path, ignored);
+    }
+    requireOther(path, model, "the model itself");
+    requireOther(path, store, "the file of the additions");
+    if (std::filesystem::is_directory(path, ignored)) {
+        throw RequestError(path.string() + " is a folder. Give the name of a file.");
+    }
+    unfinished = path;
+    unfinished += ".unfinished-" + std::to_string(::getpid());
+    std::errc outcome = done;
+    file = Descriptor::open(unfinished, Opening::MakeNew, outcome);
+    if (outcome != done) {
+        unfinished.clear();
+        fail(outcome);
+    }
+    const ::mode_t mask = ::umask(0);
+    ::umask(mask);
+    std::filesystem::permissions(unfinished, static_cast<std::filesystem::perms>(0666 & ~mask), ignored);
+}
+
+NewFile::~NewFile() {
+    if (!unfinished.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove(unfinished, ignored);
+    }
+}
+
+void NewFile::write(std::string_view content) {
+    if (const std::errc outcome = file.write(content, size); outcome != done) {
+        fail(outcome);
+    }
+    size += content.size();
+}
+
+void NewFile::finish() {
+    if (const std::errc outcome = file.sync(); outcome != done) {
+        fail(outcome);
+    }
+    std::error_code error;
+    std::filesystem::rename(unfinished, path, error);
+    if (error) {
+        fail(static_cast<std::errc>(error.value()));
+    }
+    unfinished.clear();
+}
+
+void NewFile::fail(std::errc outcome) const {
+    throw RequestError(path.string() + " can't be written (" + std::make_error_code(outcome).message() +
+                       "). Nothing was exported.");
+}
+
+} // namespace annotate

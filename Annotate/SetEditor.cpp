@@ -1,0 +1,90 @@
+#include "Annotate/SetEditor.h"
+
+#include "Annotate/StepParameters.h"
+
+#include <algorithm>
+
+namespace annotate {
+
+namespace {
+
+constexpr std::size_t globalIdOfSet = 0;
+constexpr std::size_t membersOfSet = 4;
+constexpr std::size_t membersOfComplex = 3;
+
+} // namespace
+
+void SetEditor::edit(std::uint64_t set, const std::vector<SetMember>& members) {
+    std::vector<SetMember> others;
+    for (const SetMember& member : members) {
+        const FoundStatement* const present = finder.find(member.replaced);
+        if (present != nullptr && present->keyword == member.property.keyword && countUses(present->id) == 1) {
+            replace(*present, member.property.parameters);
+        } else {
+            others.push_back(member);
+        }
+    }
+    if (!others.empty()) {
+        const FoundStatement& statement = *finder.find(set);
+        replace(statement, withMembers(statement, others).text());
+    }
+}
+
+std::uint64_t SetEditor::variantOf(std::uint64_t set, const std::string& key, const std::vector<SetMember>& members) {
+    std::uint64_t& variant = variants[{set, key}];
+    if (variant == 0) {
+        const FoundStatement& original = *finder.find(set);
+        StatementParts parts = withMembers(original, members);
+        parts.set(globalIdOfSet, globalIdOf("set\n" + original.parts[globalIdOfSet] + '\n' + key));
+        variant = added.add(original.keyword, parts.text());
+    }
+    return variant;
+}
+
+void SetEditor::replace(const FoundStatement& statement, std::string_view parameters) {
+    replacements[statement.position] = {statement.end, statementText(statement.id, statement.keyword, parameters)};
+}
+
+std::map<std::uintmax_t, ModelExport::Replacement> SetEditor::takeReplacements() {
+    if (!added.getText().empty()) {
+        replacements[finder.getDataEnd()] = {finder.getDataEnd(), added.getText()};
+    }
+    return std::move(replacements);
+}
+
+/// How many sets and complex properties the property is in.
+std::size_t SetEditor::countUses(std::uint64_t property) {
+    if (uses.empty()) {
+        statements.forEach([this](std::uint64_t id, StatementKind kind) {
+            if (kind == StatementKind::PropertySet || kind == StatementKind::ComplexProperty) {
+                const std::size_t place = kind == StatementKind::PropertySet ? membersOfSet : membersOfComplex;
+                for (const std::uint64_t member : StepParameters(statements.find(id).text)[place].references()) {
+                    ++uses[member];
+                }
+            }
+        });
+    }
+    return uses[property];
+}
+
+StatementParts SetEditor::withMembers(const FoundStatement& set, const std::vector<SetMember>& members) {
+    StatementParts parts = set.parts;
+    std::vector<std::uint64_t> ids = referencesIn(parts[membersOfSet]);
+    for (const auto& [property, replaced] : members) {
+        const std::uint64_t id = added.addOnce(property.keyword, property.parameters);
+        const auto place = std::find(ids.begin(), ids.end(), replaced);
+        if (place == ids.end()) {
+            ids.push_back(id);
+        } else {
+            *place = id;
+        }
+    }
+    parts.set(membersOfSet, stepReferences(ids));
+    return parts;
+}
+
+std::vector<std::uint64_t> referencesIn(const std::string& parameter) {
+    return StepParameters(parameter + ')').all().references();
+}
+
+} // namespace annotate

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Annotate/ExportedProperty.h"
+#include "Annotate/ModelExport.h"
+#include "Annotate/NewStatements.h"
+#include "Annotate/StatementFinder.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace annotate {
+
+/// A property that comes into a set.
+struct SetMember {
+    ExportedProperty property;
+    std::uint64_t replaced = 0; ///< The one of that name that the set has; 0 if it has none.
+};
+
+/// Edits sets of properties for an export, and collects what that makes of the file.
+class SetEditor {
+public:
+    /// Of a model's statements, those of them that are to be edited as they were found.
+    SetEditor(const ModelStatements& modelStatements, const StatementFinder& found)
+        : statements(modelStatements), finder(found), added(found.getHighestId()) {}
+
+    /// Puts the members into the set itself.
+    void edit(std::uint64_t set, const std::vector<SetMember>& members);
+
+    /// A copy of the set with the members in it, the same one for the same key.
+    std::uint64_t variantOf(std::uint64_t set, const std::string& key, const std::vector<SetMember>& members);
+
+    void replace(const FoundStatement& statement, std::string_view parameters);
+
+    NewStatements& getNew() { return added; }
+
+    /// All that is changed and added.
+    std::map<std::uintmax_t, ModelExport::Replacement> takeReplacements();
+
+private:
+    std::size_t countUses(std::uint64_t property);
+    StatementParts withMembers(const FoundStatement& set, const std::vector<SetMember>& members);
+
+    const ModelStatements& statements;
+    const StatementFinder& finder;
+    NewStatements added;
+    std::map<std::pair<std::uint64_t, std::string>, std::uint64_t> variants;
+    std::unordered_map<std::uint64_t, std::size_t> uses; ///< Of properties, once they are counted.
+    std::map<std::uintmax_t, ModelExport::Replacement> replacements;
+};
+
+/// All instances that a parameter refers to.
+std::vector<std::uint64_t> referencesIn(const std::string& parameter);
+
+} // namespace annotate
