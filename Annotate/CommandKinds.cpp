@@ -175,7 +175,8 @@ void addDefinitionFiles(CLI::App* command, Arguments& arguments) {
     command
         ->add_option("--definitions", arguments.definitions,
                      "A file with property sets of your own, in the XML form of those of IFC; may be given several "
-                     "times. The .xml files in the folder MODEL.definitions beside the model are taken as well")
+                     "times. The .xml files in a folder beside the model are taken as well: House.definitions, or "
+                     "House.ifc.definitions, of House.ifc")
         ->allow_extra_args(false)
         ->check(refuseEmpty);
 }
