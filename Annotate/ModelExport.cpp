@@ -91,6 +91,7 @@ private:
         }
         for (const std::uint64_t type : targets.types) {
             const FoundStatement& statement = *finder.find(type);
+            typeHolders.emplace(type, holders.size());
             holders.push_back({&statement, true, {type}, referencesIn(statement.parts[assignedSets])});
         }
     }
@@ -217,7 +218,9 @@ private:
             alike[content.key + (findType(object) == nullptr ? "" : idOf(object))].push_back(object);
         }
         for (const auto& [key, objects] : alike) {
-            const std::string id = globalIdOf("set\n" + name + '\n' + key + idOf(objects.front()));
+            std::string identity = "set\n";
+            identity.append(name).append("\n").append(key).append(idOf(objects.front()));
+            const std::string id = globalIdOf(identity);
             const std::string& owner = finder.find(objects.front())->parts[ownerHistory];
             const std::string root = ',' + owner + ',';
             Ids members;
@@ -237,10 +240,8 @@ private:
     }
 
     Holder* findType(std::uint64_t object) {
-        const auto found = std::find_if(holders.begin(), holders.end(), [object](const Holder& holder) {
-            return holder.isType && holder.statement->id == object;
-        });
-        return found == holders.end() ? nullptr : &*found;
+        const auto found = typeHolders.find(object);
+        return found == typeHolders.end() ? nullptr : &holders[found->second];
     }
 
     const ModelDetails& details;
@@ -249,6 +250,7 @@ private:
     PropertyExporter properties;
     SetEditor sets;
     std::vector<Holder> holders;
+    std::unordered_map<std::uint64_t, std::size_t> typeHolders;
     std::map<std::uint64_t, ContentOfObjects> contents; ///< By sets.
     std::set<std::uint64_t> exportedObjects;
     ModelExport result;

@@ -1,9 +1,10 @@
 #include "Annotate/StepWriting.h"
 
+#include "Xml/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <utf8proc.h>
 
 namespace annotate {
 
@@ -19,12 +20,10 @@ void appendHex(std::string& text, std::uint32_t number, int digits) {
 
 /// Takes a character; a byte that is no UTF-8 stands for itself.
 std::uint32_t takeCharacter(std::string_view& text) {
-    utf8proc_int32_t character = 0;
-    const auto* const bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-    const utf8proc_ssize_t length = utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(text.size()), &character);
-    const auto number = length > 0 ? static_cast<std::uint32_t>(character) : static_cast<std::uint32_t>(*bytes);
-    text.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : 1);
-    return number;
+    const auto [codePoint, length] = orv::xml::decodeUtf8(text);
+    const std::uint32_t character = length > 0 ? codePoint : static_cast<unsigned char>(text.front());
+    text.remove_prefix(length > 0 ? length : 1);
+    return character;
 }
 
 /// What ends a run of characters that are written by their numbers in so many digits.
