@@ -22,14 +22,10 @@ void FcProperty::deleteProperty(Data& /*data*/, bool /*keepEntity*/) {
     }
 }
 
-FcPropertySingleValue::FcPropertySingleValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
-
 bool FcPropertySingleValue::setFromPropertyValue(const object::PropertyValue& value) {
     nominalValue.updateValueFromPropertyValue(value);
     return nominalValue.hasContent();
 }
-
-FcPropertyEnumeratedValue::FcPropertyEnumeratedValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
 std::optional<std::string> FcPropertyEnumeratedValue::getAttributeAsString(const std::string& attribute) const {
     if (attribute != "EnumerationValues") {
@@ -47,11 +43,5 @@ std::optional<std::string> FcPropertyEnumeratedValue::getAttributeAsString(const
     }
     return text + ')';
 }
-
-FcPropertyBoundedValue::FcPropertyBoundedValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
-
-FcPropertyListValue::FcPropertyListValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
-
-FcPropertyTableValue::FcPropertyTableValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
 } // namespace orv::fc

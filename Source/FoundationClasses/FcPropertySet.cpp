@@ -4,8 +4,6 @@
 
 namespace orv::fc::core::kernel {
 
-FcPropertySet::FcPropertySet() : FcPropertySetDefinition(*IfcClass::ofNumber(classNumber)) {}
-
 std::shared_ptr<FcProperty> FcPropertySet::findProperty(const std::string& propertyName) const {
     return propertyIndex.find(properties, propertyName, [](const FcProperty& /*property*/) { return true; });
 }
