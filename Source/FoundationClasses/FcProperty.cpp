@@ -22,6 +22,32 @@ void FcProperty::deleteProperty(Data& /*data*/, bool /*keepEntity*/) {
     }
 }
 
+// Each class has an operation here, so that its table of them stands in this library alone.
+
+std::uint32_t FcPropertyWithoutValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertySingleValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertyBoundedValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertyEnumeratedValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertyListValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertyTableValue::kindNumber() const {
+    return classNumber;
+}
+
 bool FcPropertySingleValue::setFromPropertyValue(const object::PropertyValue& value) {
     nominalValue.updateValueFromPropertyValue(value);
     return nominalValue.hasContent();

@@ -43,7 +43,7 @@ public:
     /// The class must be a row of the table without a C++ class of its own: 166 to 168 or 172.
     explicit FcPropertyWithoutValue(const IfcClass& rowOfTable) : classNumber(rowOfTable.kindNumber) {}
 
-    std::uint32_t kindNumber() const override { return classNumber; }
+    std::uint32_t kindNumber() const override;
 
 private:
     std::uint32_t classNumber;

@@ -20,7 +20,7 @@ public:
     FcPropertySet(const FcPropertySet&) = delete;
     FcPropertySet& operator=(const FcPropertySet&) = delete;
 
-    std::uint32_t kindNumber() const override { return classNumber; }
+    std::uint32_t kindNumber() const override;
 
     /// The first property of exactly that name, null if there is none.
     std::shared_ptr<FcProperty> findProperty(const std::string& propertyName) const;
