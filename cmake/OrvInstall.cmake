@@ -15,6 +15,7 @@ set(headers
     Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h
     Domain/Shared/EnhancementsForReferenceModel/Factory.h
     Domain/Shared/EnhancementsForReferenceModel/PsetData.h
+    FoundationClasses/CompactText.h
     FoundationClasses/Data.h
     FoundationClasses/FcBase.h
     FoundationClasses/FcObjectDefinition.h

@@ -8,6 +8,8 @@
 #include "FoundationClasses/FcPropertySingleValue.h"
 #include "FoundationClasses/FcPropertyTableValue.h"
 
+#include <numeric>
+
 namespace orv::fc {
 
 namespace {
@@ -30,7 +32,7 @@ std::shared_ptr<FcBase> makeEntity(const IfcClass& row, const std::weak_ptr<Data
         break;
     }
     if (row.kindNumber >= FcProperty::firstClassNumber && row.kindNumber <= FcProperty::lastClassNumber) {
-        return std::make_shared<FcProperty>(row);
+        return std::make_shared<FcPropertyWithoutValue>(row);
     }
     // The neighbours of the object definitions in the table have the same form.
     auto object = std::make_shared<core::kernel::FcObjectDefinition>(row);
@@ -47,7 +49,7 @@ std::shared_ptr<FcBase> Data::entityCreate(const std::string& name) {
     }
     auto entity = makeEntity(row->present(), weak_from_this());
     entities.push_back(entity);
-    unindexedEntities.push_back(entity);
+    unindexedEntities.push_back(entities.size() - 1);
     return entity;
 }
 
@@ -55,22 +57,22 @@ std::shared_ptr<FcBase> Data::findByGuid(const Guid& guid) const {
     if (!unindexedEntities.empty()) {
         indexNewEntities();
     }
-    const std::shared_ptr<FcBase>& found = guidIndex.find(guid);
-    return found && found->guid == guid ? found : nullptr;
+    return guidIndex.find(entities, guid);
 }
 
 void Data::guidUpdate() const {
-    unindexedEntities = entities;
+    unindexedEntities.resize(entities.size());
+    std::iota(unindexedEntities.begin(), unindexedEntities.end(), std::size_t{0});
     guidIndex = {};
     indexNewEntities();
 }
 
 /// Takes the objects into the index that were made since the last search or had no Guid then.
 void Data::indexNewEntities() const {
-    for (const auto& entity : unindexedEntities) {
-        guidIndex.set(entity->guid, entity);
+    for (const std::size_t index : unindexedEntities) {
+        guidIndex.set(entities, index);
     }
-    std::erase_if(unindexedEntities, [](const auto& entity) { return entity->guid != Guid(); });
+    std::erase_if(unindexedEntities, [this](std::size_t index) { return entities[index]->guid != Guid(); });
 }
 
 } // namespace orv::fc

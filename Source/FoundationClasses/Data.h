@@ -3,6 +3,7 @@
 #include "FoundationClasses/FcBase.h"
 #include "FoundationClasses/GuidIndex.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -33,7 +34,7 @@ private:
 
     std::vector<std::shared_ptr<FcBase>> entities;
     mutable GuidIndex guidIndex;
-    mutable std::vector<std::shared_ptr<FcBase>> unindexedEntities;
+    mutable std::vector<std::size_t> unindexedEntities; // their indices
 };
 
 } // namespace orv::fc

@@ -14,10 +14,10 @@ namespace orv::fc {
 class ORV_FOUNDATION_CLASSES_EXPORT FcBase {
 public:
     /// The IFC name of the class, as in "IfcWall", nul-terminated. It lives as long as the process.
-    virtual const char* className() const { return ifcClass->name.data(); }
+    virtual const char* className() const { return IfcClass::ofNumber(kindNumber())->name.data(); }
 
     /// The number of the class.
-    virtual std::uint32_t kindNumber() const { return ifcClass->kindNumber; }
+    virtual std::uint32_t kindNumber() const = 0;
 
     /// The text of the attribute of that name of the class, or nothing if it is unset or not known here.
     virtual std::optional<std::string> getAttributeAsString(const std::string& attribute) const;
@@ -28,13 +28,9 @@ public:
     Guid guid;
 
 protected:
-    /// The class must be a row of the table.
-    explicit FcBase(const IfcClass& rowOfTable) : ifcClass(&rowOfTable) {}
+    FcBase() = default;
     FcBase(const FcBase&) = default;
     FcBase& operator=(const FcBase&) = default;
-
-private:
-    const IfcClass* ifcClass;
 };
 
 } // namespace orv::fc

@@ -4,6 +4,7 @@
 #include "FoundationClasses/FcPropertySetDefinition.h"
 #include "FoundationClasses/NameIndex.h"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -17,7 +18,11 @@ namespace core::kernel {
 /// their rows of the class table alone. Data makes instances of the other classes below IfcRoot in this form as well.
 class ORV_FOUNDATION_CLASSES_EXPORT FcObjectDefinition : public FcBase {
 public:
-    explicit FcObjectDefinition(const IfcClass& rowOfTable) : FcBase(rowOfTable) {}
+    /// The class must be a row of the table.
+    explicit FcObjectDefinition(const IfcClass& rowOfTable) : ifcClass(&rowOfTable) {}
+
+    const char* className() const override { return ifcClass->name.data(); }
+    std::uint32_t kindNumber() const override { return ifcClass->kindNumber; }
 
     /// Of "GlobalId", returns the id in 22 characters.
     std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
@@ -49,6 +54,7 @@ public:
     std::vector<std::shared_ptr<FcPropertySetDefinition>> propertySetDefinitions;
 
 private:
+    const IfcClass* ifcClass;
     mutable NameIndex<FcPropertySetDefinition> setIndex;
 };
 

@@ -22,14 +22,36 @@ void FcProperty::deleteProperty(Data& /*data*/, bool /*keepEntity*/) {
     }
 }
 
-FcPropertySingleValue::FcPropertySingleValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
+// Each class has an operation here, so that its table of them stands in this library alone.
+
+std::uint32_t FcPropertyWithoutValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertySingleValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertyBoundedValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertyEnumeratedValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertyListValue::kindNumber() const {
+    return classNumber;
+}
+
+std::uint32_t FcPropertyTableValue::kindNumber() const {
+    return classNumber;
+}
 
 bool FcPropertySingleValue::setFromPropertyValue(const object::PropertyValue& value) {
     nominalValue.updateValueFromPropertyValue(value);
     return nominalValue.hasContent();
 }
-
-FcPropertyEnumeratedValue::FcPropertyEnumeratedValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
 std::optional<std::string> FcPropertyEnumeratedValue::getAttributeAsString(const std::string& attribute) const {
     if (attribute != "EnumerationValues") {
@@ -47,11 +69,5 @@ std::optional<std::string> FcPropertyEnumeratedValue::getAttributeAsString(const
     }
     return text + ')';
 }
-
-FcPropertyBoundedValue::FcPropertyBoundedValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
-
-FcPropertyListValue::FcPropertyListValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
-
-FcPropertyTableValue::FcPropertyTableValue() : FcProperty(*IfcClass::ofNumber(classNumber)) {}
 
 } // namespace orv::fc

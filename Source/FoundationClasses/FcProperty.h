@@ -2,7 +2,10 @@
 
 #include "FoundationClasses/FcBase.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace orv::fc {
 
@@ -12,15 +15,11 @@ namespace core::kernel {
 class FcPropertySet;
 }
 
-/// A property of any class. Those with fields of their own derive from it; the others, complex and reference
-/// properties, are of this very class and take no value.
+/// A property of any class.
 class ORV_FOUNDATION_CLASSES_EXPORT FcProperty : public FcBase {
 public:
     static constexpr std::uint32_t firstClassNumber = 166;
     static constexpr std::uint32_t lastClassNumber = 174;
-
-    /// A property of that class, which must be one without a C++ class of its own: 166 to 168 or 172.
-    explicit FcProperty(const IfcClass& rowOfTable) : FcBase(rowOfTable) {}
 
     /// Of "Name", returns the name.
     std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
@@ -36,6 +35,18 @@ private:
     friend class core::kernel::FcPropertySet;
 
     std::weak_ptr<core::kernel::FcPropertySet> set;
+};
+
+/// A property of a class without fields here, such as a complex or a reference property. It takes no value.
+class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyWithoutValue : public FcProperty {
+public:
+    /// The class must be a row of the table without a C++ class of its own: 166 to 168 or 172.
+    explicit FcPropertyWithoutValue(const IfcClass& rowOfTable) : classNumber(rowOfTable.kindNumber) {}
+
+    std::uint32_t kindNumber() const override;
+
+private:
+    std::uint32_t classNumber;
 };
 
 } // namespace orv::fc

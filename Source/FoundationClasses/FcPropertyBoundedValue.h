@@ -10,7 +10,7 @@ class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyBoundedValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 169;
 
-    FcPropertyBoundedValue();
+    std::uint32_t kindNumber() const override;
 
     FcValue upperBoundValue;
     FcValue lowerBoundValue;

@@ -12,7 +12,7 @@ class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyEnumeratedValue : public FcPropert
 public:
     static constexpr std::uint32_t classNumber = 170;
 
-    FcPropertyEnumeratedValue();
+    std::uint32_t kindNumber() const override;
 
     /// Of "EnumerationValues", returns the texts of the values in brackets with semicolons between them, as in "(a;b)",
     /// or nothing if the list is unset.

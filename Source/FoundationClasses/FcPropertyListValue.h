@@ -12,7 +12,7 @@ class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyListValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 171;
 
-    FcPropertyListValue();
+    std::uint32_t kindNumber() const override;
 
     std::optional<std::vector<FcValue>> listValues;
     const FcValueType* valueType = nullptr; ///< That of new values; null for none.

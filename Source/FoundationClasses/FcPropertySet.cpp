@@ -4,7 +4,9 @@
 
 namespace orv::fc::core::kernel {
 
-FcPropertySet::FcPropertySet() : FcPropertySetDefinition(*IfcClass::ofNumber(classNumber)) {}
+std::uint32_t FcPropertySet::kindNumber() const {
+    return classNumber;
+}
 
 std::shared_ptr<FcProperty> FcPropertySet::findProperty(const std::string& propertyName) const {
     return propertyIndex.find(properties, propertyName, [](const FcProperty& /*property*/) { return true; });

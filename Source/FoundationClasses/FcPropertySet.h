@@ -4,6 +4,7 @@
 #include "FoundationClasses/FcPropertySetDefinition.h"
 #include "FoundationClasses/NameIndex.h"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -15,9 +16,11 @@ class ORV_FOUNDATION_CLASSES_EXPORT FcPropertySet : public FcPropertySetDefiniti
 public:
     static constexpr std::uint32_t classNumber = 779;
 
-    FcPropertySet();
+    FcPropertySet() = default;
     FcPropertySet(const FcPropertySet&) = delete;
     FcPropertySet& operator=(const FcPropertySet&) = delete;
+
+    std::uint32_t kindNumber() const override;
 
     /// The first property of exactly that name, null if there is none.
     std::shared_ptr<FcProperty> findProperty(const std::string& propertyName) const;

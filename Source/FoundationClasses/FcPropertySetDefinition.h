@@ -8,9 +8,6 @@ namespace orv::fc::core::kernel {
 class ORV_FOUNDATION_CLASSES_EXPORT FcPropertySetDefinition : public FcBase {
 public:
     std::string name;
-
-protected:
-    using FcBase::FcBase;
 };
 
 } // namespace orv::fc::core::kernel

@@ -10,7 +10,7 @@ class ORV_FOUNDATION_CLASSES_EXPORT FcPropertySingleValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 173;
 
-    FcPropertySingleValue();
+    std::uint32_t kindNumber() const override;
 
     /// Stores the value if FcValue::updateValueFromPropertyValue takes it; otherwise the property has none afterwards.
     /// Returns whether it took it.

@@ -12,7 +12,7 @@ class ORV_FOUNDATION_CLASSES_EXPORT FcPropertyTableValue : public FcProperty {
 public:
     static constexpr std::uint32_t classNumber = 174;
 
-    FcPropertyTableValue();
+    std::uint32_t kindNumber() const override;
 
     std::optional<std::vector<FcValue>> definingValues;
     std::optional<std::vector<FcValue>> definedValues;

@@ -7,6 +7,7 @@
 #include <limits>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 
 namespace orv::fc {
 
@@ -15,7 +16,8 @@ using object::PropertyValue;
 
 namespace {
 
-using Content = std::variant<std::monostate, std::string, double, int, bool, Logical>;
+using Given = std::variant<std::monostate, std::string_view, double, int, bool, Logical>;
+using Content = std::variant<std::monostate, CompactText, double, int, bool, Logical>;
 
 /// A finite number that the whole text spells with a decimal point.
 std::optional<double> pointedReal(std::string_view text) {
@@ -26,14 +28,15 @@ std::optional<double> pointedReal(std::string_view text) {
 }
 
 /// The text with a point in place of the decimal point of the process's locale.
-std::string withPoint(std::string text) {
+std::string withPoint(std::string_view text) {
     const std::string_view decimalPoint = std::localeconv()->decimal_point;
     const std::size_t position = text.find(decimalPoint);
-    return position == std::string::npos ? text : text.replace(position, decimalPoint.size(), 1, '.');
+    std::string pointed(text);
+    return position == std::string_view::npos ? pointed : pointed.replace(position, decimalPoint.size(), 1, '.');
 }
 
 /// A finite number that the whole text spells with a point or in the process's locale.
-std::optional<double> parseReal(const std::string& text) {
+std::optional<double> parseReal(std::string_view text) {
     const auto number = pointedReal(text);
     return number ? number : pointedReal(withPoint(text));
 }
@@ -64,10 +67,12 @@ std::string logicalText(Logical value) {
     return "unknown";
 }
 
+/// Of a given or a kept content.
+template <typename Content>
 std::optional<std::string> textOf(const Content& content) {
     struct Visitor {
         std::optional<std::string> operator()(std::monostate /*none*/) const { return std::nullopt; }
-        std::optional<std::string> operator()(const std::string& text) const { return text; }
+        std::optional<std::string> operator()(std::string_view text) const { return std::string(text); }
         std::optional<std::string> operator()(double number) const { return shortestText(number); }
         std::optional<std::string> operator()(int number) const { return std::to_string(number); }
         std::optional<std::string> operator()(bool value) const { return value ? "true" : "false"; }
@@ -76,18 +81,18 @@ std::optional<std::string> textOf(const Content& content) {
     return std::visit(Visitor{}, content);
 }
 
-std::optional<double> realOf(const Content& content) {
+std::optional<double> realOf(const Given& content) {
     if (const auto* number = std::get_if<double>(&content)) {
         return std::isfinite(*number) ? std::optional(*number) : std::nullopt;
     }
     if (const auto* number = std::get_if<int>(&content)) {
         return *number;
     }
-    const auto* text = std::get_if<std::string>(&content);
+    const auto* text = std::get_if<std::string_view>(&content);
     return text != nullptr ? parseReal(*text) : std::nullopt;
 }
 
-std::optional<int> integerOf(const Content& content) {
+std::optional<int> integerOf(const Given& content) {
     using Limits = std::numeric_limits<int>;
     const auto number = realOf(content);
     const bool isInteger =
@@ -95,14 +100,14 @@ std::optional<int> integerOf(const Content& content) {
     return isInteger ? std::optional(static_cast<int>(*number)) : std::nullopt;
 }
 
-std::optional<Logical> logicalOf(const Content& content) {
+std::optional<Logical> logicalOf(const Given& content) {
     if (const auto* value = std::get_if<Logical>(&content)) {
         return *value;
     }
     if (const auto* value = std::get_if<bool>(&content)) {
         return *value ? Logical::True : Logical::False;
     }
-    const auto* text = std::get_if<std::string>(&content);
+    const auto* text = std::get_if<std::string_view>(&content);
     for (const Logical value : {Logical::False, Logical::True, Logical::Unknown}) {
         if (text != nullptr && *text == logicalText(value)) {
             return value;
@@ -111,46 +116,61 @@ std::optional<Logical> logicalOf(const Content& content) {
     return std::nullopt;
 }
 
-std::optional<bool> booleanOf(const Content& content) {
+std::optional<bool> booleanOf(const Given& content) {
     const auto value = logicalOf(content);
     return value && *value != Logical::Unknown ? std::optional(*value == Logical::True) : std::nullopt;
 }
 
 template <typename T>
 Content contentOrNone(std::optional<T> value) {
-    return value ? Content(*std::move(value)) : Content();
+    return value ? Content(*value) : Content();
 }
 
-Content asText(Content given) {
-    if (std::holds_alternative<std::string>(given)) {
-        return given;
+Content kept(const Given& given) {
+    const auto keep = [](auto held) -> Content {
+        if constexpr (std::is_same_v<decltype(held), std::string_view>) {
+            return CompactText(held);
+        } else {
+            return held;
+        }
+    };
+    return std::visit(keep, given);
+}
+
+Content asText(const Given& given) {
+    if (std::holds_alternative<std::string_view>(given)) {
+        return kept(given);
     }
     const auto* const number = std::get_if<double>(&given);
-    return number == nullptr || std::isfinite(*number) ? contentOrNone(textOf(given)) : Content();
+    const auto text = number == nullptr || std::isfinite(*number) ? textOf(given) : std::nullopt;
+    return text ? Content(CompactText(*text)) : Content();
 }
 
-/// Whether the text is digits, with a sign ahead and a point and digits behind if need be, and no needless zero ahead.
-bool isPlainDecimal(std::string_view text) {
-    constexpr std::string_view digits = "0123456789";
-    text.remove_prefix(text.starts_with('-') ? 1 : 0);
-    const std::string_view whole = text.substr(0, text.find_first_not_of(digits));
-    const std::string_view rest = text.substr(whole.size());
-    const bool isWhole = whole == "0" || (!whole.empty() && whole.front() != '0');
-    return isWhole && (rest.empty() || (rest.front() == '.' && rest.size() > 1 &&
-                                        rest.find_first_not_of(digits, 1) == std::string_view::npos));
+/// Whether the text is a number in plain decimal digits which a real keeps to the last: it is the shortest text of the
+/// real, but for zeros at the end of the fraction.
+bool isPlainDecimal(std::string text, double number) {
+    if (text.find('.') != std::string::npos && text.back() != '.') {
+        text.erase(text.find_last_not_of('0') + 1);
+        text.erase(text.find_last_not_of('.') + 1);
+    }
+    std::array<char, 512> buffer{};
+    const auto [end, error] =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed);
+    return error == std::errc() && text == std::string_view(buffer.data(), end);
 }
 
 /// What a value without a type makes of the content.
-Content untyped(Content given) {
-    const auto* const text = std::get_if<std::string>(&given);
-    const auto number = text == nullptr || isPlainDecimal(withPoint(*text)) ? realOf(given) : std::nullopt;
-    return number || std::holds_alternative<double>(given) ? contentOrNone(number) : std::move(given);
+Content untyped(const Given& given) {
+    const auto number = realOf(given);
+    const auto* const text = std::get_if<std::string_view>(&given);
+    const bool isNumber = text == nullptr || (number && isPlainDecimal(withPoint(*text), *number));
+    return std::holds_alternative<double>(given) || (number && isNumber) ? contentOrNone(number) : kept(given);
 }
 
-Content converted(Content given, FcContent wanted) {
+Content converted(const Given& given, FcContent wanted) {
     switch (wanted) {
     case FcContent::Text:
-        return asText(std::move(given));
+        return asText(given);
     case FcContent::Real:
         return contentOrNone(realOf(given));
     case FcContent::Integer:
@@ -163,53 +183,61 @@ Content converted(Content given, FcContent wanted) {
     return {};
 }
 
-struct ContentOfAlternative {
-    Content operator()(std::monostate /*none*/) const { return {}; }
+struct GivenByAlternative {
+    Given operator()(std::monostate /*none*/) const { return {}; }
 
     template <typename T>
-    Content operator()(const T& held) const {
+    Given operator()(const T& held) const {
         return held;
     }
 
     template <typename T>
-    Content operator()(const std::optional<T>& held) const {
-        return contentOrNone(held);
+    Given operator()(const std::optional<T>& held) const {
+        return held ? Given(*held) : Given();
+    }
+};
+
+struct AlternativeOfContent {
+    PropertyValue operator()(std::monostate /*none*/) const { return {}; }
+    PropertyValue operator()(const CompactText& text) const { return std::string(std::string_view(text)); }
+    PropertyValue operator()(Logical value) const {
+        return value == Logical::Unknown ? PropertyValue(value) : PropertyValue(value == Logical::True);
+    }
+
+    template <typename T>
+    PropertyValue operator()(T held) const {
+        return held;
     }
 };
 
 } // namespace
 
-FcValue::FcValue(FcSimpleValue value) : type(FcValueType::find("IfcLabel")), content(std::move(value.label.text)) {}
+static_assert(sizeof(FcValue) <= 2 * sizeof(double), "a model has millions of them");
+
+FcValue::FcValue(FcSimpleValue value)
+    : content(CompactText(value.label.text)), typeNumber(FcValueType::numberOf(FcValueType::find("IfcLabel"))) {}
 
 bool FcValue::setValueOnTypeFromString(const std::string& text) {
-    take(text);
+    take(std::string_view(text));
     return hasContent();
 }
 
 void FcValue::updateValueFromPropertyValue(const PropertyValue& value) {
-    take(value.visit(ContentOfAlternative()));
+    take(value.visit(GivenByAlternative()));
 }
 
-void FcValue::take(Content given) {
-    content = type == nullptr ? untyped(std::move(given)) : converted(std::move(given), type->content);
+void FcValue::take(const Given& given) {
+    const FcValueType* const type = getType();
+    content = type == nullptr ? untyped(given) : converted(given, type->content);
 }
 
 PropertyValue FcValue::getAsPropertyValue() const {
-    return std::visit(
-        [](const auto& held) -> PropertyValue {
-            if constexpr (std::is_same_v<decltype(held), const std::monostate&>) {
-                return {};
-            } else if constexpr (std::is_same_v<decltype(held), const Logical&>) {
-                return held == Logical::Unknown ? PropertyValue(held) : PropertyValue(held == Logical::True);
-            } else {
-                return held;
-            }
-        },
-        content);
+    return std::visit(AlternativeOfContent(), content);
 }
 
 std::optional<std::string> FcValue::getAsString(bool withType) const {
     auto text = textOf(content);
+    const FcValueType* const type = getType();
     if (text && withType && type != nullptr) {
         text = std::string(type->name) + '(' + *text + ')';
     }

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "FoundationClasses/CompactText.h"
 #include "FoundationClasses/FcValueType.h"
 #include "Object/PropertyValue.h"
 #include "OrvExport.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -33,7 +36,8 @@ public:
 /// number without a fraction into an integer, every value into a text, the words true and false into a boolean, unknown
 /// as well into a logical. Numbers in texts are decimal, with a point or with the decimal point of the process's locale
 /// (LC_NUMERIC); infinities and NaN are none, and no type takes them as numbers. A value without a type takes what it
-/// is given: a number, or a text that is a plain decimal number, as a real, and any other text as it is ("007", "+5").
+/// is given: a number as a real, as well as a text that is a plain decimal number of which a real keeps each digit, and
+/// any other text as it is ("007", "+5").
 /// What isn't taken leaves the value without content, and its type as it was.
 class ORV_FOUNDATION_CLASSES_EXPORT FcValue {
 public:
@@ -41,7 +45,7 @@ public:
     FcValue() = default;
 
     /// A value of that type without content; type is a row of the table, or null for no type.
-    explicit FcValue(const FcValueType* valueType) : type(valueType) {}
+    explicit FcValue(const FcValueType* valueType) : typeNumber(FcValueType::numberOf(valueType)) {}
 
     /// A label.
     explicit FcValue(FcSimpleValue value);
@@ -64,15 +68,16 @@ public:
     std::optional<std::string> getAsString(bool withType) const;
 
     /// Null if the value has no type.
-    const FcValueType* getType() const { return type; }
+    const FcValueType* getType() const { return FcValueType::ofNumber(typeNumber); }
 
 private:
-    using Content = std::variant<std::monostate, std::string, double, int, bool, object::Logical>;
+    using Given = std::variant<std::monostate, std::string_view, double, int, bool, object::Logical>;
+    using Content = std::variant<std::monostate, CompactText, double, int, bool, object::Logical>;
 
-    void take(Content given);
+    void take(const Given& given);
 
-    const FcValueType* type = nullptr;
-    Content content;
+    [[no_unique_address]] Content content; // has room behind it for the number
+    std::uint8_t typeNumber = 0;
 };
 
 } // namespace orv::fc

@@ -1,7 +1,11 @@
 #include "FoundationClasses/FcValueType.h"
 
-#include <algorithm>
+#include "FoundationClasses/NameHash.h"
+#include "FoundationClasses/RowIndex.h"
+
+#include <cstddef>
 #include <iterator>
+#include <limits>
 
 namespace orv::fc {
 
@@ -13,18 +17,32 @@ constexpr FcValueType valueTypes[] = {
 #undef VALUE_TYPE
 };
 
-constexpr bool precedes(const FcValueType& row, std::string_view name) {
-    return std::string_view(row.name) < name;
-}
+struct TypeTable {
+    static constexpr std::size_t rowCount = std::size(valueTypes);
 
-static_assert(std::is_sorted(std::begin(valueTypes), std::end(valueTypes),
-                             [](const FcValueType& a, const FcValueType& b) { return precedes(a, b.name); }));
+    static constexpr std::string_view nameOf(std::size_t number) { return valueTypes[number - 1].name; }
+
+    static constexpr std::uint64_t hashOf(std::string_view name) { return fc::hashOf(name); }
+
+    static constexpr bool areSame(std::string_view a, std::string_view b) { return a == b; }
+};
+
+static_assert(TypeTable::rowCount <= std::numeric_limits<std::uint8_t>::max());
+
+constexpr RowIndex<TypeTable> typeIndex;
 
 } // namespace
 
 const FcValueType* FcValueType::find(std::string_view name) {
-    const auto* const row = std::lower_bound(std::begin(valueTypes), std::end(valueTypes), name, precedes);
-    return row != std::end(valueTypes) && row->name == name ? row : nullptr;
+    return ofNumber(static_cast<std::uint8_t>(typeIndex.find(name)));
+}
+
+const FcValueType* FcValueType::ofNumber(std::uint8_t number) {
+    return number == 0 ? nullptr : &valueTypes[number - 1];
+}
+
+std::uint8_t FcValueType::numberOf(const FcValueType* row) {
+    return row == nullptr ? std::uint8_t{0} : static_cast<std::uint8_t>(row - valueTypes + 1);
 }
 
 } // namespace orv::fc

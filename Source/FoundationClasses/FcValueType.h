@@ -18,6 +18,12 @@ struct ORV_FOUNDATION_CLASSES_EXPORT FcValueType {
 
     /// The row of exactly that name, null if the table has none. The table lives as long as the process.
     static const FcValueType* find(std::string_view name);
+
+    /// The row of that number, from 1 on; null for 0.
+    static const FcValueType* ofNumber(std::uint8_t number);
+
+    /// The number of a row of the table; 0 for null.
+    static std::uint8_t numberOf(const FcValueType* row);
 };
 
 } // namespace orv::fc

@@ -5,21 +5,35 @@
 
 namespace orv::fc {
 
-void GuidIndex::set(const Guid& guid, const std::shared_ptr<FcBase>& entity) {
+void GuidIndex::set(const Entities& entities, std::size_t index) {
     if (3 * (count + 1) > 2 * slots.size()) {
         grow();
     }
-    Slot& slot = slots[placeOf(guid)];
-    count += slot.entity ? 0 : 1;
-    slot = {guid, entity};
+    const Guid& guid = entities[index]->guid;
+    const std::uint32_t hash = hashOf(guid);
+    // The slot of an object that has got another Guid since then finds nothing any more.
+    const auto isToReplace = [&](const Slot& slot) {
+        const Guid& present = slot.entity->guid;
+        return slot.hash == hash && (present == guid || hashOf(present) != hash);
+    };
+    std::size_t place = hash & mask();
+    while (slots[place].number != 0 && !isToReplace(slots[place])) {
+        place = (place + 1) & mask();
+    }
+    count += slots[place].number == 0 ? 1 : 0;
+    slots[place] = {static_cast<std::uint32_t>(index + 1), hash, entities[index].get()};
 }
 
 void GuidIndex::grow() {
     constexpr std::size_t least = 16;
     const std::vector<Slot> former = std::exchange(slots, std::vector<Slot>(std::max(least, 2 * slots.size())));
     for (const Slot& slot : former) {
-        if (slot.entity) {
-            slots[placeOf(slot.guid)] = slot;
+        std::size_t place = slot.hash & mask();
+        while (slots[place].number != 0) {
+            place = (place + 1) & mask();
+        }
+        if (slot.number != 0) {
+            slots[place] = slot;
         }
     }
 }

@@ -4,43 +4,49 @@
 #include "Id/Guid.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
 namespace orv::fc {
 
-/// A hash map from Guids to objects, by open addressing: a search touches one or two lines of memory.
+/// A hash map from Guids to the objects of a vector, up to 2^32 of them, by open addressing. It holds a part of the
+/// hash in place of the Guid, which is the object's to tell: its slots are small, so that the processor's caches hold
+/// many.
 class GuidIndex {
 public:
-    /// Null if there is none.
-    const std::shared_ptr<FcBase>& find(const Guid& guid) const {
-        return slots.empty() ? none : slots[placeOf(guid)].entity;
+    using Entities = std::vector<std::shared_ptr<FcBase>>;
+
+    /// The object that was put in under the Guid and still has it. Null if there is none.
+    const std::shared_ptr<FcBase>& find(const Entities& entities, const Guid& guid) const {
+        const std::uint32_t hash = hashOf(guid);
+        for (std::size_t place = hash & mask(); slots[place].number != 0; place = (place + 1) & mask()) {
+            if (slots[place].hash == hash && slots[place].entity->guid == guid) {
+                return entities[slots[place].number - 1];
+            }
+        }
+        return none;
     }
 
-    /// Takes the place of an object that has the Guid already.
-    void set(const Guid& guid, const std::shared_ptr<FcBase>& entity);
+    /// Puts in the object at that index of the vector, in place of one that has its Guid already.
+    void set(const Entities& entities, std::size_t index);
 
 private:
     struct Slot {
-        Guid guid;
-        std::shared_ptr<FcBase> entity; // null if the slot is free
+        std::uint32_t number = 0;       ///< That of the object in the vector, from 1 on; 0 if the slot is free.
+        std::uint32_t hash = 0;         ///< Of the Guid under which it was put in.
+        const FcBase* entity = nullptr; ///< The object, which spares the way through the vector until it is found.
     };
 
     static inline const std::shared_ptr<FcBase> none;
 
-    /// Of the slot that has the Guid, or else of the free one that it is to have.
-    std::size_t placeOf(const Guid& guid) const {
-        const std::size_t mask = slots.size() - 1;
-        std::size_t place = guid.hash() & mask;
-        while (slots[place].entity && slots[place].guid != guid) {
-            place = (place + 1) & mask;
-        }
-        return place;
-    }
+    static std::uint32_t hashOf(const Guid& guid) { return static_cast<std::uint32_t>(guid.hash()); }
+
+    std::size_t mask() const { return slots.size() - 1; }
 
     void grow();
 
-    std::vector<Slot> slots; // none or a power of two, of which a third at least are free
+    std::vector<Slot> slots = std::vector<Slot>(1); // a power of two, of which a third at least are free
     std::size_t count = 0;
 };
 

@@ -1,9 +1,9 @@
 #include "FoundationClasses/IfcClass.h"
 
 #include "FoundationClasses/NameHash.h"
+#include "FoundationClasses/RowIndex.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <iterator>
 
@@ -61,59 +61,32 @@ constexpr bool equalsInAnyCase(std::string_view a, std::string_view b) {
     return difference == 0;
 }
 
-/// An open-addressing hash table of both lists, built by the compiler. It holds the numbers of the rows in the one list
-/// followed by the other, no addresses.
-class Index {
-public:
-    constexpr Index() {
-        for (std::uint16_t number = 1; number <= rowCount; ++number) {
-            insert(number);
-        }
-    }
-
-    const IfcClass* find(std::string_view name) const {
-        std::size_t slot = firstSlot(name);
-        while (slots[slot] != 0 && !equalsInAnyCase(row(slots[slot]).name, name)) {
-            slot = nextSlot(slot);
-        }
-        return slots[slot] == 0 ? nullptr : &row(slots[slot]);
-    }
-
-private:
+/// The rows of both lists, numbered through. Letters of either case are the same in their names.
+struct ClassTable {
     static constexpr std::size_t rowCount = std::size(presentClasses) + std::size(olderClasses);
-    static constexpr std::size_t slotCount = 2048;
-    static_assert(slotCount > 2 * rowCount);
 
-    /// The row of that number, from 1 on.
     static constexpr const IfcClass& row(std::size_t number) {
         return number <= std::size(presentClasses) ? presentClasses[number - 1]
                                                    : olderClasses[number - 1 - std::size(presentClasses)];
     }
 
-    static constexpr std::size_t firstSlot(std::string_view name) {
+    static constexpr std::string_view nameOf(std::size_t number) { return row(number).name; }
+
+    static constexpr std::uint64_t hashOf(std::string_view name) {
         constexpr std::uint64_t letterCase = 0x2020202020202020U;
-        return hashOf(name, letterCase) % slotCount;
+        return fc::hashOf(name, letterCase);
     }
 
-    static constexpr std::size_t nextSlot(std::size_t slot) { return (slot + 1) % slotCount; }
-
-    constexpr void insert(std::uint16_t number) {
-        std::size_t slot = firstSlot(row(number).name);
-        while (slots[slot] != 0) {
-            slot = nextSlot(slot);
-        }
-        slots[slot] = number;
-    }
-
-    std::array<std::uint16_t, slotCount> slots{}; ///< 0 if the slot is empty.
+    static constexpr bool areSame(std::string_view a, std::string_view b) { return equalsInAnyCase(a, b); }
 };
 
-constexpr Index classIndex;
+constexpr RowIndex<ClassTable> classIndex;
 
 } // namespace
 
 const IfcClass* IfcClass::find(std::string_view name) {
-    return classIndex.find(name);
+    const std::size_t number = classIndex.find(name);
+    return number == 0 ? nullptr : &ClassTable::row(number);
 }
 
 const IfcClass* IfcClass::ofNumber(std::uint32_t number) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -45,7 +46,10 @@ private:
         std::uint32_t check = 0;  ///< A part of the hash of the name.
     };
 
-    static std::uint32_t checkOf(std::size_t hash) { return static_cast<std::uint32_t>(hash >> 32U); }
+    /// The upper half of the hash.
+    static std::uint32_t checkOf(std::size_t hash) {
+        return static_cast<std::uint32_t>(hash >> static_cast<unsigned>(std::numeric_limits<std::size_t>::digits / 2));
+    }
 
     std::size_t mask() const { return slots.size() - 1; }
 

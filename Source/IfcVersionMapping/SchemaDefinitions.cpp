@@ -53,9 +53,9 @@ std::shared_ptr<fc::FcProperty> makeProperty(const Def& definition) {
     case PropertyKind::Table:
         return makeTableValue(type, fc::FcValueType::find(definition.definedValueType));
     case PropertyKind::Reference:
-        return std::make_shared<fc::FcProperty>(*fc::IfcClass::find("IfcPropertyReferenceValue"));
+        return std::make_shared<fc::FcPropertyWithoutValue>(*fc::IfcClass::find("IfcPropertyReferenceValue"));
     case PropertyKind::Complex:
-        return std::make_shared<fc::FcProperty>(*fc::IfcClass::find("IfcComplexProperty"));
+        return std::make_shared<fc::FcPropertyWithoutValue>(*fc::IfcClass::find("IfcComplexProperty"));
     }
     return nullptr;
 }

@@ -26,17 +26,18 @@ fs::path beside(const fs::path& path, std::string_view mark, std::size_t room) {
     constexpr std::size_t maximumName = 255;
     constexpr std::size_t digits = 16;
     std::string name = path.filename().string();
-    if (name.size() + mark.size() + room > maximumName) {
-        std::uint64_t digest = Digest::of(name).first;
-        std::size_t kept = maximumName - mark.size() - room - digits - 1;
-        while (kept > 0 && (static_cast<unsigned char>(name[kept]) & 0xc0U) == 0x80U) {
-            --kept; // not within a character of UTF-8
-        }
-        name.resize(kept);
-        name += '~';
-        for (std::size_t digit = 0; digit < digits; ++digit, digest >>= 4U) {
-            name += "0123456789abcdef"[digest & 0xfU];
-        }
+    if (name.size() + mark.size() + room <= maximumName) {
+        return fs::path(path).concat(mark);
+    }
+    std::uint64_t digest = Digest::of(name).first;
+    std::size_t kept = maximumName - mark.size() - room - digits - 1;
+    while (kept > 0 && (static_cast<unsigned char>(name[kept]) & 0xc0U) == 0x80U) {
+        --kept; // not within a character of UTF-8
+    }
+    name.resize(kept);
+    name += '~';
+    for (std::size_t digit = 0; digit < digits; ++digit, digest >>= 4U) {
+        name += "0123456789abcdef"[digest & 0xfU];
     }
     return path.parent_path() / name.append(mark);
 }

@@ -11,9 +11,13 @@ namespace orv::utilities {
 
 std::unique_ptr<LockedFile> LockedFile::lock(const std::filesystem::path& path, Opening opening, bool exclusive,
                                              std::error_code& error) {
-    auto documentPath = resolved(path);
+    auto documentPath = path;
     std::errc outcome{};
     Descriptor file = Descriptor::open(documentPath, opening, outcome);
+    if (outcome == std::errc::too_many_symbolic_link_levels) {
+        documentPath = resolved(path);
+        file = Descriptor::open(documentPath, opening, outcome);
+    }
     if (file.isOpen()) {
         outcome = file.lock(exclusive);
     }
@@ -36,7 +40,7 @@ std::unique_ptr<LockedFile> LockedFile::lock(const std::filesystem::path& path, 
 std::unique_ptr<LockedFile> LockedFile::tryLock(const std::filesystem::path& path, bool exclusive, Access access,
                                                 std::error_code& error, const SavingNote* series) {
     const bool isForWriting = access == Access::ReadWrite;
-    auto locked = lock(path, isForWriting ? Opening::Write : Opening::Read, exclusive, error);
+    auto locked = lock(path, isForWriting ? Opening::WriteNoLink : Opening::ReadNoLink, exclusive, error);
     if (!locked || !isForWriting) {
         return locked;
     }
@@ -52,7 +56,7 @@ std::unique_ptr<LockedFile> LockedFile::tryLock(const std::filesystem::path& pat
 }
 
 std::unique_ptr<LockedFile> LockedFile::tryLockNew(const std::filesystem::path& path, std::error_code& error) {
-    auto locked = lock(path, Opening::Make, true, error);
+    auto locked = lock(resolved(path), Opening::Make, true, error);
     if (!locked) {
         return nullptr;
     }

@@ -89,6 +89,7 @@ private:
     LockedFile(Descriptor opened, std::filesystem::path resolvedPath, const FileState& found)
         : file(std::move(opened)), path(std::move(resolvedPath)), state(found) {}
 
+    /// Resolves the path if the opening minds links.
     static std::unique_ptr<LockedFile> lock(const std::filesystem::path& path, Opening opening, bool exclusive,
                                             std::error_code& error);
     bool isWrittenByOthers() const { return file.getState() != state; }

@@ -59,6 +59,20 @@ TEST_F(FcShadowDbTest, indexesObjectsUnderTheGuidThatTheyHaveAtTheNextSearchAndF
     EXPECT_EQ(data->findByGuid(otherId), second);
 }
 
+TEST_F(FcShadowDbTest, findsEachOfManyObjectsThatWereSearchedBeforeTheirGuidWasSet) {
+    const auto data = std::make_shared<Data>();
+    std::vector<std::shared_ptr<FcBase>> objects;
+    for (std::uint32_t number = 1; number <= 1000; ++number) {
+        objects.push_back(data->entityCreate("IfcWall"));
+        EXPECT_EQ(data->findByGuid(Guid()), objects.back());
+        objects.back()->guid.data1 = number;
+    }
+    for (const auto& object : objects) {
+        EXPECT_EQ(data->findByGuid(object->guid), object);
+    }
+    EXPECT_EQ(data->findByGuid(Guid{1001, 0, 0, {}}), nullptr);
+}
+
 TEST_F(FcShadowDbTest, makesNoShadowObjectOfAClassWithoutObjects) {
     FcShadowDb database;
     class Unknown : public FcObjectDefinition {

@@ -2,9 +2,9 @@
 //
 // The floor of an addition asks the kinds for the same names and attributes, puts them, escaped, onto one string that
 // has the room, and writes that in one call in place of the file, under the same lock. The floor of a load does that
-// once for each record. The parts of an addition are the kinds' calls, the rendering, of which they are part, and the
-// whole without the syncs, and without the syncs and the calls for the saving note. The additions by peers are in
-// EnhancementsPeers.cpp. All files are in the directory for temporary files.
+// once for each record. The parts of an addition are the rendering and the whole without the syncs, and without the
+// syncs and the calls for the saving note; those that can be had alone are in EnhancementsParts.cpp. The additions by
+// peers are in EnhancementsPeers.cpp. All files are in the directory for temporary files.
 //
 // [heap/document] is the most that comes onto the heap at a time beside the records, divided by the size of the
 // document; [kept/document] is what of it stays there after a load.
@@ -103,20 +103,6 @@ void renderOurs(benchmark::State& state) {
     for ([[maybe_unused]] const auto iteration : state) {
         const auto start = Clock::now();
         EnhancementsFile(*database).write(stream);
-        state.SetIterationTime(Seconds(Clock::now() - start).count());
-    }
-}
-
-void callKinds(benchmark::State& state) {
-    const Records records = makeMarks(state.range());
-    for ([[maybe_unused]] const auto iteration : state) {
-        const auto start = Clock::now();
-        for (const auto& record : records) {
-            auto kind = record->getEntityName();
-            auto attributes = record->getAttributes();
-            benchmark::DoNotOptimize(kind);
-            benchmark::DoNotOptimize(attributes);
-        }
         state.SetIterationTime(Seconds(Clock::now() - start).count());
     }
 }
@@ -284,7 +270,6 @@ BENCHMARK(addOurs)->Name("addRecord/ours")->Apply(eachSize);
 BENCHMARK(addUnsynced)->Name("addRecord/unsynced")->Apply(eachSize);
 BENCHMARK(addNoteless)->Name("addRecord/noteless")->Apply(eachSize);
 BENCHMARK(renderOurs)->Name("addRecord/rendering")->Apply(eachSize);
-BENCHMARK(callKinds)->Name("addRecord/kinds")->Apply(eachSize);
 BENCHMARK(addFloor)->Name("addRecord/floor")->Apply(eachSize);
 BENCHMARK(loadOurs)->Name("load/ours")->Apply(eachLoad);
 BENCHMARK(loadFloor)->Name("load/floor")->Apply(eachLoad);

@@ -6,14 +6,15 @@
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
-namespace {
-
-std::filesystem::path keyOf(const std::filesystem::path& path) {
-    std::error_code ignored;
-    return (path.is_absolute() ? path : std::filesystem::absolute(path, ignored)).lexically_normal();
+const KnownFiles::Key& KnownFiles::keyOf(const std::filesystem::path& path) {
+    if (!path.is_absolute() || path.native() != lastPath.native()) {
+        std::error_code ignored;
+        auto asked = path;
+        lastKey = (path.is_absolute() ? path : std::filesystem::absolute(path, ignored)).lexically_normal().native();
+        lastPath.swap(asked);
+    }
+    return lastKey;
 }
-
-} // namespace
 
 KnownFile* KnownFiles::find(const std::filesystem::path& path) {
     const auto known = files.find(keyOf(path));
@@ -21,7 +22,7 @@ KnownFile* KnownFiles::find(const std::filesystem::path& path) {
 }
 
 void KnownFiles::prepare(const std::filesystem::path& path) {
-    std::map<std::filesystem::path, KnownFile> room;
+    Files room;
     room.try_emplace(keyOf(path));
     prepared = room.extract(room.begin());
 }

@@ -42,9 +42,16 @@ public:
     const KnownFile* findContent(const utilities::Digest& content) const;
 
 private:
-    std::map<std::filesystem::path, KnownFile> files; // by absolute paths
+    using Key = std::filesystem::path::string_type; // an absolute path
+    using Files = std::map<Key, KnownFile>;
+
+    const Key& keyOf(const std::filesystem::path& path);
+
+    Files files;
     KnownFile* current = nullptr;
-    std::map<std::filesystem::path, KnownFile>::node_type prepared;
+    Files::node_type prepared;
+    std::filesystem::path lastPath; // that was asked for; an addition asks four times for the same
+    Key lastKey;                    // its key
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

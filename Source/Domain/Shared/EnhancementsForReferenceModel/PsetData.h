@@ -136,6 +136,11 @@ private:
     template <typename Value>
     void setOn(const fc::core::kernel::FcObjectDefinition* object, const std::string& pset, const std::string& property,
                const Value& value) const;
+    template <typename Value>
+    void setOn(const Guid& guid, const std::string& pset, const std::string& property, const Value& value) const;
+    template <typename Value>
+    void setOnShadow(fc::core::kernel::FcObjectDefinition& shadow, const std::string& pset, const std::string& property,
+                     const Value& value) const;
 
     std::shared_ptr<fc::FcShadowDb> db; // outlives the guard
     ScopeGuard guard;

@@ -225,24 +225,40 @@ void PsetData::setValue(std::shared_ptr<const FcObjectDefinition> object, const 
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const PropertyValue& value) {
-    setOn(resolveObject(guid).get(), pset, property, value);
+    setOn(guid, pset, property, value);
 }
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const std::vector<PropertyValue>& values) {
-    setOn(resolveObject(guid).get(), pset, property, values);
+    setOn(guid, pset, property, values);
 }
 
 void PsetData::setValue(const Guid& guid, const std::string& pset, const std::string& property,
                         const std::vector<PropertyValuePair>& values) {
-    setOn(resolveObject(guid).get(), pset, property, values);
+    setOn(guid, pset, property, values);
 }
 
 template <typename Value>
 void PsetData::setOn(const FcObjectDefinition* object, const std::string& pset, const std::string& property,
                      const Value& value) const {
-    const auto shadow = db && object != nullptr ? db->getShadowObject(*object) : nullptr;
-    const auto set = shadow ? shadow->getOrCreatePropertySetDefinition<FcPropertySet>(db->data(), pset) : nullptr;
+    if (const auto shadow = db && object != nullptr ? db->getShadowObject(*object) : nullptr) {
+        setOnShadow(*shadow, pset, property, value);
+    }
+}
+
+template <typename Value>
+void PsetData::setOn(const Guid& guid, const std::string& pset, const std::string& property, const Value& value) const {
+    if (const auto shadow = findShadowObject(guid)) {
+        setOnShadow(*shadow, pset, property, value); // which getShadowObject would only find once more
+    } else {
+        setOn(resolveObject(guid).get(), pset, property, value);
+    }
+}
+
+template <typename Value>
+void PsetData::setOnShadow(FcObjectDefinition& shadow, const std::string& pset, const std::string& property,
+                           const Value& value) const {
+    const auto set = shadow.getOrCreatePropertySetDefinition<FcPropertySet>(db->data(), pset);
     if (set) {
         setIn(set, property, db->data(), value);
     }

@@ -121,6 +121,8 @@ void RecordDocument::appendSlots() {
         if (slots[number].content == Content::Record) {
             const auto drafted = appendRecord(number, head);
             slots[number].drafted = drafted; // a kind may have added a record
+        } else if (const auto& [begin, end] = slots[number].accepted; begin != end) {
+            slots[number].drafted = text.repeat(slots[number].accepted); // markup stays as it is
         } else {
             writer->appendMarkup(markupOf(slots[number]));
             slots[number].drafted = text.append(writer->getText().substr(head));
