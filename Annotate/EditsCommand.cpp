@@ -44,7 +44,7 @@ void listEdits(const Arguments& arguments) {
                             editText(entry.edit), entry.edit.unit, entry.edit.author, shownTime(time)});
         }
     }
-    printRemarks(filter);
+    printRemarks(filter, rows.empty());
     printTable(arguments,
                {{"GlobalId"},
                 {"Class"},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Annotate/ExportedValue.h"
 #include "Annotate/ModelStatements.h"
 #include "Annotate/ModelUnits.h"
 #include "Host/PropertyEdits.h"
@@ -10,12 +11,6 @@
 #include <string_view>
 
 namespace annotate {
-
-/// A version of IFC by what statements look like in it.
-enum class IfcVersion { Ifc2x3, Ifc4, Ifc4x3 };
-
-/// Of the schema that a file names, as in IFC4X3_ADD2.
-IfcVersion versionOf(std::string_view schema);
 
 /// The statement of a property without its number.
 struct ExportedProperty {
@@ -30,7 +25,8 @@ struct ExportedProperty {
 /// what the version lacks, is told in a sentence.
 class PropertyExporter {
 public:
-    PropertyExporter(IfcVersion fileVersion, const ModelUnits& modelUnits) : version(fileVersion), units(&modelUnits) {}
+    PropertyExporter(IfcVersion fileVersion, const ModelStatements& modelStatements, const ModelUnits& modelUnits)
+        : version(fileVersion), statements(&modelStatements), units(&modelUnits) {}
 
     std::optional<ExportedProperty> exported(const orv::host::PropertyEdit& edit,
                                              const ModelStatements::Statement& model);
@@ -38,11 +34,16 @@ public:
     const std::set<std::string>& getSentences() const { return sentences; }
 
 private:
-    std::string valueOf(const orv::object::PropertyValue& value, std::string_view type) const;
+    struct Content;
+
+    bool takeValues(Content& content, const ModelStatements::Statement& model);
     std::string valuesOf(const std::vector<orv::object::PropertyValue>& values, std::string_view type,
                          std::size_t first = 0, std::size_t step = 1) const;
+    std::string boundsOf(const Content& content) const;
+    bool isEnumerationOf(const std::string& enumeration, const Content& content) const;
 
     IfcVersion version;
+    const ModelStatements* statements;
     const ModelUnits* units;
     std::set<std::string> sentences;
 };

@@ -173,8 +173,11 @@ bool Filter::takesAct(const std::string& actor, const std::optional<Time>& time)
     return (author.getText().empty() || author.equals(actor)) && (!since || (time && *time >= *since));
 }
 
-void printRemarks(const Filter& filter) {
+void printRemarks(const Filter& filter, bool isNothingTaken) {
     for (const std::string& remark : filter.remarks()) {
+        if (isNothingTaken) {
+            throw RequestError(remark);
+        }
         std::cerr << "annotate: " << printable(remark) << '\n';
     }
 }
@@ -186,7 +189,7 @@ std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter
             chosen.push_back(&object);
         }
     }
-    printRemarks(filter);
+    printRemarks(filter, chosen.empty());
     return chosen;
 }
 

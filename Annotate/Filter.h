@@ -71,8 +71,8 @@ private:
     bool onlyVanished;
 };
 
-/// Says what the filter remarks.
-void printRemarks(const Filter& filter);
+/// Says what the filter remarks. Throws the first of that as a RequestError if the filter took nothing.
+void printRemarks(const Filter& filter, bool isNothingTaken);
 
 /// The objects of the model that the filter takes. Says what it remarks.
 std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter);

@@ -27,12 +27,14 @@ std::vector<PropertyValue> heldValues(const MergedProperty& property, const Mode
         return isOneText ? std::vector<PropertyValue>{valuesText(*property.model)} : property.model->values;
     }
     const orv::host::PropertyEdit& edit = property.edit->edit;
+    const auto* const definition = orv::ifc::findSchemaDefForProperty(property.set, property.name);
+    const bool isBounded = definition != nullptr && definition->kind == PropertyKind::Bounded;
     const Overlay overlay(model, records);
     std::vector<PropertyValue> values = Overlay::read(property.edit->id, property.set, property.name);
-    if (!values.empty() && edit.form != Form::Enumerated) {
+    if (!values.empty() && edit.form != Form::Enumerated && !isBounded) {
         return values;
     }
-    // Choices in one text, or what the overlay doesn't take as its definition is missing today.
+    // Choices and bounds in one text, or what the overlay doesn't take as its definition is missing today.
     const bool isOneText = edit.form != Form::List && edit.form != Form::Table;
     return isOneText ? std::vector<PropertyValue>{editText(edit)} : edit.values;
 }

@@ -4,6 +4,7 @@
 #include "Annotate/ExportTargets.h"
 #include "Annotate/ExportedProperty.h"
 #include "Annotate/SetEditor.h"
+#include "Annotate/StepParameters.h"
 
 #include <algorithm>
 #include <set>
@@ -55,7 +56,7 @@ public:
         : details(modelDetails),
           targets(exportTargets),
           finder(found),
-          properties(versionOf(found.getSchema()), modelDetails.getUnits()),
+          properties(versionOf(found.getSchema()), modelDetails.getStatements(), modelDetails.getUnits()),
           sets(modelDetails.getStatements(), found) {}
 
     ModelExport run() {
@@ -158,7 +159,7 @@ private:
         Ids assigned = holder.sets;
         for (std::uint64_t& set : assigned) {
             const Content* const content = findContent(set, object);
-            set = content == nullptr ? set : sets.variantOf(set, content->key, content->members);
+            set = content == nullptr ? set : sets.variantOf(set, content->key, content->members, idOf(object));
         }
         return assigned;
     }
@@ -167,12 +168,14 @@ private:
     /// others relations of their own, one for those that are alike.
     void divide(Holder& holder) {
         std::vector<std::pair<Ids, Ids>> groups; // sets, and the objects that have them
+        std::map<Ids, std::size_t> places;
         for (const std::uint64_t object : holder.objects) {
             Ids assigned = variantsFor(holder, object);
-            auto group =
-                std::find_if(groups.begin(), groups.end(), [&](const auto& each) { return each.first == assigned; });
-            group = group == groups.end() ? groups.emplace(group, std::move(assigned), Ids()) : group;
-            group->second.push_back(object);
+            const auto [place, isNew] = places.try_emplace(assigned, groups.size());
+            if (isNew) {
+                groups.emplace_back(std::move(assigned), Ids());
+            }
+            groups[place->second].second.push_back(object);
         }
         const auto unchanged =
             std::find_if(groups.begin(), groups.end(), [&](const auto& each) { return each.first == holder.sets; });
@@ -210,6 +213,13 @@ private:
         return parts;
     }
 
+    /// The owner history of the object, or another one if it has none where IFC2X3 demands one.
+    std::string ownerOf(const FoundStatement& object) const {
+        const std::string& own = object.parts[ownerHistory];
+        const bool isDemanded = versionOf(finder.getSchema()) == IfcVersion::Ifc2x3;
+        return own == "$" && isDemanded && finder.getOwnerHistory() != 0 ? reference(finder.getOwnerHistory()) : own;
+    }
+
     /// New sets of that name, one for the objects that are alike; but types share none.
     void addSets(const std::string& name, const ContentOfObjects& ofObjects) {
         NewStatements& added = sets.getNew();
@@ -221,8 +231,7 @@ private:
             std::string identity = "set\n";
             identity.append(name).append("\n").append(key).append(idOf(objects.front()));
             const std::string id = globalIdOf(identity);
-            const std::string& owner = finder.find(objects.front())->parts[ownerHistory];
-            const std::string root = ',' + owner + ',';
+            const std::string root = ',' + ownerOf(*finder.find(objects.front())) + ',';
             Ids members;
             for (const SetMember& member : ofObjects.at(objects.front()).members) {
                 members.push_back(added.addOnce(member.property.keyword, member.property.parameters));

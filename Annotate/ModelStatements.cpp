@@ -62,6 +62,7 @@ constexpr std::array statementClasses{
     StatementClass{"IfcPersonAndOrganization", Kind::Referenced},
     StatementClass{"IfcPhysicalComplexQuantity", Kind::ComplexQuantity},
     StatementClass{"IfcPostalAddress", Kind::Referenced},
+    StatementClass{"IfcProfileProperties", Kind::ProfileProperties},
     StatementClass{"IfcPropertyBoundedValue", Kind::BoundedValue},
     StatementClass{"IfcPropertyEnumeratedValue", Kind::EnumeratedValue},
     StatementClass{"IfcPropertyEnumeration", Kind::Enumeration},

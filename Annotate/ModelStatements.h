@@ -31,6 +31,7 @@ enum class StatementKind : std::uint8_t {
     MaterialProperties,
     ExtendedMaterialProperties,
     MaterialAttributes,
+    ProfileProperties,
     SingleValue,
     EnumeratedValue,
     Enumeration,

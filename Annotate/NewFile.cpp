@@ -27,13 +27,15 @@ void requireOther(const std::filesystem::path& path, const std::filesystem::path
 NewFile::NewFile(std::filesystem::path filePath, const std::filesystem::path& model, const std::filesystem::path& store)
     : path(std::move(filePath)) {
     std::error_code ignored;
-    if (std::filesystem::is_symlink(path, ignored)) {
+    for (int links = 40; std::filesystem::is_symlink(path, ignored) && links > 0; --links) {
         path = path.parent_path() / std::filesystem::read_symlink(path, ignored);
     }
     requireOther(path, model, "the model itself");
     requireOther(path, store, "the file of the additions");
-    if (std::filesystem::is_directory(path, ignored)) {
-        throw RequestError(path.string() + " is a folder. Give the name of a file.");
+    const auto status = std::filesystem::symlink_status(path, ignored);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        throw RequestError(path.string() + (std::filesystem::is_directory(status) ? " is a folder" : " isn't a file") +
+                           ". Give the name of a file.");
     }
     unfinished = path;
     unfinished += ".unfinished-" + std::to_string(::getpid());

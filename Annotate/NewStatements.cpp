@@ -1,9 +1,20 @@
 #include "Annotate/NewStatements.h"
 
+#include "Annotate/Arguments.h"
 #include "Id/Guid.h"
 #include "Utilities/Digest.h"
 
+#include <limits>
+
 namespace annotate {
+
+NewStatements::NewStatements(std::uint64_t highestId) : lastId(highestId) {
+    constexpr std::uint64_t room = 1ULL << 40U; // more than memory has for them
+    if (lastId > std::numeric_limits<std::uint64_t>::max() - room) {
+        throw RequestError("The model has an instance #" + std::to_string(highestId) +
+                           ", and no room for new ones behind it. Export it again with smaller numbers.");
+    }
+}
 
 std::uint64_t NewStatements::add(std::string_view keyword, std::string_view parameters) {
     text.append(statementText(++lastId, keyword, parameters)).append("\n");

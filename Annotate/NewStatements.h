@@ -10,8 +10,8 @@ namespace annotate {
 /// The statements that an export adds behind those of the file.
 class NewStatements {
 public:
-    /// The numbers go on behind the highest of the file.
-    explicit NewStatements(std::uint64_t highestId) : lastId(highestId) {}
+    /// The numbers go on behind the highest of the file. Throws RequestError if that leaves too few.
+    explicit NewStatements(std::uint64_t highestId);
 
     /// Returns the number of the new one.
     std::uint64_t add(std::string_view keyword, std::string_view parameters);

@@ -179,7 +179,7 @@ void listNotes(const Arguments& arguments) {
     if (!arguments.globalId.empty() && rows.empty()) {
         objectNamed(arguments, model, arguments.globalId); // throws if there is none
     }
-    printRemarks(filter);
+    printRemarks(filter, rows.empty());
     printTable(arguments,
                {{"Number", true},
                 {"GlobalId"},

@@ -3,6 +3,7 @@
 #include "Annotate/StepParameters.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace annotate {
 
@@ -10,7 +11,23 @@ namespace {
 
 constexpr std::size_t globalIdOfSet = 0;
 constexpr std::size_t membersOfSet = 4;
-constexpr std::size_t membersOfComplex = 3;
+
+/// Where a statement of the kind has properties; nothing if it has none.
+std::optional<std::size_t> placeOfProperties(StatementKind kind) {
+    switch (kind) {
+    case StatementKind::PropertySet:
+        return membersOfSet;
+    case StatementKind::ComplexProperty:
+        return 3;
+    case StatementKind::MaterialProperties:
+    case StatementKind::ProfileProperties:
+        return 2;
+    case StatementKind::ExtendedMaterialProperties:
+        return 1;
+    default:
+        return std::nullopt;
+    }
+}
 
 } // namespace
 
@@ -30,12 +47,13 @@ void SetEditor::edit(std::uint64_t set, const std::vector<SetMember>& members) {
     }
 }
 
-std::uint64_t SetEditor::variantOf(std::uint64_t set, const std::string& key, const std::vector<SetMember>& members) {
+std::uint64_t SetEditor::variantOf(std::uint64_t set, const std::string& key, const std::vector<SetMember>& members,
+                                   const std::string& ownerId) {
     std::uint64_t& variant = variants[{set, key}];
     if (variant == 0) {
         const FoundStatement& original = *finder.find(set);
         StatementParts parts = withMembers(original, members);
-        parts.set(globalIdOfSet, globalIdOf("set\n" + original.parts[globalIdOfSet] + '\n' + key));
+        parts.set(globalIdOfSet, globalIdOf("set\n" + original.parts[globalIdOfSet] + ownerId + '\n' + key));
         variant = added.add(original.keyword, parts.text());
     }
     return variant;
@@ -52,13 +70,12 @@ std::map<std::uintmax_t, ModelExport::Replacement> SetEditor::takeReplacements()
     return std::move(replacements);
 }
 
-/// How many sets and complex properties the property is in.
+/// How many times the properties of anything refer to the property.
 std::size_t SetEditor::countUses(std::uint64_t property) {
     if (uses.empty()) {
         statements.forEach([this](std::uint64_t id, StatementKind kind) {
-            if (kind == StatementKind::PropertySet || kind == StatementKind::ComplexProperty) {
-                const std::size_t place = kind == StatementKind::PropertySet ? membersOfSet : membersOfComplex;
-                for (const std::uint64_t member : StepParameters(statements.find(id).text)[place].references()) {
+            if (const auto place = placeOfProperties(kind)) {
+                for (const std::uint64_t member : StepParameters(statements.find(id).text)[*place].references()) {
                     ++uses[member];
                 }
             }
@@ -77,14 +94,11 @@ StatementParts SetEditor::withMembers(const FoundStatement& set, const std::vect
             ids.push_back(id);
         } else {
             *place = id;
+            std::erase(ids, replaced); // a set may name a member twice
         }
     }
     parts.set(membersOfSet, stepReferences(ids));
     return parts;
-}
-
-std::vector<std::uint64_t> referencesIn(const std::string& parameter) {
-    return StepParameters(parameter + ')').all().references();
 }
 
 } // namespace annotate

@@ -30,8 +30,10 @@ public:
     /// Puts the members into the set itself.
     void edit(std::uint64_t set, const std::vector<SetMember>& members);
 
-    /// A copy of the set with the members in it, the same one for the same key.
-    std::uint64_t variantOf(std::uint64_t set, const std::string& key, const std::vector<SetMember>& members);
+    /// A copy of the set with the members in it, the same one for the same key. Its GlobalId comes from all that and
+    /// from the GlobalId of the first object that gets it.
+    std::uint64_t variantOf(std::uint64_t set, const std::string& key, const std::vector<SetMember>& members,
+                            const std::string& ownerId);
 
     void replace(const FoundStatement& statement, std::string_view parameters);
 
@@ -51,8 +53,5 @@ private:
     std::unordered_map<std::uint64_t, std::size_t> uses; ///< Of properties, once they are counted.
     std::map<std::uintmax_t, ModelExport::Replacement> replacements;
 };
-
-/// All instances that a parameter refers to.
-std::vector<std::uint64_t> referencesIn(const std::string& parameter);
 
 } // namespace annotate

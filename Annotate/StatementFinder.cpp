@@ -1,5 +1,6 @@
 #include "Annotate/StatementFinder.h"
 
+#include "Annotate/Arguments.h"
 #include "Annotate/ModelStatements.h"
 #include "Annotate/StepParameters.h"
 #include "Annotate/StepScanner.h"
@@ -13,6 +14,9 @@ void StatementFinder::take(StepScanner& scanner, const ModelInstance& instance) 
     const std::uintmax_t start = scanner.position();
     scanner.skipStatement();
     highestId = std::max(highestId, id);
+    if (ownerHistory == 0 && equalsInAnyCase(instance.keyword, "IFCOWNERHISTORY")) {
+        ownerHistory = id;
+    }
     const StatementClass* const statementClass = instance.isReferring ? nullptr : StatementClass::find(instance);
     const bool isAssignment = statementClass != nullptr && statementClass->kind == StatementKind::DefinesByProperties;
     if (!isAssignment && !wanted.contains(id)) {

@@ -38,6 +38,9 @@ public:
 
     std::uint64_t getHighestId() const { return highestId; }
 
+    /// The first IfcOwnerHistory; 0 if there is none.
+    std::uint64_t getOwnerHistory() const { return ownerHistory; }
+
     /// Null if there is none.
     const FoundStatement* find(std::uint64_t id) const;
 
@@ -52,6 +55,7 @@ private:
     std::string schema;
     std::uintmax_t dataEnd = 0;
     std::uint64_t highestId = 0;
+    std::uint64_t ownerHistory = 0;
 };
 
 } // namespace annotate

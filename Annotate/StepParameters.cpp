@@ -187,4 +187,8 @@ std::vector<std::uint64_t> StepParameter::references() const {
     return found;
 }
 
+std::vector<std::uint64_t> referencesIn(const std::string& parameter) {
+    return StepParameters(parameter + ')').all().references();
+}
+
 } // namespace annotate

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -101,5 +102,8 @@ inline StepParameter::Iterator StepParameter::begin() const {
 inline StepParameter::Iterator StepParameter::end() const {
     return Iterator(node + node->size);
 }
+
+/// All instances that the text of a parameter refers to.
+std::vector<std::uint64_t> referencesIn(const std::string& parameter);
 
 } // namespace annotate

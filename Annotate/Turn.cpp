@@ -17,11 +17,10 @@ namespace {
 /// Where the store's file is, links followed, so that all who mean the same file come to the same place.
 std::filesystem::path folderOf(const std::filesystem::path& store) {
     std::error_code error;
-    std::filesystem::path file = std::filesystem::weakly_canonical(store, error);
-    if (error) {
-        file = std::filesystem::absolute(store, error);
-    }
-    return file.parent_path();
+    const std::filesystem::path absolute =
+        std::filesystem::absolute(store, error); // a missing file stays relative else
+    const std::filesystem::path file = std::filesystem::weakly_canonical(absolute, error);
+    return (error ? absolute : file).parent_path();
 }
 
 /// A descriptor of the folder, or of the nearest one above it that exists; -1 if that can't be opened.

@@ -74,9 +74,11 @@ TEST_F(TogetherTest, ofTwoPeopleAtOnceKeepsEveryCommand) {
         "i=0; while [ $i -lt 20 ]; do i=$((i+1)); \"$1\" \"$2\" note \"$3\" $i --author $4 --store \"$5\" "
         "&& \"$1\" \"$2\" set \"$3\" Pset_WallCommon $6 $i --author $4 --store \"$5\" || exit 1; done";
     const std::string arguments = std::string("' sh '") + ANNOTATE + "' '" + HOUSE + "' '" + id + "' ";
-    const std::string first = "sh -c '" + one + arguments + "Anna '" + store + "' FireRating >/dev/null";
-    const std::string second = "sh -c '" + one + arguments + "Ben '" + store + "' Reference >/dev/null";
-    EXPECT_EQ(std::system(("(" + first + ") & (" + second + ") && wait $!").c_str()), 0); // NOLINT(cert-env33-c)
+    const std::string first = "sh -c '" + one + arguments + "Anna notes.xml FireRating >/dev/null";
+    const std::string second = "sh -c '" + one + arguments + "Ben notes.xml Reference >/dev/null";
+    const std::string both =
+        "cd '" + (directory / "").string() + "' && { (" + first + ") & (" + second + ") && wait $!; }";
+    EXPECT_EQ(std::system(both.c_str()), 0); // NOLINT(cert-env33-c)
     const std::string content = contentOf(store);
     for (const char* const author : {"Anna", "Ben"}) {
         EXPECT_EQ(lineCount(run({HOUSE, "notes", "--author", author, "--store", store}).output), 20U);
