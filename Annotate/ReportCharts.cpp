@@ -107,25 +107,25 @@ std::string fillOf(std::size_t series) {
 
 /// As in "12.34%".
 std::string percentage(std::size_t part, std::size_t whole) {
-    const std::size_t hundredths = part * 10000 / whole;
+    const std::size_t hundredths = part * 10000 / std::max<std::size_t>(whole, 1);
     const std::string fraction = std::to_string(hundredths % 100);
     return std::to_string(hundredths / 100).append(fraction.size() == 1 ? ".0" : ".").append(fraction).append("%");
 }
 
 void addBar(HtmlPage& page, const Chart& chart, const Bar& bar, std::size_t longestTotal) {
-    page << "<tr><th scope=\"row\" class=\"wide\">";
-    page.text(bar.first) << "</th><td class=\"wide\"><svg class=\"bar\" aria-hidden=\"true\">";
+    page << R"(<tr><th scope="row" class="wide">)";
+    page.text(bar.first) << R"(</th><td class="wide"><svg class="bar" aria-hidden="true">)";
     std::size_t before = 0;
     for (std::size_t series = 0; series < chart.series.size(); ++series) {
         if (const std::size_t amount = bar.second[series]; amount > 0) {
-            page << "<rect class=\"" << fillOf(series) << "\" x=\"" << percentage(before, longestTotal) << "\" width=\""
-                 << percentage(amount, longestTotal) << "\" height=\"100%\"/>";
+            page << R"(<rect class=")" << fillOf(series) << R"(" x=")" << percentage(before, longestTotal)
+                 << R"(" width=")" << percentage(amount, longestTotal) << R"(" height="100%"/>)";
             before += amount;
         }
     }
     page << "</svg></td>";
     for (std::size_t series = 0; series < chart.series.size(); ++series) {
-        page << "<td class=\"number\">" << std::to_string(bar.second[series]) << "</td>";
+        page << R"(<td class="number">)" << std::to_string(bar.second[series]) << "</td>";
     }
     page << "</tr>\n";
 }
@@ -138,12 +138,11 @@ void addChart(HtmlPage& page, const Chart& chart) {
     for (const Bar& bar : chart.bars) {
         longestTotal = std::max(longestTotal, totalOf(bar));
     }
-    page << "<table class=\"chart\"><caption>" << chart.title
-         << "</caption>\n<thead><tr><th scope=\"col\" class=\"wide\">" << chart.counted
-         << "</th><td class=\"wide\"></td>";
+    page << R"(<table class="chart"><caption>)" << chart.title << "</caption>\n"
+         << R"(<thead><tr><th scope="col" class="wide">)" << chart.counted << R"(</th><td class="wide"></td>)";
     for (std::size_t series = 0; series < chart.series.size(); ++series) {
-        page << "<th scope=\"col\" class=\"number\"><svg class=\"key\" aria-hidden=\"true\"><rect class=\""
-             << fillOf(series) << "\" width=\"100%\" height=\"100%\"/></svg>" << chart.series[series] << "</th>";
+        page << R"(<th scope="col" class="number"><svg class="key" aria-hidden="true"><rect class=")" << fillOf(series)
+             << R"(" width="100%" height="100%"/></svg>)" << chart.series[series] << "</th>";
     }
     page << "</tr></thead>\n<tbody>\n";
     for (const Bar& bar : chart.bars) {
@@ -155,13 +154,13 @@ void addChart(HtmlPage& page, const Chart& chart) {
 } // namespace
 
 void addCharts(HtmlPage& page, const Additions& additions) {
-    page << "<section id=\"where\"><h2>Where and by whom</h2>\n"
-            "<svg class=\"patterns\" aria-hidden=\"true\"><defs>"
-            "<pattern id=\"hatched\" width=\"5\" height=\"5\" patternUnits=\"userSpaceOnUse\">"
-            "<path d=\"M-1 1 L1 -1 M0 5 L5 0 M4 6 L6 4\"/></pattern>"
-            "<pattern id=\"dotted\" width=\"4\" height=\"4\" patternUnits=\"userSpaceOnUse\">"
-            "<circle cx=\"2\" cy=\"2\" r=\"1\"/></pattern></defs></svg>\n"
-            "<div class=\"charts\">\n";
+    page << R"(<section id="where"><h2>Where and by whom</h2>
+<svg class="patterns" aria-hidden="true"><defs>
+<pattern id="hatched" width="5" height="5" patternUnits="userSpaceOnUse"><path d="M-1 1 L1 -1 M0 5 L5 0 M4 6 L6 4"/></pattern>
+<pattern id="dotted" width="4" height="4" patternUnits="userSpaceOnUse"><circle cx="2" cy="2" r="1"/></pattern>
+</defs></svg>
+<div class="charts">
+)";
     for (const Chart& chart : Tally(additions).charts()) {
         addChart(page, chart);
     }

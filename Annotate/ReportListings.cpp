@@ -17,30 +17,30 @@ struct Listing {
 };
 
 /// A section with the listing, or with a sentence if nothing is in it.
-void begin(HtmlPage& page, const Listing& listing, bool isEmpty) {
-    page << "<section id=\"" << listing.id << "\"><h2>" << listing.title << "</h2>\n";
+void beginSection(HtmlPage& page, const Listing& listing, bool isEmpty) {
+    page << R"(<section id=")" << listing.id << R"("><h2>)" << listing.title << "</h2>\n";
     if (isEmpty) {
         page << "<p>There are no " << listing.name << ".</p></section>\n";
         return;
     }
-    page << "<div class=\"scrolled\" role=\"region\" tabindex=\"0\" aria-label=\"" << listing.title
-         << "\">\n<table class=\"listing " << listing.id << "\" id=\"" << listing.id << "-table\" data-name=\""
-         << listing.name << "\"><caption>" << listing.caption << "</caption>\n<thead><tr>";
+    page << R"(<div class="scrolled" role="region" tabindex="0" aria-label=")" << listing.title << "\">\n"
+         << R"(<table class="listing )" << listing.id << R"(" id=")" << listing.id << R"(-table" data-name=")"
+         << listing.name << R"("><caption>)" << listing.caption << "</caption>\n<thead><tr>";
     for (const Column& column : listing.columns) {
-        page << (column.isNumber ? "<th scope=\"col\" class=\"number\">" : "<th scope=\"col\">") << column.name
+        page << (column.isNumber ? R"(<th scope="col" class="number">)" : R"(<th scope="col">)") << column.name
              << "</th>";
     }
     page << "</tr></thead>\n<tbody>\n";
 }
 
-void end(HtmlPage& page) {
+void endSection(HtmlPage& page) {
     page << "</tbody></table></div></section>\n";
 }
 
 void addCell(HtmlPage& page, std::string_view text, std::string_view style = {}) {
     page << "<td";
     if (!style.empty()) {
-        page << " class=\"" << style << "\"";
+        page << R"( class=")" << style << R"(")";
     }
     (page << ">").text(text) << "</td>";
 }
@@ -127,12 +127,12 @@ void addEdits(HtmlPage& page, const Additions& additions) {
                               {"Compared"},
                               {"Author"},
                               {"Time"}}};
-    begin(page, listing, additions.getEdits().empty());
+    beginSection(page, listing, additions.getEdits().empty());
     for (const AddedEdit& added : additions.getEdits()) {
         addRow(page, added, additions.getDetails().getUnits());
     }
     if (!additions.getEdits().empty()) {
-        end(page);
+        endSection(page);
     }
 }
 
@@ -155,12 +155,12 @@ void addNotes(HtmlPage& page, const Additions& additions) {
     std::stable_sort(notes.begin(), notes.end(), [](const AddedNote& a, const AddedNote& b) {
         return std::pair(a.note->resolved, a.number) < std::pair(b.note->resolved, b.number);
     });
-    begin(page, listing, notes.empty());
+    beginSection(page, listing, notes.empty());
     for (const AddedNote& added : notes) {
         addRow(page, added);
     }
     if (!notes.empty()) {
-        end(page);
+        endSection(page);
     }
 }
 
@@ -171,7 +171,7 @@ void addVanished(HtmlPage& page, const Status& status) {
                              "Objects that the model no longer has, and how much is on them.",
                              {{"GlobalId"}, {"Notes", true}, {"Edits", true}}};
     const std::vector<Row> rows = status.vanishedRows();
-    begin(page, listing, rows.empty());
+    beginSection(page, listing, rows.empty());
     for (const Row& row : rows) {
         page << "<tr>";
         addCell(page, row[0], "id");
@@ -180,7 +180,7 @@ void addVanished(HtmlPage& page, const Status& status) {
         page << "</tr>\n";
     }
     if (!rows.empty()) {
-        end(page);
+        endSection(page);
     }
 }
 
