@@ -178,14 +178,15 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
     addStrictness(import, arguments);
     addDefinitionFiles(import, arguments);
 
-    CLI::App* exporting = addStoreCommand(app,
-                                          {"export", "Write a copy of the model with what was set on its objects in it",
-                                           "House.ifc export House.new.ifc"},
-                                          arguments, exportFile);
+    CLI::App* exporting =
+        addStoreCommand(app,
+                        {"export", "Write a copy of the model with what was set in it, or a report of what was added",
+                         "House.ifc export House.new.ifc"},
+                        arguments, exportFile);
     exporting
         ->add_option("FILE", arguments.file,
-                     "The IFC file to be made, in the place of one that is there. Lines of the model that nothing was "
-                     "set on stay as they are")
+                     "The file to be made, in the place of one that is there; its ending tells what. An .ifc is the "
+                     "model, with lines that nothing was set on as they are; an .html is a page for any browser")
         ->required()
         ->check(refuseEmpty);
     addDefinitionFiles(exporting, arguments);

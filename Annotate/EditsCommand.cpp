@@ -12,16 +12,6 @@ namespace annotate {
 
 using Form = orv::host::PropertyEdit::Form;
 
-namespace {
-
-/// The property of an object that may have vanished from the model.
-MergedProperty propertyOf(SetsOfObjects& sets, const ModelObject* object, const EditIndex::Entry& entry) {
-    return object == nullptr ? MergedProperty{entry.edit.set, entry.edit.property, nullptr, &entry}
-                             : sets.find(*object, &entry, entry.edit.set, entry.edit.property);
-}
-
-} // namespace
-
 void listEdits(const Arguments& arguments) {
     Filter filter(arguments);
     const ModelDetails details = ModelDetails::read(arguments.model);
@@ -37,7 +27,7 @@ void listEdits(const Arguments& arguments) {
             entry.edit.time == Time() ? std::nullopt : std::optional<Time>(entry.edit.time);
         if (entry.edit.form != Form::Unset && filter.takesOwner(entry.id, object) &&
             filter.takesAct(entry.edit.author, time)) {
-            const MergedProperty property = propertyOf(sets, object, entry);
+            const MergedProperty property = sets.find(object, entry);
             remarks.insert(changedUnit(property, details.getUnits()));
             rows.push_back({entry.id.toString(false), classOf(object), nameOf(object), entry.edit.set,
                             entry.edit.property, property.model == nullptr ? "" : valuesText(*property.model),

@@ -18,6 +18,7 @@ struct Format {
 
 constexpr Format formats[] = {
     {".ifc", exportModel},
+    {".html", exportReport},
 };
 
 const Format& formatOf(const std::filesystem::path& path) {

@@ -19,4 +19,7 @@ struct ExportOutcome {
 /// The model with what was set on its objects in it.
 ExportOutcome exportModel(const Arguments& arguments, NewFile& file);
 
+/// A page for readers, which needs nothing beside it: what was added, where and by whom, and all of it in tables.
+ExportOutcome exportReport(const Arguments& arguments, NewFile& file);
+
 } // namespace annotate

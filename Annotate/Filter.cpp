@@ -91,12 +91,11 @@ void Filter::consult(const ModelDetails& modelDetails, const Records& records) {
     }
 }
 
-/// A storey is in itself.
 bool Filter::isInStorey(const ModelObject& object) const {
     if (storeys.empty()) {
         return true;
     }
-    const ModelObject* const storey = object.ifcClass->name == storeyClass ? &object : details->storeyOf(object);
+    const ModelObject* const storey = details->storeyOf(object);
     return storey != nullptr &&
            std::any_of(storeys.begin(), storeys.end(), [&](const AnyCase& wanted) { return names(wanted, *storey); });
 }

@@ -200,6 +200,9 @@ std::vector<const ModelObject*> ModelDetails::placeOf(const ModelObject& object)
 
 const ModelObject* ModelDetails::storeyOf(const ModelObject& object) const {
     static const IfcClass& storey = classOf("IfcBuildingStorey");
+    if (isOf(object, storey)) {
+        return &object;
+    }
     const std::vector<const ModelObject*> place = placeOf(object);
     const auto found =
         std::find_if(place.rbegin(), place.rend(), [](const ModelObject* each) { return isOf(*each, storey); });

@@ -45,7 +45,7 @@ public:
     /// that is, and so is what fills an opening.
     std::vector<const ModelObject*> placeOf(const ModelObject& object) const;
 
-    /// Null if it is in none.
+    /// Null if it is in none. A storey is in itself.
     const ModelObject* storeyOf(const ModelObject& object) const;
 
     /// Null if it has none.

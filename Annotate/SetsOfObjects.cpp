@@ -15,4 +15,9 @@ MergedProperty SetsOfObjects::find(const ModelObject& object, const EditIndex::E
     return mergedProperty(known->second, edits, set, property);
 }
 
+MergedProperty SetsOfObjects::find(const ModelObject* object, const EditIndex::Entry& entry) {
+    return object == nullptr ? MergedProperty{entry.edit.set, entry.edit.property, nullptr, &entry}
+                             : find(*object, &entry, entry.edit.set, entry.edit.property);
+}
+
 } // namespace annotate

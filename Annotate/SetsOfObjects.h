@@ -17,6 +17,9 @@ public:
     MergedProperty find(const ModelObject& object, const EditIndex::Entry* edit, std::string_view set,
                         std::string_view property);
 
+    /// The property that was edited. Without the model's if the object is null, as the model no longer has it.
+    MergedProperty find(const ModelObject* object, const EditIndex::Entry& entry);
+
     /// Those of the objects that were asked for.
     const std::unordered_map<const ModelObject*, std::vector<ModelSet>>& getSets() const { return sets; }
 

@@ -1,147 +1,15 @@
-#include "Annotate/BarChart.h"
 #include "Annotate/Commands.h"
-#include "Annotate/EditIndex.h"
-#include "Annotate/EditText.h"
-#include "Annotate/Filter.h"
-#include "Annotate/Notes.h"
-#include "Annotate/SetsOfObjects.h"
-#include "Annotate/Table.h"
+#include "Annotate/Status.h"
 #include "Annotate/Terminal.h"
-#include "FoundationClasses/IfcClass.h"
 
 #include <algorithm>
 #include <iostream>
-#include <map>
 #include <nlohmann/json.hpp>
-#include <set>
 #include <unistd.h>
 
 namespace annotate {
 
-using Form = orv::host::PropertyEdit::Form;
-
 namespace {
-
-struct Vanished {
-    std::size_t notes = 0;
-    std::size_t edits = 0;
-};
-
-/// What there is on a model.
-class Status {
-public:
-    explicit Status(const Arguments& arguments)
-        : details(ModelDetails::read(arguments.model)), records(readStore(arguments)) {
-        for (const auto& [number, note] : numberedNotes(records)) {
-            take(*note);
-        }
-        const EditIndex edits(records);
-        for (const EditIndex::Entry& entry : edits.getEntries()) {
-            if (entry.edit.form != Form::Unset) {
-                take(entry);
-            }
-        }
-    }
-
-    Counts totals() const {
-        return {{"Objects", details.getModel().getObjects().size()},
-                {"Open notes", openNotes},
-                {"Resolved notes", resolvedNotes},
-                {"Edits", editCount},
-                {"Authors", authors.size()},
-                {"Vanished objects", vanished.size()},
-                {"Edits that the model has caught up with", caughtUp.size()}};
-    }
-
-    /// In the order of the model, and then those in no storey and on objects that aren't in it.
-    Counts openByStorey() const {
-        Counts counts;
-        for (const ModelObject& object : details.getModel().getObjects()) {
-            if (const auto found = storeys.find(&object); found != storeys.end()) {
-                counts.emplace_back(object.name.empty() ? object.globalId : object.name, found->second);
-            }
-        }
-        if (const auto found = storeys.find(nullptr); found != storeys.end()) {
-            counts.emplace_back("(in no storey)", found->second);
-        }
-        if (openOnVanished > 0) {
-            counts.emplace_back(classOf(nullptr), openOnVanished);
-        }
-        return counts;
-    }
-
-    /// The most first.
-    Counts openByClass() const {
-        Counts counts(classes.begin(), classes.end());
-        std::stable_sort(counts.begin(), counts.end(),
-                         [](const auto& a, const auto& b) { return a.second > b.second; });
-        return counts;
-    }
-
-    std::vector<Row> vanishedRows() const {
-        std::vector<Row> rows;
-        for (const auto& [globalId, on] : vanished) {
-            rows.push_back({globalId, std::to_string(on.notes), std::to_string(on.edits)});
-        }
-        return rows;
-    }
-
-    const std::vector<Row>& caughtUpRows() const { return caughtUp; }
-
-private:
-    void take(const Note& note) {
-        const ModelObject* const object = details.getModel().find(note.ownerId);
-        takeAuthor(note.author);
-        ++(note.resolved ? resolvedNotes : openNotes);
-        if (object == nullptr) {
-            ++vanished[note.ownerId.toString(false)].notes;
-        }
-        if (!note.resolved) {
-            ++classes[classOf(object)];
-            ++(object == nullptr ? openOnVanished : storeys[storeyOf(*object)]);
-        }
-    }
-
-    /// A storey is in itself.
-    const ModelObject* storeyOf(const ModelObject& object) const {
-        return object.ifcClass->name == "IfcBuildingStorey" ? &object : details.storeyOf(object);
-    }
-
-    void take(const EditIndex::Entry& entry) {
-        const ModelObject* const object = details.getModel().find(entry.id);
-        const std::string globalId = entry.id.toString(false);
-        takeAuthor(entry.edit.author);
-        ++editCount;
-        if (object == nullptr) {
-            ++vanished[globalId].edits;
-            return;
-        }
-        const MergedProperty property = sets.find(*object, &entry, entry.edit.set, entry.edit.property);
-        if (comparisonOf(property, details.getUnits()) == "same") {
-            caughtUp.push_back(
-                {globalId, entry.edit.set, entry.edit.property, editText(entry.edit), entry.edit.author});
-        }
-    }
-
-    void takeAuthor(const std::string& author) {
-        if (!author.empty()) {
-            authors.insert(author);
-        }
-    }
-
-    ModelDetails details;
-    SetsOfObjects sets{details};
-    Records records;
-    std::size_t openNotes = 0;
-    std::size_t resolvedNotes = 0;
-    std::size_t editCount = 0;
-    std::size_t openOnVanished = 0;
-    std::set<std::string> authors;
-    std::map<const ModelObject*, std::size_t> storeys; ///< Open notes; those in none with null.
-    std::map<std::string, std::size_t> classes;
-    std::map<std::string, Vanished> vanished;
-    std::vector<Row> caughtUp;
-};
 
 /// The parts that have names.
 constexpr const char* byStorey = "Open notes by storey";
@@ -241,7 +109,8 @@ void printAsJson(const Status& status) {
 } // namespace
 
 void showStatus(const Arguments& arguments) {
-    const Status status(arguments);
+    const Additions additions(arguments);
+    const Status status(additions);
     if (arguments.json) {
         printAsJson(status);
     } else if (::isatty(STDOUT_FILENO) != 0) {

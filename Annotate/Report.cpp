@@ -1,0 +1,61 @@
+#include "Annotate/Exports.h"
+#include "Annotate/Filter.h"
+#include "Annotate/ReportParts.h"
+#include "Annotate/ReportSections.h"
+#include "Annotate/Terminal.h"
+
+namespace annotate {
+
+namespace {
+
+void addHead(HtmlPage& page, const std::string& title) {
+    page << "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+            "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src '"
+         << reportStyleDigest << "'; script-src '" << reportScriptDigest
+         << "'; base-uri 'none'; form-action 'none'\">\n"
+            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>";
+    page.text(title) << "</title>\n<style>" << reportStyle << "</style>\n</head>\n";
+}
+
+void addGlance(HtmlPage& page, const Status& status) {
+    page << "<dl class=\"glance\">\n";
+    for (const auto& [name, count] : status.totals()) {
+        page << "<div><dt>" << name << "</dt><dd>" << std::to_string(count) << "</dd></div>\n";
+    }
+    page << "</dl>\n";
+}
+
+} // namespace
+
+Standing standingOf(const AddedEdit& edit, const ModelUnits& units) {
+    if (edit.object == nullptr) {
+        return Standing::Vanished;
+    }
+    const std::string_view comparison = comparisonOf(edit.property, units);
+    return comparison == "new" ? Standing::New : comparison == "same" ? Standing::CaughtUp : Standing::Differs;
+}
+
+ExportOutcome exportReport(const Arguments& arguments, NewFile& file) {
+    const Additions additions(arguments);
+    const Status status(additions);
+    const std::string title = "Additions to " + arguments.model.filename().string();
+    HtmlPage page(file);
+    addHead(page, title);
+    page << "<body>\n<header><h1>";
+    page.text(title) << "</h1>\n<p class=\"quiet\">As they were at " << shownTime(now())
+                     << "</p>\n<nav aria-label=\"Sections\"><a href=\"#where\">Where and by whom</a> "
+                        "<a href=\"#edits\">Property edits</a> <a href=\"#notes\">Notes</a> "
+                        "<a href=\"#vanished\">Vanished objects</a></nav></header>\n<main>\n";
+    addGlance(page, status);
+    addCharts(page, additions);
+    addEdits(page, additions);
+    addNotes(page, additions);
+    addVanished(page, status);
+    page << "</main>\n<script>" << reportScript << "</script>\n</body>\n</html>\n";
+    page.finish();
+    return {arguments.file.string() + " reports on " + countOf(additions.getNotes().size(), "note") + " and " +
+                countOf(additions.getEdits().size(), "edit") + '.',
+            {}};
+}
+
+} // namespace annotate
