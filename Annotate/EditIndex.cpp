@@ -83,12 +83,12 @@ void EditIndex::put(Store& store, const orv::Guid& id, const std::string& presen
     }
     std::vector<std::string>& lines = record->lines;
     const auto place = present.empty() ? lines.end() : std::find(lines.begin(), lines.end(), present);
-    if (line.empty()) {
+    if (place != lines.end() && line.empty()) {
         lines.erase(place);
-    } else if (place == lines.end()) {
-        lines.push_back(line);
-    } else {
+    } else if (place != lines.end()) {
         *place = line;
+    } else if (!line.empty()) {
+        lines.push_back(line);
     }
 }
 

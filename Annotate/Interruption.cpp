@@ -9,7 +9,7 @@ namespace annotate {
 
 namespace {
 
-constexpr std::array<int, 2> handledSignals{SIGINT, SIGTERM};
+constexpr std::array<int, 3> handledSignals{SIGHUP, SIGINT, SIGTERM};
 
 /// Whether it was done, and that was said.
 volatile std::sig_atomic_t isDone = 0;

@@ -6,8 +6,8 @@
 
 namespace annotate {
 
-/// What Ctrl-C and a request to terminate do while it lives: the process says that nothing came of it and ends by that
-/// signal at once, so that a shell's loop ends too. There is one at a time.
+/// What Ctrl-C, a terminal that is closed and a request to terminate do while it lives: the process says that nothing
+/// came of it and ends by that signal at once, so that a shell's loop ends too. There is one at a time.
 class Interruption {
 public:
     /// The sentence, as in "Nothing was stored.", lives as long as the process.

@@ -2,6 +2,7 @@
 
 #include "Annotate/Arguments.h"
 
+#include <cerrno>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -37,8 +38,12 @@ NewFile::NewFile(std::filesystem::path filePath, const std::filesystem::path& mo
         throw RequestError(path.string() + (std::filesystem::is_directory(status) ? " is a folder" : " isn't a file") +
                            ". Give the name of a file.");
     }
+    if (std::filesystem::exists(status) && ::access(path.c_str(), W_OK) != 0) {
+        fail(static_cast<std::errc>(errno));
+    }
     unfinished = path;
     unfinished += ".unfinished-" + std::to_string(::getpid());
+    std::filesystem::remove(unfinished, ignored); // of one that was killed
     std::errc outcome = done;
     file = Descriptor::open(unfinished, Opening::MakeNew, outcome);
     if (outcome != done) {
@@ -48,6 +53,9 @@ NewFile::NewFile(std::filesystem::path filePath, const std::filesystem::path& mo
     const ::mode_t mask = ::umask(0);
     ::umask(mask);
     std::filesystem::permissions(unfinished, static_cast<std::filesystem::perms>(0666 & ~mask), ignored);
+    if (const auto replaced = Descriptor::open(path, Opening::Read); replaced.isOpen()) {
+        file.takeAccess(replaced); // or that of a new file
+    }
 }
 
 NewFile::~NewFile() {

@@ -39,9 +39,11 @@ public:
             return;
         }
         const auto edit = orv::host::editOf(before == none ? after : before);
-        owner.boSet(subject.substr(std::min(editSubject.size(), subject.size())));
-        set = edit ? edit->set : "";
-        property = edit ? edit->property : "";
+        if (!edit || !subject.starts_with(editSubject) || !owner.boSet(subject.substr(editSubject.size()))) {
+            throw RequestError("What the store tells of a last command isn't understood. It can't be taken back.");
+        }
+        set = edit->set;
+        property = edit->property;
         shown = set + '.' + property + " of " + owner.toString(false);
         const EditIndex::Entry* const entry = edits.find(owner, set, property);
         present = entry == nullptr || entry->line.empty() ? none : entry->line;
@@ -96,8 +98,7 @@ std::vector<Subject> subjectsOf(const LastCommand& last, const Notebook& noteboo
     return subjects;
 }
 
-/// Who left the subject as it is now, in brackets for a sentence; empty if nobody knows. Of one that is gone, the last
-/// commands of others may tell.
+/// Who left the subject as it is now; empty if nobody knows. Of one that is gone, the last commands of others may tell.
 std::string changerOf(const Subject& changed, const Notebook& notebook, EditIndex& edits) {
     std::string author = changed.getAuthor();
     for (const LastCommand* const command : allOf<const LastCommand>(Store::getRecords())) {
@@ -109,17 +110,22 @@ std::string changerOf(const Subject& changed, const Notebook& notebook, EditInde
             }
         }
     }
-    return author.empty() ? "" : " (by " + author + ")";
+    return author;
 }
 
-/// Throws if a subject is neither as the command left it nor as it is to become.
+/// Throws if a subject isn't as the command left it. It may be as it is to become, if the command was interrupted or
+/// the author did that otherwise, but not if somebody else did.
 void requireUnchanged(const LastCommand& last, const std::vector<Subject>& subjects, const Notebook& notebook,
                       EditIndex& edits) {
     std::string changed;
     for (std::size_t number = 0; number < subjects.size(); ++number) {
         const Subject& subject = subjects[number];
-        if (subject.getPresent() != last.after[number] && subject.getPresent() != last.before[number]) {
-            changed += (changed.empty() ? "" : ", ") + subject.getName() + changerOf(subject, notebook, edits);
+        if (subject.getPresent() != last.after[number]) {
+            const std::string author = changerOf(subject, notebook, edits);
+            if (subject.getPresent() != last.before[number] || (!author.empty() && author != last.author)) {
+                changed.append(changed.empty() ? "" : ", ").append(subject.getName());
+                changed.append(author.empty() ? "" : " (by " + author + ')');
+            }
         }
     }
     if (!changed.empty()) {

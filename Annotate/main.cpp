@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <clocale>
+#include <csignal>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -44,6 +45,8 @@ std::string shownCommand(const CLI::App& app, int argc, char** argv) {
         const std::string_view word = argv[place];
         if (word == "--store" || word == "--author") {
             ++place;
+        } else if (word.starts_with("--store=") || word.starts_with("--author=")) {
+            continue;
         } else if (!shown.empty() || findCommand(app, word) != nullptr) {
             const bool needsQuotes = word.empty() || word.find_first_of(" \t\n\r'\"") != std::string_view::npos;
             shown.append(shown.empty() ? "" : " ").append(needsQuotes ? "'" : "");
@@ -100,6 +103,8 @@ int fail(const std::exception& error, int status) {
 int main(int argc, char** argv) {
     // For the widths of characters; without that locale those outside ASCII count as one column.
     static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));
+    // A file that is to be larger than the shell's limit can't be written then, which is told.
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     try {
         return annotate::run(argc, argv);
     } catch (const annotate::UsageError& error) {
