@@ -1,6 +1,7 @@
 #include "Annotate/MergedValues.h"
 
 #include "Annotate/EditText.h"
+#include "Annotate/UnitEntry.h"
 #include "Annotate/ValueText.h"
 #include "Host/FieldText.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
@@ -20,12 +21,11 @@ bool isSet(const EditIndex::Entry& entry) {
 
 /// The unit that the model has for the values of a property; empty if it has none.
 std::string modelUnit(const MergedProperty& property, const ModelUnits& units) {
-    if (property.model != nullptr && !property.model->unit.symbol.empty()) {
+    if (property.model != nullptr && !unitText(*property.model).empty()) {
         return unitText(*property.model);
     }
     const auto* const definition = orv::ifc::findSchemaDefForProperty(property.set, property.name);
-    const ModelUnit* const unit = definition == nullptr ? nullptr : units.ofType(definition->valueType);
-    return unit == nullptr ? "" : unit->symbol;
+    return definition == nullptr ? "" : unitOfValues(*definition, units);
 }
 
 /// Without the empty ones at the end, which say nothing.

@@ -5,6 +5,7 @@
 #include "Annotate/ModelStatements.h"
 #include "Annotate/StepParameters.h"
 #include "Annotate/StepValue.h"
+#include "Annotate/UnitSymbols.h"
 #include "Annotate/ValueText.h"
 
 #include <algorithm>
@@ -272,9 +273,7 @@ std::string valuesText(const ModelProperty& property) {
 }
 
 std::string unitText(const ModelProperty& property) {
-    const std::string& symbol = property.unit.symbol;
-    const std::string& definedSymbol = property.definedUnit.symbol;
-    return definedSymbol.empty() ? symbol : symbol + '=' + definedSymbol;
+    return unitsOfTable(property.unit.symbol, property.definedUnit.symbol);
 }
 
 } // namespace annotate

@@ -44,7 +44,7 @@ std::optional<ModelSet> readSet(const ModelStatements& statements, const ModelUn
 /// What the property holds, on one line: one value as it is, several as itemsText makes it of them.
 std::string valuesText(const ModelProperty& property);
 
-/// The symbol of the unit; those of a table as DEFINING=DEFINED if it has any.
+/// The symbol of the unit; those of a table as unitsOfTable has them.
 std::string unitText(const ModelProperty& property);
 
 } // namespace annotate

@@ -130,42 +130,72 @@ std::optional<Measured> measuredIn(const std::string& text) {
     return std::nullopt;
 }
 
+bool isMeasuredType(std::string_view valueType) {
+    const auto* const type = orv::fc::FcValueType::find(valueType);
+    return type != nullptr && type->content == orv::fc::FcContent::Real && !unitKind(valueType).empty();
+}
+
+/// The unit that the model has for values of the type; null if they aren't measured, or it has none.
+const ModelUnit* unitOfType(std::string_view valueType, const ModelUnits& units) {
+    const ModelUnit* const unit = isMeasuredType(valueType) ? units.ofType(valueType) : nullptr;
+    return unit == nullptr || unit->symbol.empty() ? nullptr : unit;
+}
+
+/// Turns a value of the type, in the unit named or its own, into a number of the model's.
+void takeUnit(const Definition& definition, std::string_view valueType, const ModelUnits& units,
+              const std::string& named, PropertyValue& value) {
+    const auto measured = value.isEmpty() ? std::nullopt : measuredIn(valueText(value));
+    if (!named.empty() && measured && !measured->unit.empty()) {
+        throw RequestError("Give a number alone with --unit, not \"" + valueText(value) + "\".");
+    }
+    const std::string symbol = !named.empty() ? named : measured && isMeasuredType(valueType) ? measured->unit : "";
+    if (symbol.empty()) {
+        return;
+    }
+    const ModelUnit* const unit = unitOfType(valueType, units);
+    if (unit == nullptr) {
+        throw RequestError("The model has no unit for " + fullName(definition) + ". Give it without \"" + symbol +
+                           "\".");
+    }
+    const bool isModels = spelledAlike(symbol) == spelledAlike(unit->symbol);
+    const auto own = isModels ? *unit : unitOfSymbol(unitKind(valueType), spelledAlike(symbol));
+    if (!own || (!isModels && !unit->isConvertible)) {
+        throw RequestError("\"" + symbol + "\" isn't known as a unit for " + fullName(definition) +
+                           ". The model's unit is " + unit->symbol + '.');
+    }
+    if (measured) {
+        value = valueText(isModels ? measured->number
+                                   : rounded((own->toSi(measured->number) - unit->offset) / unit->factor));
+    }
+}
+
 } // namespace
 
 bool isMeasured(const Definition& definition) {
-    const auto* const type = orv::fc::FcValueType::find(definition.valueType);
-    return definition.kind != PropertyKind::Table && type != nullptr && type->content == orv::fc::FcContent::Real &&
-           !unitKind(definition.valueType).empty();
+    return definition.kind != PropertyKind::Table && isMeasuredType(definition.valueType);
+}
+
+std::string unitOfValues(const Definition& definition, const ModelUnits& units) {
+    const auto symbolFor = [&units](std::string_view valueType) {
+        const ModelUnit* const unit = unitOfType(valueType, units);
+        return unit == nullptr ? std::string() : unit->symbol;
+    };
+    const bool isTable = definition.kind == PropertyKind::Table;
+    return unitsOfTable(symbolFor(definition.valueType), isTable ? symbolFor(definition.definedValueType) : "");
 }
 
 std::string takeUnits(const Definition& definition, const ModelUnits& units, const std::string& named,
                       std::vector<PropertyValue>& values) {
-    const ModelUnit* const unit = isMeasured(definition) ? units.ofType(definition.valueType) : nullptr;
-    for (PropertyValue& value : values) {
-        const auto measured = value.isEmpty() ? std::nullopt : measuredIn(valueText(value));
-        if (!named.empty() && measured && !measured->unit.empty()) {
-            throw RequestError("Give a number alone with --unit, not \"" + valueText(value) + "\".");
-        }
-        const std::string symbol = !named.empty() ? named : measured && isMeasured(definition) ? measured->unit : "";
-        if (symbol.empty()) {
-            continue;
-        }
-        if (unit == nullptr || unit->symbol.empty()) {
-            throw RequestError("The model has no unit for " + fullName(definition) + ". Give it without \"" + symbol +
-                               "\".");
-        }
-        const bool isModels = spelledAlike(symbol) == spelledAlike(unit->symbol);
-        const auto own = isModels ? *unit : unitOfSymbol(unitKind(definition.valueType), spelledAlike(symbol));
-        if (!own || (!isModels && !unit->isConvertible)) {
-            throw RequestError("\"" + symbol + "\" isn't known as a unit for " + fullName(definition) +
-                               ". The model's unit is " + unit->symbol + '.');
-        }
-        if (measured) {
-            value = valueText(isModels ? measured->number
-                                       : rounded((own->toSi(measured->number) - unit->offset) / unit->factor));
-        }
+    const bool isTable = definition.kind == PropertyKind::Table;
+    const std::size_t equals = isTable ? std::min(named.find('='), named.size()) : named.size();
+    const std::string first = isTable && named.starts_with("1=") ? "" : named.substr(0, equals);
+    const std::string second = named.substr(std::min(equals + 1, named.size()));
+    for (std::size_t place = 0; place < values.size(); ++place) {
+        const bool isDefined = isTable && place % 2 == 1;
+        takeUnit(definition, isDefined ? definition.definedValueType : definition.valueType, units,
+                 isDefined ? second : first, values[place]);
     }
-    return unit == nullptr ? "" : unit->symbol;
+    return unitOfValues(definition, units);
 }
 
 } // namespace annotate

@@ -171,6 +171,10 @@ std::string siSymbol(std::string_view valueType) {
     return raised(std::string(prefix->symbol).append(unit->symbol), unit->power);
 }
 
+std::string unitsOfTable(const std::string& defining, const std::string& defined) {
+    return defined.empty() ? defining : (defining.empty() ? "1" : defining) + '=' + defined;
+}
+
 std::string raised(std::string_view symbol, int power) {
     constexpr std::array<std::string_view, 10> digits{"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
     std::string text(symbol);

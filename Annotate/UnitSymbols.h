@@ -44,6 +44,10 @@ std::string_view coherentSymbol(std::string_view kind);
 /// The symbol of the coherent SI unit of a value type: kg of IfcMassMeasure. Empty for what isn't measured.
 std::string siSymbol(std::string_view valueType);
 
+/// The units of a table's values as DEFINING=DEFINED, with 1 for defining ones without a unit; DEFINING alone if the
+/// defined ones have none.
+std::string unitsOfTable(const std::string& defining, const std::string& defined);
+
 /// The symbol with the power, as in m².
 std::string raised(std::string_view symbol, int power);
 
