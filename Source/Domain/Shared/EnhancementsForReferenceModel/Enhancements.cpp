@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
@@ -129,9 +128,15 @@ std::vector<std::unique_ptr<EnhancementBase>> Enhancements::takeRecords(std::vec
     document.remove(wanted);
     isStored = file.save();
     if (isStored) {
-        const auto firstTaken = std::stable_partition(records.begin(), records.end(), stays);
-        std::move(firstTaken, records.end(), std::back_inserter(taken));
-        records.erase(firstTaken, records.end());
+        auto place = records.begin();
+        for (auto& record : records) {
+            if (stays(record)) {
+                std::swap(*place++, record);
+            } else {
+                taken.push_back(std::move(record));
+            }
+        }
+        records.erase(place, records.end());
     }
     return taken;
 }
