@@ -99,7 +99,7 @@ void requireNoneMeant(const std::vector<std::string>& leftOut, const Columns& co
                                           : orv::host::nearestNames(nameOf(part), {leftOut.begin(), leftOut.end()});
     if (!meant.empty()) {
         throw RequestError("There is no column " + std::string(meant.front()) + "; did you mean " +
-                           std::string(nameOf(part)) + "?");
+                           std::string(nameOf(part)) + "? Name it so, or take it out.");
     }
 }
 
