@@ -33,7 +33,7 @@ std::vector<Bar> longest(const std::map<std::string, Amounts>& all) {
     std::vector<Bar> bars(all.begin(), all.end());
     std::stable_sort(bars.begin(), bars.end(), [](const Bar& a, const Bar& b) { return totalOf(a) > totalOf(b); });
     if (bars.size() > most + 1) {
-        Bar others("(" + std::to_string(bars.size() - most) + " others)", Amounts{});
+        Bar others('(' + std::to_string(bars.size() - most) + " others)", Amounts{});
         for (auto bar = bars.begin() + most; bar != bars.end(); ++bar) {
             std::transform(bar->second.begin(), bar->second.end(), others.second.begin(), others.second.begin(),
                            std::plus<>());
