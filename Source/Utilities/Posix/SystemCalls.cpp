@@ -1,8 +1,9 @@
 #include "Utilities/SystemCalls.h"
 
+#include "Utilities/DirectoryNames.h"
+
 #include <cerrno>
 #include <cstdio>
-#include <dirent.h>
 #include <ext/stdio_filebuf.h>
 #include <fcntl.h>
 #include <string>
@@ -188,19 +189,10 @@ std::errc readLink(const fs::path& link, fs::path& target) {
     return done;
 }
 
-std::errc list(const fs::path& directory, std::vector<fs::path>& names) {
-    std::error_code error;
-    for (fs::directory_iterator entry(directory, error); !error && entry != fs::directory_iterator();
-         entry.increment(error)) {
-        names.push_back(entry->path().filename());
-    }
-    return static_cast<std::errc>(error.value());
-}
-
 } // namespace
 
 SystemCalls systemCalls = {
     openFile, closeFile,           openStream, lock, unlock,     getState,   getStateOf,    readAt,   writeAt,
-    setSize,  setModificationTime, takeAccess, sync, renamePath, removePath, makeDirectory, readLink, list};
+    setSize,  setModificationTime, takeAccess, sync, renamePath, removePath, makeDirectory, readLink, listNames};
 
 } // namespace orv::utilities
