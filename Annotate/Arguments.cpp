@@ -1,10 +1,9 @@
 #include "Annotate/Arguments.h"
 
+#include "Annotate/System.h"
+
 #include <algorithm>
-#include <cstdlib>
-#include <pwd.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace annotate {
 
@@ -22,16 +21,8 @@ std::string namedAuthor(const Arguments& arguments) {
     if (!arguments.author.empty()) {
         return arguments.author;
     }
-    if (const char* const named = std::getenv("ANNOTATE_AUTHOR"); named != nullptr && *named != '\0') {
-        return named;
-    }
-    const passwd* const login = ::getpwuid(::geteuid());
-    if (login == nullptr) {
-        return "";
-    }
-    const std::string_view fullName(login->pw_gecos == nullptr ? "" : login->pw_gecos);
-    const std::string_view name = fullName.substr(0, fullName.find(','));
-    return std::string(name.empty() ? login->pw_name : name);
+    const auto named = environmentValue("ANNOTATE_AUTHOR");
+    return named && !named->empty() ? *named : userName();
 }
 
 } // namespace

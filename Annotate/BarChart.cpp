@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace annotate {
 
@@ -50,12 +48,6 @@ std::vector<std::string> barChart(const Counts& counts, std::size_t columns) {
         lines.push_back(line + number + ' ' + std::string(length, '#'));
     }
     return lines;
-}
-
-std::size_t terminalColumns() {
-    winsize size{};
-    const bool isKnown = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return isKnown ? size.ws_col : 80;
 }
 
 } // namespace annotate

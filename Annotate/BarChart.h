@@ -15,7 +15,4 @@ using Counts = std::vector<std::pair<std::string, std::size_t>>;
 /// printable makes them.
 std::vector<std::string> barChart(const Counts& counts, std::size_t columns);
 
-/// Of the terminal that standard output is; 80 if that isn't known.
-std::size_t terminalColumns();
-
 } // namespace annotate

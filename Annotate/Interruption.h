@@ -1,6 +1,5 @@
 #pragma once
 
-#include <csignal>
 #include <filesystem>
 #include <string_view>
 
@@ -26,7 +25,7 @@ public:
     void release();
 
 private:
-    sigset_t signals{};
+    bool isHeld = false;
 };
 
 } // namespace annotate

@@ -1,11 +1,9 @@
 #include "Annotate/NewFile.h"
 
 #include "Annotate/Arguments.h"
+#include "Annotate/System.h"
 
-#include <cerrno>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace annotate {
@@ -38,11 +36,11 @@ NewFile::NewFile(std::filesystem::path filePath, const std::filesystem::path& mo
         throw RequestError(path.string() + (std::filesystem::is_directory(status) ? " is a folder" : " isn't a file") +
                            ". Give the name of a file.");
     }
-    if (std::filesystem::exists(status) && ::access(path.c_str(), W_OK) != 0) {
-        fail(static_cast<std::errc>(errno));
+    if (const std::errc refusal = refusalOfWriting(path); std::filesystem::exists(status) && refusal != done) {
+        fail(refusal);
     }
     unfinished = path;
-    unfinished += ".unfinished-" + std::to_string(::getpid());
+    unfinished += ".unfinished-" + std::to_string(processNumber());
     std::filesystem::remove(unfinished, ignored); // of one that was killed
     std::errc outcome = done;
     file = Descriptor::open(unfinished, Opening::MakeNew, outcome);
@@ -50,9 +48,7 @@ NewFile::NewFile(std::filesystem::path filePath, const std::filesystem::path& mo
         unfinished.clear();
         fail(outcome);
     }
-    const ::mode_t mask = ::umask(0);
-    ::umask(mask);
-    std::filesystem::permissions(unfinished, static_cast<std::filesystem::perms>(0666 & ~mask), ignored);
+    giveUsualAccess(unfinished);
     if (const auto replaced = Descriptor::open(path, Opening::Read); replaced.isOpen()) {
         file.takeAccess(replaced); // or that of a new file
     }
@@ -79,7 +75,7 @@ void NewFile::finish() {
     std::error_code error;
     std::filesystem::rename(unfinished, path, error);
     if (error) {
-        fail(static_cast<std::errc>(error.value()));
+        fail(static_cast<std::errc>(error.default_error_condition().value()));
     }
     unfinished.clear();
 }

@@ -1,13 +1,14 @@
 #include "Annotate/ProgressBar.h"
 
+#include "Annotate/System.h"
+
 #include <iostream>
-#include <unistd.h>
 #include <utility>
 
 namespace annotate {
 
 ProgressBar::ProgressBar(std::string shownTitle, std::size_t totalSteps)
-    : title(std::move(shownTitle)), total(totalSteps), isTerminal(::isatty(STDERR_FILENO) != 0) {}
+    : title(std::move(shownTitle)), total(totalSteps), isTerminal(annotate::isTerminal(StandardStream::Error)) {}
 
 ProgressBar::~ProgressBar() {
     if (isShown) {

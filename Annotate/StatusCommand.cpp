@@ -1,11 +1,11 @@
 #include "Annotate/Commands.h"
 #include "Annotate/Status.h"
+#include "Annotate/System.h"
 #include "Annotate/Terminal.h"
 
 #include <algorithm>
 #include <iostream>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 namespace annotate {
 
@@ -113,7 +113,7 @@ void showStatus(const Arguments& arguments) {
     const Status status(additions);
     if (arguments.json) {
         printAsJson(status);
-    } else if (::isatty(STDOUT_FILENO) != 0) {
+    } else if (isTerminal(StandardStream::Output)) {
         printInTerminal(arguments, status);
     } else {
         printInPipe(status);

@@ -4,6 +4,7 @@
 #include "Annotate/LastCommand.h"
 #include "Annotate/Note.h"
 #include "Annotate/StoreError.h"
+#include "Annotate/System.h"
 #include "Annotate/Terminal.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
@@ -12,13 +13,11 @@
 #include "Host/ReadRecords.h"
 #include "Utilities/FileLock.h"
 
-#include <cerrno>
 #include <chrono>
 #include <iostream>
 #include <string>
 #include <system_error>
 #include <thread>
-#include <unistd.h>
 #include <utility>
 
 namespace annotate {
@@ -29,27 +28,30 @@ using orv::utilities::FileLock;
 
 namespace {
 
-bool isWritable(const std::filesystem::path& path) {
-    return ::access(path.c_str(), R_OK | W_OK) == 0;
+/// Why it can't be read and written; no error if it can.
+std::errc refusalOf(const std::filesystem::path& path) {
+    const std::errc reading = refusalOfReading(path);
+    return reading == std::errc{} ? refusalOfWriting(path) : reading;
 }
 
 StoreError lockFailure(const std::filesystem::path& path) {
-    if (isWritable(path)) {
+    std::errc refusal = refusalOf(path);
+    if (refusal == std::errc{}) {
         return StoreError(path.string() + " is locked by another program. Try again when that is done.");
     }
     // Of a file that couldn't be made it is the directory that tells why.
-    if (errno == ENOENT) {
-        isWritable(std::filesystem::absolute(path).parent_path());
+    if (refusal == std::errc::no_such_file_or_directory) {
+        const std::errc ofFolder = refusalOf(std::filesystem::absolute(path).parent_path());
+        refusal = ofFolder == std::errc{} ? refusal : ofFolder;
     }
-    const std::string reason = std::generic_category().message(errno);
-    return StoreError(path.string() + " can't be opened for writing (" + reason +
+    return StoreError(path.string() + " can't be opened for writing (" + std::make_error_code(refusal).message() +
                       "). Mend that, or name another file with --store.");
 }
 
 /// Waits up to a second for another program that has the file locked, and throws if it can't be locked then.
 void requireLockable(const std::filesystem::path& path) {
     for (int remaining = 100; !FileLock::tryLock(path, true, FileLock::Access::ReadWrite); --remaining) {
-        if (remaining == 0 || !isWritable(path)) {
+        if (remaining == 0 || refusalOf(path) != std::errc{}) {
             throw lockFailure(path);
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(10));

@@ -1,11 +1,11 @@
 #include "Annotate/Table.h"
 
+#include "Annotate/System.h"
 #include "Annotate/Terminal.h"
 
 #include <algorithm>
 #include <iostream>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 namespace annotate {
 
@@ -95,7 +95,7 @@ void printJson(const std::vector<Column>& columns, const std::vector<Row>& rows)
 } // namespace
 
 bool isForReaders(const Arguments& arguments) {
-    return !arguments.csv && !arguments.json && ::isatty(STDOUT_FILENO) != 0;
+    return !arguments.csv && !arguments.json && isTerminal(StandardStream::Output);
 }
 
 void printTable(const Arguments& arguments, const std::vector<Column>& columns, const std::vector<Row>& rows) {

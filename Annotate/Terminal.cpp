@@ -1,14 +1,13 @@
 #include "Annotate/Terminal.h"
 
 #include "Annotate/Arguments.h"
+#include "Annotate/System.h"
 #include "Xml/Utf8.h"
 
 #include <algorithm>
 #include <charconv>
-#include <cwchar>
 #include <iostream>
 #include <limits>
-#include <unistd.h>
 
 namespace annotate {
 
@@ -82,8 +81,7 @@ std::size_t widthOf(std::string_view printed) {
     std::size_t columns = 0;
     while (!printed.empty()) {
         const auto [codePoint, length] = orv::xml::decodeUtf8(printed);
-        const int characterWidth = ::wcwidth(static_cast<wchar_t>(codePoint));
-        columns += characterWidth < 0 ? 1 : static_cast<std::size_t>(characterWidth);
+        columns += columnsOf(codePoint);
         printed.remove_prefix(length);
     }
     return columns;
@@ -101,7 +99,7 @@ void printStored(const std::string& sentence) {
 }
 
 ReadProgress::ReadProgress(std::uintmax_t fileSize) : size(fileSize) {
-    if (::isatty(STDERR_FILENO) == 0) {
+    if (!isTerminal(StandardStream::Error)) {
         nextStep = std::numeric_limits<std::uintmax_t>::max();
     }
 }

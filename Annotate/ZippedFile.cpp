@@ -28,7 +28,7 @@ ModelError damaged(const std::filesystem::path& path, const std::string& reason)
 
 ::zip_t* openArchive(const std::filesystem::path& path) {
     int code = 0;
-    ::zip_t* const archive = ::zip_open(path.c_str(), ZIP_RDONLY, &code);
+    ::zip_t* const archive = ::zip_open(path.string().c_str(), ZIP_RDONLY, &code);
     if (archive == nullptr) {
         throw damaged(path, "");
     }

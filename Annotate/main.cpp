@@ -4,11 +4,10 @@
 #include "Annotate/CommandHelp.h"
 #include "Annotate/CommandLine.h"
 #include "Annotate/Completion.h"
+#include "Annotate/System.h"
 #include "Annotate/Terminal.h"
 
 #include <algorithm>
-#include <clocale>
-#include <csignal>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -19,8 +18,7 @@ namespace annotate {
 namespace {
 
 /// CLI11 takes a text in square brackets for a list of its own. A NUL, which no argument holds, keeps it off.
-std::vector<std::string> markedArguments(int argc, char** argv) {
-    std::vector<std::string> marked(argv + 1, argv + argc);
+std::vector<std::string> markedWords(std::vector<std::string> marked) {
     for (std::string& argument : marked) {
         if (argument.ends_with(']')) {
             argument += '\0';
@@ -39,10 +37,10 @@ void removeMarks(CLI::App& app) {
 }
 
 /// The command as it was typed, for people, without what only says where and who.
-std::string shownCommand(const CLI::App& app, int argc, char** argv) {
+std::string shownCommand(const CLI::App& app, const std::vector<std::string>& words) {
     std::string shown;
-    for (int place = 1; place < argc; ++place) {
-        const std::string_view word = argv[place];
+    for (std::size_t place = 0; place < words.size(); ++place) {
+        const std::string_view word = words[place];
         if (word == "--store" || word == "--author") {
             ++place;
         } else if (word.starts_with("--store=") || word.starts_with("--author=")) {
@@ -57,16 +55,16 @@ std::string shownCommand(const CLI::App& app, int argc, char** argv) {
 }
 
 /// How annotate.bash asks: annotate complete -- WORDS. Not a command, since the words are those of other commands.
-bool asksForCompletions(int argc, char** argv) {
-    return argc > 2 && std::string_view(argv[1]) == "complete" && std::string_view(argv[2]) == "--";
+bool asksForCompletions(const std::vector<std::string>& words) {
+    return words.size() > 1 && words[0] == "complete" && words[1] == "--";
 }
 
-int run(int argc, char** argv) {
+int run(const std::vector<std::string>& words) {
     CLI::App app("Keeps notes and property values on the objects of a building model, apart from it.", "annotate");
     Arguments arguments;
     addCommands(app, arguments);
-    if (asksForCompletions(argc, argv)) {
-        for (const std::string& word : completions(app, {argv + 3, argv + argc})) {
+    if (asksForCompletions(words)) {
+        for (const std::string& word : completions(app, {words.begin() + 2, words.end()})) {
             std::cout << word << '\n';
         }
         return 0;
@@ -75,9 +73,9 @@ int run(int argc, char** argv) {
     for (CLI::App* command : app.get_subcommands(nullptr)) {
         removeMarks(*command);
     }
-    arguments.command = shownCommand(app, argc, argv);
+    arguments.command = shownCommand(app, words);
     try {
-        std::vector<std::string> marked = markedArguments(argc, argv);
+        std::vector<std::string> marked = markedWords(words);
         app.parse(marked);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != 0) {
@@ -101,12 +99,8 @@ int fail(const std::exception& error, int status) {
 } // namespace annotate
 
 int main(int argc, char** argv) {
-    // For the widths of characters; without that locale those outside ASCII count as one column.
-    static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8"));
-    // A file that is to be larger than the shell's limit can't be written then, which is told.
-    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     try {
-        return annotate::run(argc, argv);
+        return annotate::run(annotate::beginProcess(argc, argv));
     } catch (const annotate::UsageError& error) {
         return annotate::fail(error, 2);
     } catch (const std::exception& error) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <string_view>
 #include <unistd.h>
 
@@ -10,6 +11,9 @@ namespace annotate {
 namespace {
 
 constexpr std::array<int, 3> handledSignals{SIGHUP, SIGINT, SIGTERM};
+
+/// Those that are handled now.
+sigset_t signals{};
 
 /// Whether it was done, and that was said.
 volatile std::sig_atomic_t isDone = 0;
