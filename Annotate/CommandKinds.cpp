@@ -35,6 +35,10 @@ int priorityIn(const std::string& text) {
     return priority;
 }
 
+std::filesystem::path pathOf(const std::string& word) {
+    return std::u8string(word.begin(), word.end()); // a std::string isn't taken for UTF-8 everywhere
+}
+
 /// A command on a model.
 CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Arguments& arguments, Command command) {
     CLI::App* added = addCommand(app, text, {});
@@ -64,11 +68,16 @@ CLI::App* addCommand(CLI::App& app, const CommandText& text, const std::function
     return added;
 }
 
+CLI::Option* addPath(CLI::App& app, const std::string& name, std::filesystem::path& path,
+                     const std::string& explanation) {
+    return app.add_option_function<std::string>(
+        name, [&path](const std::string& word) { path = pathOf(word); }, explanation);
+}
+
 CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command) {
     CLI::App* added = addModelCommand(app, text, arguments, command);
-    added
-        ->add_option("--store", arguments.store,
-                     "The file of the additions, in place of MODEL.enhancements.xml beside the model")
+    addPath(*added, "--store", arguments.store,
+            "The file of the additions, in place of MODEL.enhancements.xml beside the model")
         ->check(refuseEmpty);
     return added;
 }
@@ -173,10 +182,14 @@ void addUnit(CLI::App* command, Arguments& arguments) {
 
 void addDefinitionFiles(CLI::App* command, Arguments& arguments) {
     command
-        ->add_option("--definitions", arguments.definitions,
-                     "A file with property sets of your own, in the XML form of those of IFC; may be given several "
-                     "times. The .xml files in a folder beside the model are taken as well: House.definitions, or "
-                     "House.ifc.definitions, of House.ifc")
+        ->add_option_function<std::vector<std::string>>(
+            "--definitions",
+            [&arguments](const std::vector<std::string>& words) {
+                std::transform(words.begin(), words.end(), std::back_inserter(arguments.definitions), pathOf);
+            },
+            "A file with property sets of your own, in the XML form of those of IFC; may be given several "
+            "times. The .xml files in a folder beside the model are taken as well: House.definitions, or "
+            "House.ifc.definitions, of House.ifc")
         ->allow_extra_args(false)
         ->check(refuseEmpty);
 }

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
 #include <functional>
 #include <string>
 
@@ -29,6 +30,10 @@ CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arg
 
 /// One that changes the additions.
 CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command);
+
+/// An option or argument that names a file, in UTF-8 on every platform.
+CLI::Option* addPath(CLI::App& app, const std::string& name, std::filesystem::path& path,
+                     const std::string& explanation);
 
 // The options that several commands have.
 

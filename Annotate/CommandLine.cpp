@@ -165,9 +165,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* import = addWritingCommand(
         app, {"import", "Set properties, or add notes, as the lines of a file tell", "House.ifc import values.csv"},
         arguments, importFile);
-    import
-        ->add_option(
-            "FILE", arguments.file,
+    addPath(*import, "FILE", arguments.file,
             "Separated values in UTF-8 (comma, semicolon or tab) below a header with GlobalId, set, property, "
             "value and perhaps unit, or with GlobalId, text and perhaps priority; - for standard input. An "
             "empty value unsets the property; values are as the command edits lists them, A;B for several and A=B;C=D "
@@ -183,10 +181,9 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
                         {"export", "Write a copy of the model with what was set in it, or a report of what was added",
                          "House.ifc export House.new.ifc"},
                         arguments, exportFile);
-    exporting
-        ->add_option("FILE", arguments.file,
-                     "The file to be made, in the place of one that is there; its ending tells what. An .ifc is the "
-                     "model, with lines that nothing was set on as they are; an .html is a page for any browser")
+    addPath(*exporting, "FILE", arguments.file,
+            "The file to be made, in the place of one that is there; its ending tells what. An .ifc is the "
+            "model, with lines that nothing was set on as they are; an .html is a page for any browser")
         ->required()
         ->check(refuseEmpty);
     addDefinitionFiles(exporting, arguments);
@@ -211,7 +208,7 @@ void addCommands(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", "annotate " ANNOTATE_VERSION, "Print the version and exit");
     app.footer("annotate help COMMAND tells about a command, with an example.");
     app.require_subcommand(1);
-    app.add_option("MODEL", arguments.model, "An IFC file, or an .ifczip with one in it; it is never written")
+    addPath(app, "MODEL", arguments.model, "An IFC file, or an .ifczip with one in it; it is never written")
         ->check(refuseEmpty);
     CLI::App* objects = addStoreCommand(
         app, {"objects", "List the objects of the model", "House.ifc objects --class IfcWall --match south"}, arguments,

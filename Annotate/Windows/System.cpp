@@ -24,10 +24,6 @@ std::string toUtf8(const wchar_t* text) {
     return converted;
 }
 
-std::wstring toWide(const std::string& text) {
-    return std::filesystem::path(text).wstring();
-}
-
 HANDLE handleOf(StandardStream stream) {
     return ::GetStdHandle(stream == StandardStream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
 }
@@ -74,7 +70,7 @@ std::vector<std::string> beginProcess(int /*argc*/, char** /*argv*/) {
 }
 
 std::optional<std::string> environmentValue(const std::string& name) {
-    const wchar_t* const value = ::_wgetenv(toWide(name).c_str());
+    const wchar_t* const value = ::_wgetenv(std::filesystem::path(name).c_str());
     return value == nullptr ? std::nullopt : std::optional(toUtf8(value));
 }
 

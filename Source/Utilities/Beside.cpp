@@ -25,21 +25,21 @@ fs::path resolved(fs::path path) {
 fs::path beside(const fs::path& path, std::string_view mark, std::size_t room) {
     constexpr std::size_t maximumName = 255;
     constexpr std::size_t digits = 16;
-    std::string name = path.filename().string();
+    std::u8string name = path.filename().u8string();
     if (name.size() + mark.size() + room <= maximumName) {
         return fs::path(path).concat(mark);
     }
-    std::uint64_t digest = Digest::of(name).first;
+    std::uint64_t digest = Digest::of({reinterpret_cast<const char*>(name.data()), name.size()}).first;
     std::size_t kept = maximumName - mark.size() - room - digits - 1;
     while (kept > 0 && (static_cast<unsigned char>(name[kept]) & 0xc0U) == 0x80U) {
         --kept; // not within a character of UTF-8
     }
     name.resize(kept);
-    name += '~';
+    name += u8'~';
     for (std::size_t digit = 0; digit < digits; ++digit, digest >>= 4U) {
-        name += "0123456789abcdef"[digest & 0xfU];
+        name += u8"0123456789abcdef"[digest & 0xfU];
     }
-    return path.parent_path() / name.append(mark);
+    return (path.parent_path() / name).concat(mark);
 }
 
 } // namespace orv::utilities
