@@ -24,7 +24,7 @@ class ZippedFileTest : public ::testing::Test {
 protected:
     void pack(const Files& files, zip_int32_t method = ZIP_CM_DEFLATE, zip_uint16_t encryption = ZIP_EM_NONE) const {
         std::filesystem::remove(path);
-        zip_t* const archive = ::zip_open(path.c_str(), ZIP_CREATE, nullptr);
+        zip_t* const archive = ::zip_open(path.string().c_str(), ZIP_CREATE, nullptr);
         ASSERT_NE(archive, nullptr);
         for (const auto& [name, content] : files) {
             zip_source_t* const source = ::zip_source_buffer(archive, content.data(), content.size(), 0);

@@ -4,10 +4,9 @@
 #include "IfcVersionMapping/SchemaDefinitions.h"
 #include "Support/OverlayReading.h"
 #include "Support/StoreTest.h"
+#include "Utilities/FileLock.h"
 
-#include <fcntl.h>
 #include <sstream>
-#include <sys/file.h>
 
 namespace orv::host {
 namespace {
@@ -195,13 +194,13 @@ TEST_F(OverlayTest, remarksOnWhatItDoesAllTheSame) {
 TEST_F(OverlayTest, changesNothingWhenTheStoreRefuses) {
     EXPECT_TRUE(overlay.set(wall, "Pset_WallCommon", "FireRating", "F30"));
     const std::string before = tests::contentOf(path);
-    const int other = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
-    ASSERT_EQ(::flock(other, LOCK_EX), 0);
+    auto other = utilities::FileLock::tryLock(path, true, utilities::FileLock::Access::Read);
+    ASSERT_TRUE(other);
     EXPECT_EQ(overlay.set(wall, "Pset_WallCommon", "FireRating", "F90").result, Outcome::Result::StoreRefused);
     EXPECT_EQ(overlay.set(wall, "Pset_WallCommon", "Status", "NEW").result, Outcome::Result::StoreRefused);
     EXPECT_EQ(overlay.set(door, "Pset_WallCommon", "FireRating", "F90").result, Outcome::Result::StoreRefused);
     EXPECT_EQ(overlay.unset(wall, "Pset_WallCommon", "FireRating").result, Outcome::Result::StoreRefused);
-    ::close(other);
+    other.reset();
     EXPECT_EQ(readingOf(wall, "Pset_WallCommon", "FireRating"), "5:F30");
     EXPECT_EQ(shadows->shadowObjects.size(), 1U);
     EXPECT_TRUE(Enhancements::saveChanges());

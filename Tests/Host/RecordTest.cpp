@@ -163,7 +163,7 @@ TEST_F(RecordTest, isStoredAndLoadedWithNothingElse) {
         tests::Enhancements::addEnhancement(std::move(added));
         return std::string();
     };
-    inAnotherProcess(addOne);
+    tests::inAnotherProcess(addOne);
     const std::string expected = documentOf(R"(  <Every>
     <OwnerId>0000000000000000000000</OwnerId>
     <Truth>false</Truth>

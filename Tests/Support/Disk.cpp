@@ -21,7 +21,7 @@ Disk* disk = nullptr;
 SystemCalls real{};
 
 std::string parentOf(const std::string& path) {
-    return fs::path(path).parent_path().native();
+    return fs::path(path).parent_path().generic_string();
 }
 
 } // namespace
@@ -208,7 +208,7 @@ std::string Disk::contentBy(const File& file, const Choose& choose) const {
 }
 
 std::string Disk::relative(const fs::path& path) const {
-    const std::string below = path.lexically_normal().lexically_relative(root).native();
+    const std::string below = path.lexically_normal().lexically_relative(root).generic_string();
     return below == "." ? std::string() : below;
 }
 

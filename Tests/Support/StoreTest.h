@@ -3,16 +3,14 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
+#include "Support/AnotherProcess.h"
 #include "Support/ReportTest.h"
 #include "Support/SampleRecord.h"
 #include "Support/TemporaryDirectory.h"
 
 #include <algorithm>
-#include <functional>
 #include <set>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace orv::tests {
@@ -25,11 +23,15 @@ using domain::shared::enhancementsforreferencemodel::Factory;
 class StoreTest : public ReportTest {
 protected:
     StoreTest() {
+        share(directory);
         Factory::registerClass(std::make_unique<SampleRecord>("Sample"));
         EnhancementsFile::setFilePath(path);
     }
 
     static bool add(const std::string& text) {
+        if (isOnTheWay()) {
+            return true;
+        }
         std::unique_ptr<EnhancementBase> record =
             std::make_unique<SampleRecord>("Sample", TypedAttributes{{"Text", text}});
         Enhancements::addEnhancement(std::move(record));
@@ -63,6 +65,9 @@ protected:
     /// The texts of the records in the database, in order, a blank behind each.
     static std::string loadedTexts() {
         std::string texts;
+        if (isOnTheWay()) {
+            return texts;
+        }
         for (const auto& record : Enhancements::getOrCreateEnhancementsDb()->getRecords()) {
             const auto& attributes = dynamic_cast<const SampleRecord&>(*record).attributes;
             texts += attributes.front().second.get<std::string>() + ' ';
@@ -70,32 +75,17 @@ protected:
         return texts;
     }
 
-    /// Runs the action in a process of its own, which is another one for the file and loads it anew, and returns the
-    /// text that the action returned.
-    static std::string inAnotherProcess(const std::function<std::string()>& action) {
-        int ends[2];
-        EXPECT_EQ(::pipe(ends), 0);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            const std::string text = action();
-            const bool isTold = ::write(ends[1], text.data(), text.size()) == std::ssize(text);
-            ::_exit(isTold && !HasFailure() ? 0 : 1);
+    static void setContent(const std::filesystem::path& file, const std::string& content) {
+        if (!isOnTheWay()) {
+            tests::setContent(file, content);
         }
-        ::close(ends[1]);
-        std::string text(1000, '\0');
-        text.resize(static_cast<std::size_t>(std::max<ssize_t>(0, ::read(ends[0], text.data(), text.size()))));
-        ::close(ends[0]);
-        int status = -1;
-        ::waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
-        return text;
     }
 
     /// The contents of the kept copies, by name and so by time.
     std::vector<std::string> keptCopies() const {
         std::vector<std::string> contents;
         for (const auto& file : std::set<std::filesystem::path>(begin(files()), end(files()))) {
-            if (file.filename().native().starts_with("store.xml.kept-")) {
+            if (file.filename().string().starts_with("store.xml.kept-")) {
                 contents.push_back(contentOf(file));
             }
         }
@@ -107,7 +97,7 @@ protected:
     }
     std::ptrdiff_t fileCount() const { return std::distance(begin(files()), end(files())); }
 
-    TemporaryDirectory directory;
+    TemporaryDirectory directory = directoryOfTest();
     std::filesystem::path path = directory / "store.xml";
 };
 

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace orv::tests {
 
@@ -13,26 +14,36 @@ namespace orv::tests {
 class TemporaryDirectory {
 public:
     TemporaryDirectory() {
-        std::string name = std::filesystem::temp_directory_path() / "orv-test-XXXXXX";
-        if (::mkdtemp(name.data()) == nullptr) {
+        std::random_device dice;
+        path = std::filesystem::temp_directory_path() / ("orv-test-" + std::to_string(dice()) + std::to_string(dice()));
+        if (!std::filesystem::create_directory(path)) {
             throw std::runtime_error("no temporary directory");
         }
-        path = name;
     }
+    /// One that somebody else made, empties and removes.
+    explicit TemporaryDirectory(std::filesystem::path made) : path(std::move(made)), isOwn(false) {}
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-    ~TemporaryDirectory() { std::filesystem::remove_all(path); }
-
-    void empty() const {
-        for (const auto& entry : std::filesystem::directory_iterator(path)) {
-            std::filesystem::remove_all(entry.path());
+    ~TemporaryDirectory() {
+        if (isOwn) {
+            std::filesystem::remove_all(path);
         }
     }
 
+    void empty() const {
+        if (isOwn) {
+            for (const auto& entry : std::filesystem::directory_iterator(path)) {
+                std::filesystem::remove_all(entry.path());
+            }
+        }
+    }
+
+    const std::filesystem::path& getPath() const { return path; }
     std::filesystem::path operator/(const std::string& name) const { return path / name; }
 
 private:
     std::filesystem::path path;
+    bool isOwn = true;
 };
 
 inline std::string contentOf(const std::filesystem::path& path) {

@@ -52,7 +52,7 @@ TEST_F(DocumentReadingTest, returnsWhatStoodThereAtOneMomentWhileOthersAdd) {
         setContent(path, document({"a"}));
         std::this_thread::sleep_for(std::chrono::milliseconds(60)); // until its times are trusted
         const std::string content =
-            read(number++, [] { EXPECT_EQ(inAnotherProcess([] { return std::to_string(add("b")); }), "1"); });
+            read(number++, [] { EXPECT_EQ(tests::inAnotherProcess([] { return std::to_string(add("b")); }), "1"); });
         EXPECT_TRUE(content == document({"a"}) || content == document({"a", "b"})) << content;
     } while (!whileReading);
     EXPECT_GT(number, 3);

@@ -5,9 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <string>
-#include <sys/stat.h>
 #include <utility>
 
 namespace orv::utilities {
@@ -39,20 +37,6 @@ TEST_F(FileLockTest, excludesOthersForAsLongAsItLives) {
     EXPECT_EQ(content, "old");
 }
 
-TEST_F(FileLockTest, isNotHeldByProgramsThatAreStarted) {
-    setContent(path, "");
-    const auto held = FileLock::tryLock(path, true, Access::ReadWrite);
-    int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-        std::error_code closed;
-        if (std::filesystem::read_symlink(entry, closed) == path) {
-            ++count;
-            EXPECT_EQ(::fcntl(std::stoi(entry.path().filename()), F_GETFD), FD_CLOEXEC);
-        }
-    }
-    EXPECT_GT(count, 0);
-}
-
 TEST_F(FileLockTest, leavesExactlyWhatWasWritten) {
     for (const std::string written : {"", "new", "something longer", "x"}) {
         setContent(path, "old content");
@@ -72,8 +56,6 @@ TEST_F(FileLockTest, doesNotCutWhatItCouldNotReplace) {
 }
 
 TEST_F(FileLockTest, tellsWhyItIsNotTaken) {
-    const auto pipe = directory / "pipe";
-    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     setContent(path, "held");
     const auto held = FileLock::tryLock(path, true, Access::ReadWrite);
     const std::pair<std::filesystem::path, std::errc> cases[] = {
@@ -81,7 +63,6 @@ TEST_F(FileLockTest, tellsWhyItIsNotTaken) {
         {directory / "missing", std::errc::no_such_file_or_directory},
         {path / "below", std::errc::not_a_directory},
         {directory / ".", std::errc::is_a_directory},
-        {pipe, std::errc::not_supported},
         {path, std::errc::resource_unavailable_try_again},
     };
     for (const auto& [name, reason] : cases) {
@@ -99,7 +80,7 @@ TEST_F(FileLockTest, takesNoFileThatWasReplacedOrRemovedBeforeTheLockWasAcquired
     static decltype(SystemCalls::lock) realLock;
     changed = path;
     realLock = std::exchange(systemCalls.lock, [](Handle file, bool exclusive) {
-        std::filesystem::rename(changed, changed.native() + ".old");
+        std::filesystem::rename(changed, std::filesystem::path(changed) += ".old");
         setContent(changed, "new");
         return realLock(file, exclusive);
     });

@@ -1,11 +1,10 @@
+#include "Support/Kill.h"
 #include "Support/StoreTest.h"
 #include "Utilities/FileLock.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <regex>
-#include <sys/ptrace.h>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
@@ -13,33 +12,8 @@ namespace {
 using namespace tests;
 using utilities::FileLock;
 
-/// Processes killed before every single system call: what a call leaves is what the next one finds.
-class KillTest : public StoreTest {
-protected:
-    /// Runs the action in another process and kills that before its call of that number. Returns false if it ended
-    /// before.
-    static bool isKilledBefore(int call, const std::function<void()>& action) {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-            static_cast<void>(::raise(SIGSTOP));
-            action();
-            ::_exit(0);
-        }
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        for (int stops = 0; WIFSTOPPED(status); ++stops) {
-            if (stops == 2 * call + 1) { // the first is its own; then one before and one after each call
-                ::kill(child, SIGKILL);
-            } else {
-                ::ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-            }
-            ::waitpid(child, &status, 0);
-        }
-        EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0) << "call " << call;
-        return WIFSIGNALED(status);
-    }
-};
+/// Processes killed before every single call: what one leaves is what the next finds.
+class KillTest : public StoreTest {};
 
 TEST_F(KillTest, losesNoRecordOfALoadAndAnAddition) {
     const std::string other = "  <Other>&amp;</Other>\n";

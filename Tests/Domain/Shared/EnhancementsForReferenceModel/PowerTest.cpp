@@ -77,13 +77,13 @@ protected:
             << "loaded " << loaded << ", stored " << present << "or " << next << shown;
         EXPECT_TRUE(add("after"));
         EXPECT_EQ(loadedAnew(file), loaded + "after ") << shown;
-        EXPECT_FALSE(std::filesystem::exists(file.native() + ".saving")) << shown;
+        EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(file) += ".saving")) << shown;
         EXPECT_TRUE(foreign.empty() || isKept(found)) << shown;
     }
 
     bool isKept(const TemporaryDirectory& found) const {
         return std::any_of(std::filesystem::directory_iterator(found / "."), {}, [&](const auto& file) {
-            return file.path().filename().native().starts_with("store.xml.kept-") && contentOf(file.path()) == foreign;
+            return file.path().filename().string().starts_with("store.xml.kept-") && contentOf(file.path()) == foreign;
         });
     }
 

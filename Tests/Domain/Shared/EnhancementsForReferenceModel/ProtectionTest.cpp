@@ -164,7 +164,7 @@ TEST_F(ProtectionTest, writesNothingWhereItCannotTellWhichCopiesThereAre) {
 
 TEST_F(ProtectionTest, takesNoLinkToTheFileForACopy) {
     setContent(path, "foreign");
-    std::filesystem::create_hard_link(path, path.native() + ".kept-link");
+    std::filesystem::create_hard_link(path, std::filesystem::path(path) += ".kept-link");
     EXPECT_TRUE(add("a"));
     EXPECT_EQ(keptCopies(), std::vector<std::string>({"foreign", document({"a"})}));
 }
