@@ -61,6 +61,7 @@ bool asksForCompletions(const std::vector<std::string>& words) {
 
 int run(const std::vector<std::string>& words) {
     CLI::App app("Keeps notes and property values on the objects of a building model, apart from it.", "annotate");
+    app.allow_windows_style_options(false); // a slash begins paths and texts
     Arguments arguments;
     addCommands(app, arguments);
     if (asksForCompletions(words)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Annotate/Program.h"
 #include "Support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ protected:
 
     /// With standard output to the file named, or to one of the test's own.
     pid_t start(std::vector<std::string> arguments, const std::string& output = {}) const {
-        arguments.insert(arguments.begin(), ANNOTATE);
+        arguments.insert(arguments.begin(), program());
         std::vector<char*> pointers(arguments.size() + 1);
         std::transform(arguments.begin(), arguments.end(), pointers.begin(), [](auto& each) { return each.data(); });
         const pid_t process = ::fork();
@@ -35,7 +36,7 @@ protected:
             const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
             ::dup2(::open((output.empty() ? outputOf(::getpid()) : output).c_str(), flags, 0600), STDOUT_FILENO);
             ::dup2(::open(errorOf(::getpid()).c_str(), flags, 0600), STDERR_FILENO);
-            ::execv(ANNOTATE, pointers.data());
+            ::execv(pointers.front(), pointers.data());
             ::_exit(127);
         }
         return process;

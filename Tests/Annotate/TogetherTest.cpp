@@ -73,7 +73,7 @@ TEST_F(TogetherTest, ofTwoPeopleAtOnceKeepsEveryCommand) {
     const std::string one =
         "i=0; while [ $i -lt 20 ]; do i=$((i+1)); \"$1\" \"$2\" note \"$3\" $i --author $4 --store \"$5\" "
         "&& \"$1\" \"$2\" set \"$3\" Pset_WallCommon $6 $i --author $4 --store \"$5\" || exit 1; done";
-    const std::string arguments = std::string("' sh '") + ANNOTATE + "' '" + HOUSE + "' '" + id + "' ";
+    const std::string arguments = std::string("' sh '") + program() + "' '" + HOUSE + "' '" + id + "' ";
     const std::string first = "sh -c '" + one + arguments + "Anna notes.xml FireRating >/dev/null";
     const std::string second = "sh -c '" + one + arguments + "Ben notes.xml Reference >/dev/null";
     const std::string both =

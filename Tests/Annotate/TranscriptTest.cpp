@@ -1,3 +1,4 @@
+#include "Annotate/Program.h"
 #include "Support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +39,7 @@ TEST_P(TranscriptTest, isWhatIsPrinted) {
     const orv::tests::TemporaryDirectory directory;
     std::filesystem::copy_file(HOUSE, directory / "House.ifc");
     const std::string start = "cd " + (directory / "").string() + " && export ANNOTATE_AUTHOR=Anna PATH='" +
-                              std::filesystem::path(ANNOTATE).parent_path().string() + "':\"$PATH\" && ";
+                              std::filesystem::path(program()).parent_path().string() + "':\"$PATH\" && ";
     std::ifstream transcript(file);
     std::string printed;
     std::string expected;

@@ -1,5 +1,6 @@
 #include "FoundationClasses/FcValue.h"
 
+#include "Support/GermanLocale.h"
 #include "Support/ReportTest.h"
 
 #include <gtest/gtest.h>
@@ -67,7 +68,7 @@ TEST_F(FcValueTest, losesItsContentWhenItRefuses) {
 }
 
 TEST_F(FcValueTest, understandsNumbersInTheLocaleOfTheProcess) {
-    ASSERT_NE(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"), nullptr);
+    ASSERT_NE(std::setlocale(LC_NUMERIC, tests::germanLocale), nullptr);
     FcValue value(FcValueType::find("IfcReal"));
     for (const char* text : {"1,5", "1.5", "1,500000"}) {
         EXPECT_TRUE(value.setValueOnTypeFromString(text)) << text;

@@ -1,6 +1,7 @@
 #include "Host/Record.h"
 
 #include "Support/EveryField.h"
+#include "Support/GermanLocale.h"
 #include "Support/StoreTest.h"
 
 #include <clocale>
@@ -32,7 +33,7 @@ StringAttributes storedForm(const EveryField& record) {
 }
 
 TEST_F(RecordTest, bringsEachValueBackFromItsTextInAnyLocale) {
-    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
+    ASSERT_NE(std::setlocale(LC_ALL, tests::germanLocale), nullptr);
     using Limits = std::numeric_limits<double>;
     const std::pair<void (*)(EveryField&), const char*> cases[] = {
         // clang-format off

@@ -75,15 +75,25 @@ protected:
         return texts;
     }
 
+    /// Whether there is a failure that isn't one of what is only repeated.
+    static bool hasFailed() { return HasFailure() && !isOnTheWay(); }
+
     static void setContent(const std::filesystem::path& file, const std::string& content) {
         if (!isOnTheWay()) {
             tests::setContent(file, content);
         }
     }
 
+    static std::string contentOf(const std::filesystem::path& file) {
+        return isOnTheWay() ? std::string() : tests::contentOf(file);
+    }
+
     /// The contents of the kept copies, by name and so by time.
     std::vector<std::string> keptCopies() const {
         std::vector<std::string> contents;
+        if (isOnTheWay()) {
+            return contents;
+        }
         for (const auto& file : std::set<std::filesystem::path>(begin(files()), end(files()))) {
             if (file.filename().string().starts_with("store.xml.kept-")) {
                 contents.push_back(contentOf(file));
@@ -95,7 +105,7 @@ protected:
     std::filesystem::directory_iterator files() const {
         return std::filesystem::directory_iterator(path.parent_path());
     }
-    std::ptrdiff_t fileCount() const { return std::distance(begin(files()), end(files())); }
+    std::ptrdiff_t fileCount() const { return isOnTheWay() ? 0 : std::distance(begin(files()), end(files())); }
 
     TemporaryDirectory directory = directoryOfTest();
     std::filesystem::path path = directory / "store.xml";

@@ -1,7 +1,10 @@
 #include "Utilities/Windows/Access.h"
 
 #include <aclapi.h>
+#include <array>
+#include <cstddef>
 #include <sddl.h>
+#include <string>
 
 namespace orv::utilities {
 
@@ -11,9 +14,33 @@ std::errc lastError() {
                                                            : std::errc::io_error;
 }
 
+namespace {
+
+/// The name by which the system knows who runs the process; empty if it can't be had.
+std::wstring userIdentifier() {
+    std::wstring identifier;
+    HANDLE token = nullptr;
+    if (::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &token) == FALSE) {
+        return identifier;
+    }
+    alignas(TOKEN_USER) std::array<std::byte, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user{};
+    DWORD size = 0;
+    LPWSTR text = nullptr;
+    if (::GetTokenInformation(token, TokenUser, user.data(), static_cast<DWORD>(user.size()), &size) != FALSE &&
+        ::ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid, &text) != FALSE) {
+        identifier = text;
+        ::LocalFree(text);
+    }
+    ::CloseHandle(token);
+    return identifier;
+}
+
+} // namespace
+
 OwnerOnly::OwnerOnly() {
-    // Protected, so that nothing comes from the folder; all is allowed to who owns the file.
-    ::ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)", SDDL_REVISION_1,
+    // Protected, so that nothing comes from the folder; all is allowed to the user.
+    const std::wstring permissions = L"D:P(A;;FA;;;" + userIdentifier() + L")";
+    ::ConvertStringSecurityDescriptorToSecurityDescriptorW(permissions.c_str(), SDDL_REVISION_1,
                                                            &attributes.lpSecurityDescriptor, nullptr);
 }
 

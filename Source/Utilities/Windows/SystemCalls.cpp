@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <windows.h>
 
@@ -80,10 +81,12 @@ std::errc openFile(const fs::path& path, Opening opening, Handle& opened) {
             return std::errc::too_many_symbolic_link_levels;
         }
     }
-    OwnerOnly owner;
+    std::optional<OwnerOnly> owner;
+    if (opening == Opening::MakeNew) {
+        owner.emplace();
+    }
     const HANDLE file =
-        ::CreateFileW(path.c_str(), accessOf(opening), shareAll, opening == Opening::MakeNew ? owner.get() : nullptr,
-                      dispositionOf(opening),
+        ::CreateFileW(path.c_str(), accessOf(opening), shareAll, owner ? owner->get() : nullptr, dispositionOf(opening),
                       opening == Opening::Directory ? FILE_FLAG_BACKUP_SEMANTICS : FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         const std::errc reason = lastError();

@@ -28,7 +28,7 @@ TEST(FileHandleTest, isNotHeldByProgramsThatAreStarted) {
     EXPECT_GT(count, 0);
 }
 
-TEST(FileHandleTest, isNoneOfAPipe) {
+TEST(FileHandleTest, isNoneOfAPipeOrBelowAFile) {
     const tests::TemporaryDirectory directory;
     const auto pipe = directory / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -36,6 +36,8 @@ TEST(FileHandleTest, isNoneOfAPipe) {
     EXPECT_FALSE(FileLock::tryLock(pipe, true, Access::ReadWrite, error));
     EXPECT_EQ(error, std::errc::not_supported) << error.message();
     EXPECT_FALSE(FileLock::tryLock(pipe, true, Access::Read));
+    EXPECT_FALSE(FileLock::tryLock(pipe / "below", true, Access::Read, error));
+    EXPECT_EQ(error, std::errc::not_a_directory) << error.message();
 }
 
 } // namespace

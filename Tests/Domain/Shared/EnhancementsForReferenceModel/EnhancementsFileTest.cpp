@@ -87,6 +87,7 @@ TEST_F(EnhancementsFileTest, makesTheFileAndItsDirectoriesWhenItIsLockedFirst) {
     EnhancementsFile::setFilePath("store.xml");
     EXPECT_TRUE(EnhancementsFile(enhancements).lockFile());
     EXPECT_EQ(contentOf(directory / "store.xml"), emptyDocument);
+    std::filesystem::current_path(std::filesystem::temp_directory_path()); // or the directory stays on Windows
 }
 
 TEST_F(EnhancementsFileTest, leavesAnExistingEmptyFileAloneUntilItWrites) {
