@@ -3,6 +3,8 @@
 #include "Support/Windows/StartedProcess.h"
 #include "Utilities/SystemCalls.h"
 
+#include <chrono>
+#include <thread>
 #include <utility>
 #include <windows.h>
 
@@ -40,6 +42,8 @@ void installEach() {
 
 bool isKilledBefore(int call, const std::function<void()>& action) {
     const auto counted = [&] {
+        // Until the times of what the test wrote are trusted, or how many calls a load makes would vary.
+        std::this_thread::sleep_for(std::chrono::milliseconds(60));
         callsAhead = call;
         installEach<&SystemCalls::open, &SystemCalls::close, &SystemCalls::lock, &SystemCalls::unlock,
                     &SystemCalls::getState, &SystemCalls::getStateOf, &SystemCalls::readAt, &SystemCalls::writeAt,
