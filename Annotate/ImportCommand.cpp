@@ -139,7 +139,7 @@ void importNotes(const Arguments& arguments, Import& run, const Model& model) {
         const std::string author = authorOf(arguments);
         ChangeLog log(store, author, arguments.command);
         std::for_each(notes.begin(), notes.end(), [&](const Note& note) { log.add(notebook.add(note, author)); });
-        store.write();
+        log.write();
     });
     run.finish();
 }
