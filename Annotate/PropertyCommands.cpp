@@ -154,8 +154,8 @@ void setProperty(const Arguments& arguments) {
     if (hasBounds(arguments)) {
         makeEdits(arguments, request, definition, Form::Bounded, givenBounds(arguments, definition));
     } else {
-        PropertyEdit edit = editIn(definition, request.values.front());
-        makeEdits(arguments, request, definition, edit.form, std::move(edit.values));
+        const PropertyEdit edit = editIn(definition, request.values.front());
+        makeEdits(arguments, request, definition, edit.form, edit.values);
     }
 }
 
