@@ -6,7 +6,7 @@
 #include "Annotate/ValueText.h"
 #include "Host/TimeText.h"
 
-#include <algorithm>
+#include <cmath>
 #include <set>
 
 namespace annotate {
@@ -69,11 +69,13 @@ std::string cameraMarkup(BcfVersion version, const Point& place) {
     constexpr double third = 1 / 3.0;
     // The direction (-2, 2, -1) / 3, and the part of the vertical that is across it, (-2, 2, 8) / sqrt(72).
     constexpr double up = 0.2357022603955158;
-    return group("PerspectiveCamera",
-                 vectorMarkup("CameraViewPoint", place.x + 2 * step, place.y - 2 * step, place.z + step) +
-                     vectorMarkup("CameraDirection", -2 * third, 2 * third, -third) +
-                     vectorMarkup("CameraUpVector", -up, up, 4 * up) + element("FieldOfView", "60") +
-                     (version == BcfVersion::Bcf30 ? element("AspectRatio", "1.5") : ""));
+    const auto rounded = [](double metres) { return std::round(metres * 1e6) / 1e6; };
+    return group("PerspectiveCamera", vectorMarkup("CameraViewPoint", rounded(place.x + 2 * step),
+                                                   rounded(place.y - 2 * step), rounded(place.z + step)) +
+                                          vectorMarkup("CameraDirection", -2 * third, 2 * third, -third) +
+                                          vectorMarkup("CameraUpVector", -up, up, 4 * up) +
+                                          element("FieldOfView", "60") +
+                                          (version == BcfVersion::Bcf30 ? element("AspectRatio", "1.5") : ""));
 }
 
 } // namespace
