@@ -1,7 +1,6 @@
 #include "Annotate/Condition.h"
 
 #include "Annotate/Arguments.h"
-#include "Annotate/EditText.h"
 #include "Annotate/ValueText.h"
 #include "FoundationClasses/FcValueType.h"
 #include "Host/FieldText.h"
@@ -187,15 +186,9 @@ std::partial_ordering Condition::comparedWith(const std::string& candidate) cons
     return isNumber ? number <=> other : std::partial_ordering(candidate <=> value);
 }
 
-std::vector<std::string> valuesThatHold(const MergedProperty& property) {
-    std::vector<orv::object::PropertyValue> values;
-    if (property.edit != nullptr) {
-        values = valuesInOrder(property.edit->edit);
-    } else if (property.model != nullptr) {
-        values = property.model->values;
-    }
+std::vector<std::string> textsThatHold(const MergedProperty& property, const ModelUnits& units) {
     std::vector<std::string> texts;
-    for (const orv::object::PropertyValue& value : values) {
+    for (const orv::object::PropertyValue& value : valuesThatHold(property, units)) {
         if (!value.isEmpty()) {
             texts.push_back(valueText(value));
         }

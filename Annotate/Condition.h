@@ -51,8 +51,7 @@ private:
     std::optional<AnyCase> part; ///< The value, if it is to be within another.
 };
 
-/// The values of a property that hold, as texts: those that a user set, otherwise the model's; of an enumeration each
-/// choice. None if there are none.
-std::vector<std::string> valuesThatHold(const MergedProperty& property);
+/// The values that hold, as texts, without empty ones; of an enumeration each choice.
+std::vector<std::string> textsThatHold(const MergedProperty& property, const ModelUnits& units);
 
 } // namespace annotate

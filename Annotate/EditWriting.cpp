@@ -22,7 +22,7 @@ void writeEdits(Store& store, const std::string& author, const std::string& comm
         log.replace(line, each);
         present.put(store, each.id, line, lineOf(each.edit));
     }
-    store.write();
+    log.write();
 }
 
 } // namespace annotate

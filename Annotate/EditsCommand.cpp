@@ -4,6 +4,7 @@
 #include "Annotate/SetsOfObjects.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/ValueText.h"
 
 #include <iostream>
 #include <set>
@@ -11,6 +12,19 @@
 namespace annotate {
 
 using Form = orv::host::PropertyEdit::Form;
+
+namespace {
+
+/// With its unit where that isn't the one of the edit, which has a column.
+std::string modelText(const MergedProperty& property, const ModelUnits& units) {
+    if (property.model == nullptr) {
+        return "";
+    }
+    const std::string text = valuesText(*property.model);
+    return unitBesideModel(property, units).empty() ? text : withUnit(text, unitText(*property.model));
+}
+
+} // namespace
 
 void listEdits(const Arguments& arguments) {
     Filter filter(arguments);
@@ -30,8 +44,8 @@ void listEdits(const Arguments& arguments) {
             const MergedProperty property = sets.find(object, entry);
             remarks.insert(changedUnit(property, details.getUnits()));
             rows.push_back({entry.id.toString(false), classOf(object), nameOf(object), entry.edit.set,
-                            entry.edit.property, property.model == nullptr ? "" : valuesText(*property.model),
-                            editText(entry.edit), entry.edit.unit, entry.edit.author, shownTime(time)});
+                            entry.edit.property, modelText(property, details.getUnits()), editText(entry.edit),
+                            entry.edit.unit, entry.edit.author, shownTime(time)});
         }
     }
     printRemarks(filter, rows.empty());

@@ -106,7 +106,7 @@ bool Filter::meets(const ModelObject& object, Asked& asked) {
     const EditIndex::Entry* const edit = id ? edits->find(*id, condition.getSet(), condition.getProperty()) : nullptr;
     const MergedProperty property = sets->find(object, edit, condition.getSet(), condition.getProperty());
     asked.isKnown = asked.isKnown || property.model != nullptr || property.edit != nullptr;
-    const std::vector<std::string> values = valuesThatHold(property);
+    const std::vector<std::string> values = textsThatHold(property, details->getUnits());
     asked.hasValue = asked.hasValue || condition.concerns(values);
     return condition.holds(values);
 }

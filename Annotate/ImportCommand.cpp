@@ -7,6 +7,7 @@
 #include "Annotate/ProgressBar.h"
 #include "Annotate/Terminal.h"
 #include "Annotate/TextFile.h"
+#include "Annotate/TopicsImport.h"
 #include "Annotate/Undo.h"
 
 #include <algorithm>
@@ -139,7 +140,7 @@ void importNotes(const Arguments& arguments, Import& run, const Model& model) {
         const std::string author = authorOf(arguments);
         ChangeLog log(store, author, arguments.command);
         std::for_each(notes.begin(), notes.end(), [&](const Note& note) { log.add(notebook.add(note, author)); });
-        store.write();
+        log.write();
     });
     run.finish();
 }
@@ -147,6 +148,9 @@ void importNotes(const Arguments& arguments, Import& run, const Model& model) {
 } // namespace
 
 void importFile(const Arguments& arguments) {
+    if (isTopicsArchive(arguments.file)) {
+        return importTopics(arguments);
+    }
     Import run(arguments);
     if (run.getFile().areNotes) {
         return importNotes(arguments, run, Model::read(arguments.model));

@@ -61,7 +61,7 @@ public:
     void add(const Note& content) {
         const Note& note = notebook.add(content, author);
         log.add(note);
-        store.write();
+        log.write();
         printStored(beginSentence({*note.number}) + " stored in " + path.string() + '.');
     }
 
@@ -69,10 +69,10 @@ public:
         for (const Note* const note : notes) {
             log.remove(*note);
         }
-        store.write({notes.begin(), notes.end()});
+        log.write({notes.begin(), notes.end()});
     }
 
-    void write() { store.write(); }
+    void write() { log.write(); }
 
 private:
     std::filesystem::path path;

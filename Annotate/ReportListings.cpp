@@ -1,6 +1,7 @@
 #include "Annotate/EditText.h"
 #include "Annotate/Filter.h"
 #include "Annotate/ReportSections.h"
+#include "Annotate/ValueText.h"
 
 #include <algorithm>
 
@@ -61,10 +62,6 @@ std::string timeCell(const std::optional<Time>& time) {
     std::string text = shownTime(time);
     std::replace(text.begin(), text.end(), 'T', ' ');
     return text.substr(0, text.find('Z'));
-}
-
-std::string withUnit(const std::string& value, const std::string& unit) {
-    return value.empty() || unit.empty() ? value : value + ' ' + unit;
 }
 
 std::string_view shown(Standing standing) {

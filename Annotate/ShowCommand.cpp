@@ -7,6 +7,7 @@
 #include "Annotate/Notes.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/ValueText.h"
 #include "FoundationClasses/IfcClass.h"
 
 #include <algorithm>
@@ -60,13 +61,12 @@ void printHead(const ModelDetails& details, const ModelObject& object, const Rec
     }
 }
 
-/// What is set on the property, with its unit where that isn't the one of the model.
+/// What is set on the property, with its unit where that isn't the one of the model's value.
 std::string yours(const MergedProperty& property, const ModelUnits& units) {
     if (property.edit == nullptr) {
         return "";
     }
-    const std::string text = editText(property.edit->edit);
-    return changedUnit(property, units).empty() ? text : text + ' ' + property.edit->edit.unit;
+    return withUnit(editText(property.edit->edit), unitBesideModel(property, units));
 }
 
 /// The columns of the users' own are there if there is something in them.

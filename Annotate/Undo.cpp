@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <utility>
 
 namespace annotate {
 
@@ -17,11 +18,21 @@ constexpr std::string_view none = "none";
 constexpr std::string_view noteSubject = "note ";
 constexpr std::string_view editSubject = "edit ";
 
-LastCommand* findLast(const std::string& author) {
-    const auto all = allOf<LastCommand>(Store::getRecords());
-    const auto found =
-        std::find_if(all.begin(), all.end(), [&author](const LastCommand* last) { return last->author == author; });
-    return found == all.end() ? nullptr : *found;
+std::vector<LastCommand*> commandsOf(const std::string& author) {
+    std::vector<LastCommand*> commands = allOf<LastCommand>(Store::getRecords());
+    std::erase_if(commands, [&author](const LastCommand* command) { return command->author != author; });
+    return commands;
+}
+
+/// Makes it its author's last command with the store's next write, which is to remove what is added to the list. A
+/// program that is ended within that write may leave both, of which the one behind counts.
+void keep(Store& store, LastCommand command, std::vector<const EnhancementBase*>& removed) {
+    constexpr std::size_t longSize = 64;
+    const std::vector<LastCommand*> earlier = commandsOf(command.author);
+    // A load asks a record once for each that stands behind it, so a long one stands behind all.
+    const bool isNew = earlier.empty() || command.subjects.size() > longSize;
+    removed.insert(removed.end(), earlier.begin(), isNew ? earlier.end() : earlier.end() - 1);
+    (isNew ? store.make<LastCommand>() : *earlier.back()) = std::move(command);
 }
 
 /// A note or an edit that a command changed, as it stands now.
@@ -135,8 +146,11 @@ void requireUnchanged(const LastCommand& last, const std::vector<Subject>& subje
 
 } // namespace
 
-ChangeLog::ChangeLog(Store& changedStore, std::string theAuthor, std::string theCommand)
-    : store(&changedStore), author(std::move(theAuthor)), command(std::move(theCommand)) {}
+ChangeLog::ChangeLog(Store& changedStore, const std::string& author, const std::string& command)
+    : store(&changedStore) {
+    changes.author = author;
+    changes.command = command;
+}
 
 void ChangeLog::replace(const std::string& line, const orv::host::ObjectEdit& edit) {
     log(std::string(editSubject) + edit.id.toString(false), line.empty() ? std::string(none) : line,
@@ -156,38 +170,37 @@ std::string ChangeLog::textOf(const Note& note) {
 }
 
 void ChangeLog::log(std::string subject, std::string before, std::string after) {
-    if (last == nullptr) {
-        last = findLast(author);
-        last = last == nullptr ? &store->make<LastCommand>() : last;
-        last->author = author;
-        last->command = command;
-        last->undone = false;
-        last->subjects.clear();
-        last->before.clear();
-        last->after.clear();
+    changes.subjects.push_back(std::move(subject));
+    changes.before.push_back(std::move(before));
+    changes.after.push_back(std::move(after));
+}
+
+void ChangeLog::write(std::vector<const EnhancementBase*> removed) {
+    if (!changes.subjects.empty()) {
+        keep(*store, std::exchange(changes, {}), removed);
     }
-    last->subjects.push_back(std::move(subject));
-    last->before.push_back(std::move(before));
-    last->after.push_back(std::move(after));
+    store->write(removed);
 }
 
 std::string undoLastCommand(Store& store, const std::string& author) {
-    LastCommand* const last = findLast(author);
-    if (last == nullptr) {
+    const std::vector<LastCommand*> commands = commandsOf(author);
+    if (commands.empty()) {
         throw RequestError("There is no command of " + (author.empty() ? "yours" : author) + " in " +
                            store.getPath().string() + " that could be taken back.");
     }
+    LastCommand last = *commands.back();
     const Notebook notebook(store);
     EditIndex edits(Store::getRecords());
-    std::vector<Subject> subjects = subjectsOf(*last, notebook, edits);
-    requireUnchanged(*last, subjects, notebook, edits);
+    std::vector<Subject> subjects = subjectsOf(last, notebook, edits);
+    requireUnchanged(last, subjects, notebook, edits);
     std::vector<const EnhancementBase*> removed;
     for (std::size_t number = 0; number < subjects.size(); ++number) {
-        subjects[number].become(store, last->before[number], removed);
+        subjects[number].become(store, last.before[number], removed);
     }
-    std::swap(last->before, last->after);
-    last->undone = !last->undone;
-    std::string done = (last->undone ? "Taken back: " : "Done again: ") + last->command + '.';
+    std::swap(last.before, last.after);
+    last.undone = !last.undone;
+    std::string done = (last.undone ? "Taken back: " : "Done again: ") + last.command + '.';
+    keep(store, std::move(last), removed);
     store.write(removed);
     return done;
 }

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <numbers>
@@ -94,15 +93,6 @@ std::optional<ModelUnit> unitOfSymbol(std::string_view kind, const std::string& 
     return std::nullopt;
 }
 
-/// The number with 15 digits, so that 3 ft are 0.9144 m.
-double rounded(double number) {
-    constexpr int digits = 15;
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.begin(), text.end(), number, std::chars_format::general, digits);
-    std::from_chars(text.begin(), end.ptr, number);
-    return number;
-}
-
 /// A number and what stands behind it.
 struct Measured {
     double number = 0;
@@ -164,8 +154,7 @@ void takeUnit(const Definition& definition, std::string_view valueType, const Mo
                            ". The model's unit is " + unit->symbol + '.');
     }
     if (measured) {
-        value = valueText(isModels ? measured->number
-                                   : rounded((own->toSi(measured->number) - unit->offset) / unit->factor));
+        value = valueText(isModels ? measured->number : converted(measured->number, *own, *unit));
     }
 }
 

@@ -10,4 +10,8 @@ std::string valueText(const orv::object::PropertyValue& value) {
     return text.getAsString(false).value_or("");
 }
 
+std::string withUnit(const std::string& text, const std::string& unit) {
+    return text.empty() || unit.empty() ? text : text + ' ' + unit;
+}
+
 } // namespace annotate

@@ -25,7 +25,7 @@ concept SingleValue = requires(const T value, T& taken) {
 template <typename T>
 struct FieldForm {
     static constexpr bool isKnown = false;
-    static std::vector<std::string> textsOf(const T& value);
+    static void appendTexts(const T& value, std::vector<std::string>& texts);
     static bool take(const std::vector<std::string>& texts, T& value);
 };
 
@@ -33,7 +33,7 @@ template <SingleValue T>
 struct FieldForm<T> {
     static constexpr bool isKnown = true;
 
-    static std::vector<std::string> textsOf(const T& value) { return {textOf(value)}; }
+    static void appendTexts(const T& value, std::vector<std::string>& texts) { texts.push_back(textOf(value)); }
 
     /// Takes the last text. No text leaves the value as it is.
     static bool take(const std::vector<std::string>& texts, T& value) {
@@ -46,8 +46,10 @@ template <SingleValue T>
 struct FieldForm<std::optional<T>> {
     static constexpr bool isKnown = true;
 
-    static std::vector<std::string> textsOf(const std::optional<T>& value) {
-        return value ? std::vector{textOf(*value)} : std::vector<std::string>();
+    static void appendTexts(const std::optional<T>& value, std::vector<std::string>& texts) {
+        if (value) {
+            texts.push_back(textOf(*value));
+        }
     }
 
     static bool take(const std::vector<std::string>& texts, std::optional<T>& value) {
@@ -65,13 +67,11 @@ template <SingleValue T>
 struct FieldForm<std::vector<T>> {
     static constexpr bool isKnown = true;
 
-    static std::vector<std::string> textsOf(const std::vector<T>& values) {
-        std::vector<std::string> texts;
-        texts.reserve(values.size());
+    static void appendTexts(const std::vector<T>& values, std::vector<std::string>& texts) {
+        texts.reserve(texts.size() + values.size());
         for (const T& value : values) {
             texts.push_back(textOf(value));
         }
-        return texts;
     }
 
     static bool take(const std::vector<std::string>& texts, std::vector<T>& values) {
