@@ -67,7 +67,7 @@ TEST_F(UnitEntryTest, turnsNumbersWithAUnitIntoThoseOfTheModel) {
         {"IfcLengthMeasure", "24cm", "240"},
         {"IfcLengthMeasure", "0.3 m", "300"},
         {"IfcLengthMeasure", "-1e2km", "-100000000"},
-        {"IfcLengthMeasure", "2 um", "\"um\" isn't known as a unit for Set.Name. The model's unit is mm."},
+        {"IfcLengthMeasure", "2 um", "0.002"},
         {"IfcLengthMeasure", "2000 µm", "2"},
         {"IfcLengthMeasure", "2000 \u03bcm", "2"},
         {"IfcLengthMeasure", "3 ft", "914.4"},
