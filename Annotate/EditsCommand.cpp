@@ -1,6 +1,7 @@
 #include "Annotate/Commands.h"
 #include "Annotate/EditText.h"
 #include "Annotate/Filter.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/SetsOfObjects.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
@@ -29,6 +30,7 @@ std::string modelText(const MergedProperty& property, const ModelUnits& units) {
 void listEdits(const Arguments& arguments) {
     Filter filter(arguments);
     const ModelDetails details = ModelDetails::read(arguments.model);
+    filter.findOwner(arguments, details.getModel());
     const Records records = readStore(arguments);
     filter.consult(details, records);
     const EditIndex index(records);
@@ -47,6 +49,9 @@ void listEdits(const Arguments& arguments) {
                             entry.edit.property, modelText(property, details.getUnits()), editText(entry.edit),
                             entry.edit.unit, entry.edit.author, shownTime(time)});
         }
+    }
+    if (!arguments.globalId.empty() && rows.empty()) {
+        objectNamed(arguments, details.getModel(), arguments.globalId); // throws if there is none
     }
     printRemarks(filter, rows.empty());
     printTable(arguments,

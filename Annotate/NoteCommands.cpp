@@ -170,10 +170,11 @@ void listNotes(const Arguments& arguments) {
     for (const auto& [number, note] : notes) {
         const ModelObject* const object = model.find(note->ownerId);
         const bool isOfState = arguments.open == arguments.onlyResolved || note->resolved == arguments.onlyResolved;
-        if (isOfState && filter.takesOwner(note->ownerId, object) && filter.takesAct(note->author, note->made)) {
+        if (isOfState && filter.takesOwner(note->ownerId, object) &&
+            (filter.takesAct(note->author, note->made) || filter.takesAct(note->changedBy, note->changed))) {
             rows.push_back({std::to_string(number), note->ownerId.toString(false), classOf(object), nameOf(object),
                             std::to_string(note->priority), note->resolved ? "resolved" : "open", note->author,
-                            shownTime(note->made), note->text});
+                            shownTime(note->made), note->changedBy, shownTime(note->changed), note->text});
         }
     }
     if (!arguments.globalId.empty() && rows.empty()) {
@@ -189,6 +190,8 @@ void listNotes(const Arguments& arguments) {
                 {"State"},
                 {"Author"},
                 {"Time"},
+                {"Changed by"},
+                {"Changed"},
                 {"Text"}},
                rows);
 }
