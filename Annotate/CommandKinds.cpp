@@ -83,8 +83,9 @@ CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& a
 }
 
 void addListing(CLI::App* command, Arguments& arguments) {
-    CLI::Option* csv =
-        command->add_flag("--csv", arguments.csv, "Print comma-separated values, with every byte as it is");
+    CLI::Option* csv = command->add_flag("--csv", arguments.csv,
+                                         "Print comma-separated values, with every byte as it is, but for an "
+                                         "apostrophe before what a spreadsheet may take for a formula");
     command->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD")->excludes(csv);
 }
 

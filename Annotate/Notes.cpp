@@ -75,9 +75,11 @@ Note& Notebook::add(const Note& content, const std::string& author) {
     auto& note = store->make<Note>();
     note = content;
     note.number = ++last->number;
-    note.id = makeId();
-    note.author = author;
-    note.made = now();
+    note.id = content.id ? content.id : makeId();
+    if (!content.made) {
+        note.author = author;
+        note.made = now();
+    }
     return note;
 }
 

@@ -1,3 +1,4 @@
+#include "Annotate/EditTable.h"
 #include "Annotate/EditText.h"
 #include "Annotate/Filter.h"
 #include "Annotate/ReportSections.h"
@@ -89,7 +90,7 @@ void addRow(HtmlPage& page, const AddedEdit& added, const ModelUnits& units) {
     addCell(page, withUnit(editText(edit), unitOf(added.property, units)), "value");
     addCell(page, shown(standing), standing == Standing::CaughtUp ? "state settled" : "state");
     addCell(page, edit.author);
-    addCell(page, timeCell(edit.time == Time() ? std::nullopt : std::optional<Time>(edit.time)), "time");
+    addCell(page, timeCell(timeOf(edit)), "time");
     page << "</tr>\n";
 }
 
