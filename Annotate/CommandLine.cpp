@@ -184,7 +184,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
         app,
         {"export", "Write a copy of the model with what was set in it, a report of what was added, or tables of it",
          "House.ifc export House.new.ifc"},
-        arguments, exportFile);
+        arguments, exportFile, true);
     exporting
         ->add_option(
             "FILE", arguments.file,
@@ -240,6 +240,11 @@ void addCommands(CLI::App& app, Arguments& arguments) {
                        "House.ifc undo"},
                       arguments, undo);
     addHelp(app, arguments);
+    for (CLI::App* const command : app.get_subcommands(nullptr)) {
+        for (CLI::Option* const option : command->get_options()) {
+            option->disable_flag_override();
+        }
+    }
 }
 
 } // namespace annotate

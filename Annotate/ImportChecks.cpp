@@ -50,7 +50,8 @@ Note noteIn(const ImportRow& row) {
     requireText(row.text);
     note.text = row.text;
     if (!row.priority.empty() && !orv::host::take(row.priority, note.priority)) {
-        throw RequestError("The priority \"" + row.priority + "\" isn't a whole number.");
+        throw RequestError("The priority \"" + row.priority +
+                           "\" isn't a whole number from -2147483648 to 2147483647.");
     }
     if (orv::Guid id; id.boSet(row.noteId)) {
         note.id = id;

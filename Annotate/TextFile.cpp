@@ -26,7 +26,8 @@ std::string readTextFile(const std::filesystem::path& path) {
         std::copy(std::istreambuf_iterator<char>(stream), {}, std::ostreambuf_iterator<char>(text));
     }
     if (errno != 0) {
-        throw RequestError(path.string() + " can't be read (" + std::generic_category().message(errno) + ").");
+        throw RequestError((isStandardInput ? "Standard input" : path.string()) + " can't be read (" +
+                           std::generic_category().message(errno) + ").");
     }
     return text.str();
 }
