@@ -49,6 +49,7 @@ struct Arguments {
     bool onlyNotes = false; ///< Of an export to a table.
     bool strict = false;
     bool keepGoing = false;
+    std::string bcfVersion;     ///< Of an archive of topics that is made; empty: the newest.
     std::filesystem::path file; ///< That is imported, "-" for standard input; or made by an export.
 
     std::string helpOn; ///< A command; empty: the program.

@@ -36,7 +36,7 @@ std::vector<Row> noteRows(const Additions& additions) {
                      [](const AddedNote& a, const AddedNote& b) { return a.number < b.number; });
     std::vector<Row> rows;
     for (const auto& [number, note, object, storey] : notes) {
-        rows.push_back({note->id ? note->id->toString(true) : "", note->ownerId.toString(false), classOf(object),
+        rows.push_back({idOf(number, *note).toString(true), note->ownerId.toString(false), classOf(object),
                         nameOf(object), std::to_string(note->priority), note->resolved ? "resolved" : "open",
                         note->author, timeText(note->made), note->changedBy, timeText(note->changed), note->text});
     }

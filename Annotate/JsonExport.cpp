@@ -102,7 +102,7 @@ Json jsonOf(const AddedEdit& added) {
 Json jsonOf(const AddedNote& added) {
     const Note& note = *added.note;
     return {{"number", added.number},
-            {"id", note.id ? Json(note.id->toString(true)) : Json()},
+            {"id", idOf(added.number, note).toString(true)},
             {"object", objectJson(note.ownerId, added.object)},
             {"text", note.text},
             {"priority", note.priority},
