@@ -186,12 +186,11 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
          "House.ifc export House.new.ifc"},
         arguments, exportFile, true);
     exporting
-        ->add_option(
-            "FILE", arguments.file,
-            "The file to be made, in the place of one that is there; its ending tells what. An .ifc is the "
-            "model, with lines that nothing was set on as they are; a .bcf has a topic for each note, for "
-            "programs that read the BIM Collaboration Format; an .html is a page for any browser; a .csv is a "
-            "table for spreadsheets, which the command import reads again; a .json is for programs")
+        ->add_option("FILE", arguments.file,
+                     "The file to be made, in the place of one that is there; its ending tells what. An .ifc is the "
+                     "model, with lines that nothing was set on as they are; a .bcf has a topic for each note, for "
+                     "programs that read the BIM Collaboration Format; an .html is a page for any browser; a .csv is a "
+                     "table for spreadsheets, which the command import reads again; a .json is for programs")
         ->required()
         ->check(refuseEmpty);
     exporting->add_option("--bcf", arguments.bcfVersion, "The version of a .bcf, 2.1 or 3.0, which it is otherwise")

@@ -22,6 +22,7 @@ std::string timeText(const std::optional<Time>& time) {
 /// In an order that doesn't depend on who stored what first.
 std::vector<Row> editRows(const Additions& additions) {
     std::vector<Row> rows;
+    rows.reserve(additions.getEdits().size());
     for (const AddedEdit& added : additions.getEdits()) {
         rows.push_back(editRow(added.property, added.object, additions.getDetails().getUnits(),
                                timeText(timeOf(added.entry->edit))));
@@ -35,6 +36,7 @@ std::vector<Row> noteRows(const Additions& additions) {
     std::stable_sort(notes.begin(), notes.end(),
                      [](const AddedNote& a, const AddedNote& b) { return a.number < b.number; });
     std::vector<Row> rows;
+    rows.reserve(notes.size());
     for (const auto& [number, note, object, storey] : notes) {
         rows.push_back({idOf(number, *note).toString(true), note->ownerId.toString(false), classOf(object),
                         nameOf(object), std::to_string(note->priority), note->resolved ? "resolved" : "open",

@@ -17,11 +17,7 @@ struct Format {
 };
 
 constexpr Format formats[] = {
-    {".ifc", exportModel},
-    {".bcf", exportTopics},
-    {".html", exportReport},
-    {".csv", exportCsv},
-    {".json", exportJson},
+    {".ifc", exportModel}, {".bcf", exportTopics}, {".html", exportReport}, {".csv", exportCsv}, {".json", exportJson},
 };
 
 const Format& formatOf(const std::filesystem::path& path) {
