@@ -12,7 +12,7 @@ namespace annotate {
 
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF"; // by which spreadsheets know UTF-8
+constexpr std::string_view markOfUtf8 = "\xEF\xBB\xBF"; // by which spreadsheets know UTF-8
 
 /// To the last digit, so that an import stores the same.
 std::string timeText(const std::optional<Time>& time) {
@@ -48,7 +48,7 @@ std::vector<Row> noteRows(const Additions& additions) {
 /// Returns the number of cells in which something was replaced.
 std::size_t write(NewFile& file, const Row& header, std::vector<Row> rows) {
     std::size_t replaced = 0;
-    file.write(byteOrderMark);
+    file.write(markOfUtf8);
     file.write(csvLine(header));
     for (Row& row : rows) {
         for (std::string& cell : row) {

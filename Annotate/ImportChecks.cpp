@@ -18,7 +18,7 @@ using Form = orv::host::PropertyEdit::Form;
 namespace {
 
 /// Nothing if it is empty. Throws RequestError if it isn't a time.
-std::optional<Time> timeIn(const std::string& text) {
+std::optional<Time> toldTime(const std::string& text) {
     Time time;
     if (text.empty()) {
         return std::nullopt;
@@ -59,10 +59,10 @@ Note noteIn(const ImportRow& row) {
         throw RequestError("\"" + row.noteId + "\" isn't the id of a note. Leave the cell empty for a new one.");
     }
     note.resolved = isResolvedIn(row.state);
-    if (note.made = timeIn(row.time); note.made) {
+    if (note.made = toldTime(row.time); note.made) {
         note.author = authorIn(row.author);
     }
-    if (note.changed = timeIn(row.changed); note.changed) {
+    if (note.changed = toldTime(row.changed); note.changed) {
         note.changedBy = authorIn(row.changedBy);
     }
     return note;
@@ -94,7 +94,7 @@ std::optional<ObjectEdit> EditChecks::check(const ImportRow& row) {
         return std::nullopt;
     }
     remark(row, remarksOn(definition, outcome, made.edit));
-    if (const auto time = timeIn(row.time)) {
+    if (const auto time = toldTime(row.time)) {
         made.edit.author = authorIn(row.author);
         made.edit.time = *time;
     }
