@@ -5,11 +5,10 @@
 #include "Annotate/Notes.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/TextFile.h"
 #include "Annotate/Undo.h"
 
 #include <algorithm>
-#include <iostream>
-#include <iterator>
 
 namespace annotate {
 
@@ -86,7 +85,7 @@ private:
 /// RequestError if it is no text for a note.
 std::string noteText(std::string text) {
     if (text == "-") {
-        text = std::string(std::istreambuf_iterator<char>(std::cin), {});
+        text = readTextFile(text);
         if (text.ends_with('\n')) {
             text.pop_back();
             if (text.ends_with('\r')) {
