@@ -88,8 +88,10 @@ TEST(ConditionTest, objectsToValuesThatTheDefinitionDoesNotHave) {
         {"Unknown=yes", ""},
     };
     for (const auto& [text, objection] : texts) {
-        EXPECT_EQ(Condition(std::string("Pset_WallCommon.").append(text)).objection(), objection);
+        EXPECT_EQ(Condition(std::string("Pset_WallCommon.").append(text)).objection(false), objection);
     }
+    EXPECT_EQ(Condition("Own.Size>2,5").objection(true), "The values of Own.Size are numbers, and \"2,5\" isn't one.");
+    EXPECT_EQ(Condition("Own.Size>2.5").objection(true), "");
 }
 
 } // namespace
