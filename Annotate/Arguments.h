@@ -48,6 +48,7 @@ struct Arguments {
     std::string unit; ///< Of the values that are given; empty: the model's.
     bool strict = false;
     bool keepGoing = false;
+    std::string bcfVersion;     ///< Of an archive of topics that is made; empty: the newest.
     std::filesystem::path file; ///< That is imported, "-" for standard input; or made by an export.
 
     std::string helpOn; ///< A command; empty: the program.

@@ -172,7 +172,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
             "value and perhaps unit, or with GlobalId, text and perhaps priority; - for standard input. An "
             "empty value unsets the property; values are as the command edits lists them, A;B for several and A=B;C=D "
             "for the rows of a table, with a backslash before a ; = or backslash within one. Nothing is stored if a "
-            "line is refused")
+            "line is refused. Or a .bcf with topics, which become notes, or change those that came from them")
         ->required()
         ->check(refuseEmpty);
     addStrictness(import, arguments);
@@ -186,9 +186,12 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
     exporting
         ->add_option("FILE", arguments.file,
                      "The file to be made, in the place of one that is there; its ending tells what. An .ifc is the "
-                     "model, with lines that nothing was set on as they are; an .html is a page for any browser")
+                     "model, with lines that nothing was set on as they are; a .bcf has a topic for each note, for "
+                     "programs that read the BIM Collaboration Format; an .html is a page for any browser")
         ->required()
         ->check(refuseEmpty);
+    exporting->add_option("--bcf", arguments.bcfVersion, "The version of a .bcf, 2.1 or 3.0, which it is otherwise")
+        ->check(CLI::IsMember({"2.1", "3.0"}));
     addDefinitionFiles(exporting, arguments);
 
     CLI::App* move = addWritingCommand(app,

@@ -18,6 +18,7 @@ struct Format {
 
 constexpr Format formats[] = {
     {".ifc", exportModel},
+    {".bcf", exportTopics},
     {".html", exportReport},
 };
 

@@ -40,22 +40,26 @@ std::string modelUnit(const MergedProperty& property, const ModelUnits& units) {
     return own.empty() ? projectUnit(property, units) : own;
 }
 
-/// Without the empty ones at the end, which say nothing.
-std::vector<std::string> textsOf(std::vector<PropertyValue> values) {
-    std::vector<std::string> texts;
-    std::transform(values.begin(), values.end(), std::back_inserter(texts), valueText);
-    while (!texts.empty() && texts.back().empty()) {
-        texts.pop_back();
-    }
-    return texts;
+bool isNumber(const PropertyValue& value) {
+    return value.getIf<double>() != nullptr || value.getIf<int>() != nullptr;
 }
 
-/// A number is the same however it is written.
-bool isSameText(const std::string& text, const std::string& other) {
+/// A number of the model is the same however the edit spells it; an identifier like "007" isn't "7".
+bool isSameValue(const PropertyValue& edited, const PropertyValue& models) {
+    const std::string text = valueText(edited);
+    const std::string modelText = valueText(models);
     double number = 0;
-    double otherNumber = 0;
-    return text == other ||
-           (orv::host::take(text, number) && orv::host::take(other, otherNumber) && number == otherNumber);
+    double modelNumber = 0;
+    return text == modelText || (isNumber(models) && orv::host::take(text, number) &&
+                                 orv::host::take(modelText, modelNumber) && number == modelNumber);
+}
+
+/// Without the empty values at the end, which say nothing.
+std::vector<PropertyValue> withoutEmptyEnd(std::vector<PropertyValue> values) {
+    while (!values.empty() && valueText(values.back()).empty()) {
+        values.pop_back();
+    }
+    return values;
 }
 
 std::vector<PropertyValue> inProjectUnits(const ModelProperty& property, const ModelUnits& units) {
@@ -93,9 +97,9 @@ bool isSame(const MergedProperty& property, const ModelUnits& units) {
     if (!edits) {
         return false;
     }
-    const std::vector<std::string> own = textsOf(*edits);
-    const std::vector<std::string> models = textsOf(inProjectUnits(*property.model, units));
-    return std::equal(own.begin(), own.end(), models.begin(), models.end(), isSameText) ||
+    const std::vector<PropertyValue> edited = withoutEmptyEnd(*edits);
+    const std::vector<PropertyValue> models = withoutEmptyEnd(inProjectUnits(*property.model, units));
+    return std::equal(edited.begin(), edited.end(), models.begin(), models.end(), isSameValue) ||
            (editText(property.edit->edit) == valuesText(*property.model) && unitBesideModel(property, units).empty());
 }
 

@@ -40,12 +40,18 @@ public:
     /// the state of the content.
     Note& add(const Note& content, const std::string& author);
 
+    /// A new note as the content tells, but for its number.
+    Note& put(const Note& content);
+
 private:
     Store* store;
     std::vector<Note*> notes;
     std::unordered_map<std::int64_t, Note*> ofNumber;
     LastNoteNumber* last = nullptr;
 };
+
+/// The note's id. One of an annotate before 0.2 gets it from its number and object, the same one each time.
+orv::Guid idOf(std::int64_t number, const Note& note);
 
 /// A new id, as random as the system's generator makes it.
 orv::Guid makeId();

@@ -50,21 +50,27 @@ constexpr OtherUnit otherUnits[] = {
     {"VOLUMEUNIT", "ft³", foot* foot* foot},
 };
 
-/// The symbol as people write it on a keyboard or not: W/m2K as well as W/(m²·K), um as well as µm.
+/// The spellings of a symbol made alike: W/m2K is W/(m²·K), um is µm.
 std::string spelledAlike(std::string_view symbol) {
-    constexpr std::array<std::pair<std::string_view, std::string_view>, 12> spellings{{{"·", ""},
-                                                                                       {"*", ""},
-                                                                                       {".", ""},
-                                                                                       {"^", ""},
-                                                                                       {" ", ""},
-                                                                                       {"(", ""},
-                                                                                       {")", ""},
-                                                                                       {"2", "²"},
-                                                                                       {"3", "³"},
-                                                                                       {"μ", "µ"}, // Greek, micro
-                                                                                       {"deg", "°"},
-                                                                                       {"Ω", "Ω"}}}; // Ohm, Greek
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 12> spellings{
+        {{"·", ""},
+         {"*", ""},
+         {".", ""},
+         {"^", ""},
+         {" ", ""},
+         {"(", ""},
+         {")", ""},
+         {"2", "²"},
+         {"3", "³"},
+         {"\u03bc", "\u00b5"}, // Greek, micro
+         {"deg", "°"},
+         {"\u2126", "\u03a9"}}};            // Ohm, Greek
+    constexpr std::string_view micro = "u"; // which no symbol begins with otherwise
     std::string text;
+    if (symbol.size() > micro.size() && symbol.starts_with(micro)) {
+        text = "µ";
+        symbol.remove_prefix(micro.size());
+    }
     while (!symbol.empty()) {
         const auto* const found = std::find_if(spellings.begin(), spellings.end(),
                                                [&](const auto& each) { return symbol.starts_with(each.first); });
