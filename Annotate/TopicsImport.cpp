@@ -6,6 +6,7 @@
 #include "Annotate/Notes.h"
 #include "Annotate/Terminal.h"
 #include "Annotate/TopicReading.h"
+#include "Annotate/TopicText.h"
 #include "Annotate/Undo.h"
 
 #include <algorithm>
@@ -23,7 +24,7 @@ std::optional<Time> lastChange(const Note& note) {
 /// Whether a topic tells what the note does.
 bool isSame(const Note& note, const Note& topic) {
     // What a document can't hold comes back as htmlText leaves it.
-    return htmlText(note.text) == htmlText(topic.text) && note.priority == topic.priority &&
+    return htmlText(textOf(titledText(note.text))) == htmlText(topic.text) && note.priority == topic.priority &&
            note.resolved == topic.resolved;
 }
 
@@ -75,12 +76,11 @@ public:
     }
 
     std::string describe(const std::string& path) const {
-        if (added + changed == 0) {
-            return "Nothing was stored." + (same > 0 ? ' ' + countOf(same, "note") + were(same) : "");
+        std::string text = "Nothing was stored.";
+        if (added + changed > 0) {
+            text = countOf(added, "note") + " added and " + std::to_string(changed) + " changed in " + path + '.';
         }
-        std::string text =
-            countOf(added, "note") + " added and " + std::to_string(changed) + " changed in " + path + '.';
-        return same > 0 ? text + ' ' + countOf(same, "note") + were(same) : text;
+        return same == 0 ? text : text + ' ' + countOf(same, "note was", "notes were") + " like that already.";
     }
 
     void printRemarks() const {
