@@ -40,10 +40,6 @@ std::string modelUnit(const MergedProperty& property, const ModelUnits& units) {
     return own.empty() ? projectUnit(property, units) : own;
 }
 
-bool isNumber(const PropertyValue& value) {
-    return value.getIf<double>() != nullptr || value.getIf<int>() != nullptr;
-}
-
 /// A number of the model is the same however the edit spells it; an identifier like "007" isn't "7".
 bool isSameValue(const PropertyValue& edited, const PropertyValue& models) {
     const std::string text = valueText(edited);

@@ -74,9 +74,11 @@ Note& Notebook::find(std::int64_t number) const {
 
 Note& Notebook::add(const Note& content, const std::string& author) {
     Note& note = put(content);
-    note.id = makeId();
-    note.author = author;
-    note.made = now();
+    note.id = content.id ? content.id : makeId();
+    if (!content.made) {
+        note.author = author;
+        note.made = now();
+    }
     return note;
 }
 

@@ -36,8 +36,9 @@ public:
 
     const std::vector<Note*>& getNotes() const { return notes; }
 
-    /// A new note by the author and now, with a number that none has had, on the object with the text, the priority and
-    /// the state of the content.
+    /// A new note with a number that none has had and the object, the text, the priority and the state of the content.
+    /// It is by the author and now unless the content tells when it was made, and has an id of its own unless the
+    /// content tells one.
     Note& add(const Note& content, const std::string& author);
 
     /// A new note as the content tells, but for its number.

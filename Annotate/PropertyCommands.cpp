@@ -177,26 +177,30 @@ void setTableProperty(const Arguments& arguments) {
 
 void unsetProperty(const Arguments& arguments) {
     const EditRequest request(arguments, 0, 0);
-    const Definition& definition = findDefinition(request.set, request.property);
     const ModelDetails details = ModelDetails::read(arguments.model);
-    const Model& model = details.getModel();
-    const PropertyEdit edit = editOf(request, Form::Unset);
+    const Records records = readStore(arguments);
+    const EditIndex present(records);
+    const auto isSet = [&](const orv::Guid& id) {
+        const EditIndex::Entry* const entry = present.find(id, request.set, request.property);
+        return entry != nullptr && entry->edit.form != Form::Unset;
+    };
     RequestedEdits requested;
-    {
-        const Overlay overlay(model, readStore(arguments));
+    if (orv::Guid id; id.boSet(request.globalId) && isSet(id)) { // perhaps on an object that has vanished
+        requested.edits.push_back({id, editOf(request, Form::Unset)});
+    } else {
         const RequestedObjects objects = request.objectsIn(details, arguments);
         requested.refusals = objects.refusals;
-        for (const orv::Guid& id : objects.ids) {
-            if (!Overlay::read(id, request.set, request.property).empty()) {
-                requested.edits.push_back({id, edit});
+        for (const orv::Guid& each : objects.ids) {
+            if (isSet(each)) {
+                requested.edits.push_back({each, editOf(request, Form::Unset)});
             }
         }
     }
     if (requested.edits.empty()) {
-        throw RequestError(fullName(definition) + " isn't set on " +
+        throw RequestError(fullName(findDefinition(request.set, request.property)) + " isn't set on " +
                            (request.globalId.empty() ? "any of the objects" : request.globalId) + '.');
     }
-    makeEdits(arguments, model, std::move(requested));
+    makeEdits(arguments, details.getModel(), std::move(requested));
 }
 
 } // namespace annotate

@@ -43,6 +43,10 @@ std::string shown(std::int64_t number, const Note& note) {
     if (note.made) {
         text += ", " + shownTime(note.made);
     }
+    if (note.changed) {
+        text += "; changed" + (note.changedBy.empty() ? "" : " by " + printable(note.changedBy)) + ", " +
+                shownTime(note.changed);
+    }
     return text + ')';
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -39,6 +40,9 @@ std::string readTextFile(const std::filesystem::path& path) {
         std::copy(std::istreambuf_iterator<char>(stream), {}, std::ostreambuf_iterator<char>(text));
     } catch (const std::ios_base::failure&) {
         throw unreadable(path, {errno, std::generic_category()});
+    }
+    if (isStandardInput && std::ferror(stdin) != 0) { // of which std::cin tells nothing
+        throw unreadable("Standard input", {errno, std::generic_category()});
     }
     return text.str();
 }
