@@ -25,7 +25,11 @@ concept SingleValue = requires(const T value, T& taken) {
 template <typename T>
 struct FieldForm {
     static constexpr bool isKnown = false;
+
+    /// Appends the texts of the value.
     static void appendTexts(const T& value, std::vector<std::string>& texts);
+
+    /// Makes the texts the value again. Returns whether that could be done; if not, the value stays as it was.
     static bool take(const std::vector<std::string>& texts, T& value);
 };
 

@@ -69,11 +69,11 @@ protected:
     std::string store = directory / "notes.xml";
 };
 
-/// The house, and the real models of this machine.
+/// The house, and the models in ORV_REAL_MODELS.
 inline std::vector<std::string> models() {
     std::vector<std::string> paths = {HOUSE};
-    if (std::filesystem::is_directory(REAL_MODELS)) {
-        for (const auto& entry : std::filesystem::directory_iterator(REAL_MODELS)) {
+    if (const char* const others = std::getenv("ORV_REAL_MODELS")) {
+        for (const auto& entry : std::filesystem::directory_iterator(others)) {
             paths.push_back(entry.path());
         }
     }
