@@ -36,9 +36,10 @@ std::string problemWith(const CLI::App& command, const CLI::ParseError& error) {
     case CLI::ExitCodes::ExcludesError:
         return subject + " and " + message.substr(message.rfind(' ') + 1) + " can't be given together.";
     case CLI::ExitCodes::ArgumentMismatch:
+        if (message.ends_with("override")) { // of a flag
+            return "--" + subject + " takes no value.";
+        }
         return subject + (message.ends_with("missing") ? " has no value behind it." : " can be given only once.");
-    case CLI::ExitCodes::ConversionError: // of a flag; what else has a value is read as a text
-        return message.substr(message.find("--"), message.find(" = ") - message.find("--")) + " takes no value.";
     case CLI::ExitCodes::ValidationError: // by refuseEmpty, the only one that says so
         return "An empty text was given for " + subject + '.';
     default:

@@ -49,12 +49,16 @@ std::filesystem::path besideModel(const std::filesystem::path& model, std::strin
 
 std::string authorOf(const Arguments& arguments) {
     std::string author = namedAuthor(arguments);
-    const auto isControl = [](char letter) { return (letter >= 0 && letter < ' ') || letter == '\x7f'; };
-    if (std::any_of(author.begin(), author.end(), isControl)) {
+    if (hasControlCharacter(author)) {
         throw UsageError("The author's name, \"" + author +
                          "\", has a control character in it. Give a name on one line with --author.");
     }
     return author;
+}
+
+bool hasControlCharacter(std::string_view text) {
+    return std::any_of(text.begin(), text.end(),
+                       [](char letter) { return (letter >= 0 && letter < ' ') || letter == '\x7f'; });
 }
 
 orv::Guid idOf(const std::string& globalId) {

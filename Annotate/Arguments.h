@@ -45,9 +45,11 @@ struct Arguments {
     std::string lower;
     std::string upper;
     std::string setPoint;
-    std::string unit; ///< Of the values that are given; empty: the model's.
+    std::string unit;       ///< Of the values that are given; empty: the model's.
+    bool onlyNotes = false; ///< Of an export to a table.
     bool strict = false;
     bool keepGoing = false;
+    std::string bcfVersion;     ///< Of an archive of topics that is made; empty: the newest.
     std::filesystem::path file; ///< That is imported, "-" for standard input; or made by an export.
 
     std::string helpOn; ///< A command; empty: the program.
@@ -82,6 +84,9 @@ std::filesystem::path besideModel(const std::filesystem::path& model, std::strin
 /// Who gives the command: --author, ANNOTATE_AUTHOR, or the login's full name or else its name. Throws UsageError if
 /// that has control characters.
 std::string authorOf(const Arguments& arguments);
+
+/// Names are told on one line.
+bool hasControlCharacter(std::string_view text);
 
 /// The id of the object. Throws RequestError if the text is none.
 orv::Guid idOf(const std::string& globalId);

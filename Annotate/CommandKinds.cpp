@@ -40,14 +40,15 @@ std::filesystem::path pathOf(const std::string& word) {
 }
 
 /// A command on a model.
-CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Arguments& arguments, Command command) {
+CLI::App* addModelCommand(CLI::App& app, const CommandText& text, const Arguments& arguments, Command command,
+                          bool needsDefinitions) {
     CLI::App* added = addCommand(app, text, {});
-    added->callback([added, &arguments, command] {
+    added->callback([added, &arguments, command, needsDefinitions] {
         if (arguments.model.empty()) {
             throw CLI::RequiredError("MODEL");
         }
         if (added->get_option_no_throw("--definitions") != nullptr) {
-            takeOwnDefinitions(arguments);
+            takeOwnDefinitions(arguments, needsDefinitions);
         }
         command(arguments);
     });
@@ -74,8 +75,9 @@ CLI::Option* addPath(CLI::App& app, const std::string& name, std::filesystem::pa
         name, [&path](const std::string& word) { path = pathOf(word); }, explanation);
 }
 
-CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command) {
-    CLI::App* added = addModelCommand(app, text, arguments, command);
+CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command,
+                          bool needsDefinitions) {
+    CLI::App* added = addModelCommand(app, text, arguments, command, needsDefinitions);
     addPath(*added, "--store", arguments.store,
             "The file of the additions, in place of MODEL.enhancements.xml beside the model")
         ->check(refuseEmpty);
@@ -83,7 +85,7 @@ CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arg
 }
 
 CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command) {
-    CLI::App* added = addStoreCommand(app, text, arguments, command);
+    CLI::App* added = addStoreCommand(app, text, arguments, command, true);
     added
         ->add_option("--author", arguments.author,
                      "Who you are, in place of the variable ANNOTATE_AUTHOR and your login's name")
@@ -92,8 +94,9 @@ CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& a
 }
 
 void addListing(CLI::App* command, Arguments& arguments) {
-    CLI::Option* csv =
-        command->add_flag("--csv", arguments.csv, "Print comma-separated values, with every byte as it is");
+    CLI::Option* csv = command->add_flag("--csv", arguments.csv,
+                                         "Print comma-separated values, with every byte as it is, but for an "
+                                         "apostrophe before what a spreadsheet may take for a formula");
     command->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD")->excludes(csv);
 }
 

@@ -25,8 +25,10 @@ std::string refuseEmpty(const std::string& value);
 /// A command that needs no model.
 CLI::App* addCommand(CLI::App& app, const CommandText& text, const std::function<void()>& command);
 
-/// A command on a model and the additions to it.
-CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command);
+/// A command on a model and the additions to it. One that doesn't need all definitions goes on without those of files
+/// beside the model that can't be taken.
+CLI::App* addStoreCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command,
+                          bool needsDefinitions = false);
 
 /// One that changes the additions.
 CLI::App* addWritingCommand(CLI::App& app, const CommandText& text, Arguments& arguments, Command command);

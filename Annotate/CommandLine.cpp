@@ -167,25 +167,32 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
         arguments, importFile);
     addPath(*import, "FILE", arguments.file,
             "Separated values in UTF-8 (comma, semicolon or tab) below a header with GlobalId, set, property, "
-            "value and perhaps unit, or with GlobalId, text and perhaps priority; - for standard input. An "
+            "value and perhaps unit, author and time, or with GlobalId, text and perhaps priority, state, author, "
+            "time and what else an export has; - for standard input. Authors and times are taken for what wasn't "
+            "stored before; else they are yours and now. An "
             "empty value unsets the property; values are as the command edits lists them, A;B for several and A=B;C=D "
             "for the rows of a table, with a backslash before a ; = or backslash within one. Nothing is stored if a "
-            "line is refused")
+            "line is refused. Or a .bcf with topics, which become notes, or change those that came from them")
         ->required()
         ->check(refuseEmpty);
     addStrictness(import, arguments);
     addDefinitionFiles(import, arguments);
 
-    CLI::App* exporting =
-        addStoreCommand(app,
-                        {"export", "Write a copy of the model with what was set in it, or a report of what was added",
-                         "House.ifc export House.new.ifc"},
-                        arguments, exportFile);
+    CLI::App* exporting = addStoreCommand(
+        app,
+        {"export", "Write a copy of the model with what was set in it, a report of what was added, or tables of it",
+         "House.ifc export House.new.ifc"},
+        arguments, exportFile, true);
     addPath(*exporting, "FILE", arguments.file,
             "The file to be made, in the place of one that is there; its ending tells what. An .ifc is the "
-            "model, with lines that nothing was set on as they are; an .html is a page for any browser")
+            "model, with lines that nothing was set on as they are; a .bcf has a topic for each note, for "
+            "programs that read the BIM Collaboration Format; an .html is a page for any browser; a .csv is a "
+            "table for spreadsheets, which the command import reads again; a .json is for programs")
         ->required()
         ->check(refuseEmpty);
+    exporting->add_option("--bcf", arguments.bcfVersion, "The version of a .bcf, 2.1 or 3.0, which it is otherwise")
+        ->check(CLI::IsMember({"2.1", "3.0"}));
+    exporting->add_flag("--notes", arguments.onlyNotes, "To a .csv, export the notes in place of the edits");
     addDefinitionFiles(exporting, arguments);
 
     CLI::App* move = addWritingCommand(app,
@@ -232,6 +239,11 @@ void addCommands(CLI::App& app, Arguments& arguments) {
                        "House.ifc undo"},
                       arguments, undo);
     addHelp(app, arguments);
+    for (CLI::App* const command : app.get_subcommands(nullptr)) {
+        for (CLI::Option* const option : command->get_options()) {
+            option->disable_flag_override();
+        }
+    }
 }
 
 } // namespace annotate

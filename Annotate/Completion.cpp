@@ -62,6 +62,22 @@ const CLI::Option* awaitingOption(const CLI::App& command, const std::string& wo
     return option != nullptr && option->get_items_expected_max() > 0 ? option : nullptr;
 }
 
+/// The word without what keeps its blanks together for a shell.
+std::string unquoted(std::string_view word) {
+    std::string text;
+    char quote = '\0';
+    for (std::size_t place = 0; place < word.size(); ++place) {
+        const char character = word[place];
+        if (character == quote || (quote == '\0' && (character == '\'' || character == '"'))) {
+            quote = quote == '\0' ? character : '\0';
+        } else {
+            const bool isEscape = character == '\\' && quote != '\'' && place + 1 < word.size();
+            text += word[isEscape ? ++place : place];
+        }
+    }
+    return text;
+}
+
 /// What stands behind a command, as it was typed so far.
 struct Typed {
     Words positionals;
@@ -76,7 +92,7 @@ Typed readTyped(const CLI::App& command, Words::const_iterator word, Words::cons
     for (; word != end; ++word) {
         if (typed.awaiting != nullptr) {
             if (typed.awaiting->check_lname("definitions")) {
-                typed.arguments.definitions.emplace_back(*word);
+                typed.arguments.definitions.emplace_back(unquoted(*word));
             }
             typed.awaiting = nullptr;
         } else if (typed.isBehindDashes || !word->starts_with("--")) {
@@ -126,13 +142,13 @@ Words candidatesBehind(const CLI::App& app, const CLI::App& command, const Typed
         return {};
     }
     try {
-        takeOwnDefinitions(typed.arguments);
+        takeOwnDefinitions(typed.arguments, false);
     } catch (const RequestError&) { // The command tells of it; the definitions that are known stay.
     }
     return place == "PSET" ? setNames() : propertyNames(typed.positionals.back());
 }
 
-Words candidates(const CLI::App& app, const Words& words) {
+Words candidates(const CLI::App& app, const Words& words, bool isValue) {
     const std::string& last = words.back();
     const auto end = words.end() - 1;
     const auto commandWord =
@@ -140,8 +156,8 @@ Words candidates(const CLI::App& app, const Words& words) {
     if (commandWord != end) {
         const CLI::App& command = *findCommand(app, *commandWord);
         Typed typed = readTyped(command, commandWord + 1, end);
-        typed.arguments.model = commandWord == words.begin() ? "" : words.front();
-        return candidatesBehind(app, command, typed, last);
+        typed.arguments.model = commandWord == words.begin() ? "" : unquoted(words.front());
+        return isValue && typed.awaiting == nullptr ? Words() : candidatesBehind(app, command, typed, last);
     }
     if (last.starts_with('-')) {
         return optionNames(app);
@@ -186,9 +202,11 @@ std::vector<std::string> completions(const CLI::App& app, const std::vector<std:
     if (words.empty()) {
         return {};
     }
-    const Words apart = separated(joined(words));
+    const Words whole = joined(words);
+    const Words apart = separated(whole);
     const std::string& last = apart.back();
-    Words found = candidates(app, apart);
+    const bool isValue = apart.size() == separated({whole.begin(), whole.end() - 1}).size() + 2;
+    Words found = candidates(app, apart, isValue);
     std::erase_if(found, [&last](const std::string& word) { return !word.starts_with(last); });
     if (words.back().starts_with("--") && words.back().ends_with('=' + last)) { // in one word, as other shells have it
         const std::string option = words.back().substr(0, words.back().size() - last.size());

@@ -1,7 +1,7 @@
 #include "Annotate/Condition.h"
 
 #include "Annotate/Arguments.h"
-#include "Annotate/EditText.h"
+#include "Annotate/UnitEntry.h"
 #include "Annotate/ValueText.h"
 #include "FoundationClasses/FcValueType.h"
 #include "Host/FieldText.h"
@@ -124,6 +124,14 @@ Condition::Condition(std::string_view text) {
     }
 }
 
+void Condition::takeUnit(const Definition& definition, const ModelUnits& units) {
+    if (!part && !value.empty()) {
+        std::vector<orv::object::PropertyValue> values = {value};
+        takeUnits(definition, units, "", values);
+        value = valueText(values.front());
+    }
+}
+
 bool Condition::holds(const std::vector<std::string>& values) const {
     const auto isEqual = [this](const std::string& candidate) { return std::is_eq(comparedWith(candidate)); };
     switch (operation) {
@@ -143,13 +151,18 @@ bool Condition::concerns(const std::vector<std::string>& values) const {
     return operation == Operator::Unequal ? !values.empty() && !holds(values) : holds(values);
 }
 
-std::string Condition::objection() const {
+std::string Condition::objection(bool areNumbers) const {
     const auto* const definition = orv::ifc::findSchemaDefForProperty(set, property);
-    if (definition == nullptr || value.empty() || part) {
+    double number = 0;
+    if (value.empty() || part) {
         return "";
     }
+    if (definition == nullptr) {
+        return !areNumbers || orv::host::take(value, number)
+                   ? ""
+                   : "The values of " + set + '.' + property + " are numbers, and \"" + value + "\" isn't one.";
+    }
     const std::string taken = valuesTakenBy(*definition);
-    double number = 0;
     const std::vector<std::string> choices = partsOf(taken);
     const bool isTaken = taken.empty() || (taken == anyNumber && orv::host::take(value, number)) ||
                          std::find(choices.begin(), choices.end(), value) != choices.end();
@@ -187,15 +200,9 @@ std::partial_ordering Condition::comparedWith(const std::string& candidate) cons
     return isNumber ? number <=> other : std::partial_ordering(candidate <=> value);
 }
 
-std::vector<std::string> valuesThatHold(const MergedProperty& property) {
-    std::vector<orv::object::PropertyValue> values;
-    if (property.edit != nullptr) {
-        values = valuesInOrder(property.edit->edit);
-    } else if (property.model != nullptr) {
-        values = property.model->values;
-    }
+std::vector<std::string> textsThatHold(const MergedProperty& property, const ModelUnits& units) {
     std::vector<std::string> texts;
-    for (const orv::object::PropertyValue& value : values) {
+    for (const orv::object::PropertyValue& value : valuesThatHold(property, units)) {
         if (!value.isEmpty()) {
             texts.push_back(valueText(value));
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Annotate/AnyCase.h"
+#include "Annotate/Definitions.h"
 #include "Annotate/MergedValues.h"
 
 #include <compare>
@@ -25,6 +26,10 @@ public:
     const std::string& getSet() const { return set; }
     const std::string& getProperty() const { return property; }
 
+    /// Turns a number with a unit into one of the project's, in which the values of such a property are. Throws
+    /// RequestError, with what would be taken, for a unit that can't be.
+    void takeUnit(const Definition& definition, const ModelUnits& units);
+
     /// Whether it holds for one of the values of the property, which are none if nobody gave it one. Two numbers are
     /// compared as such, everything else as texts. Without a value nothing holds but absent.
     bool holds(const std::vector<std::string>& values) const;
@@ -32,9 +37,9 @@ public:
     /// Whether one of the values is such that it makes the condition true, or false if it is one of !=.
     bool concerns(const std::vector<std::string>& values) const;
 
-    /// What the property's definition says against the condition's value, in a sentence. Empty if nothing, or there is
-    /// no definition.
-    std::string objection() const;
+    /// What the property's definition says against the condition's value, in a sentence; or that its values are
+    /// numbers, if they are said to be. Empty if nothing.
+    std::string objection(bool areNumbers) const;
 
 private:
     enum class Operator { Equal, Unequal, Less, LessOrEqual, Greater, GreaterOrEqual, Contains, Present, Absent };
@@ -51,8 +56,7 @@ private:
     std::optional<AnyCase> part; ///< The value, if it is to be within another.
 };
 
-/// The values of a property that hold, as texts: those that a user set, otherwise the model's; of an enumeration each
-/// choice. None if there are none.
-std::vector<std::string> valuesThatHold(const MergedProperty& property);
+/// The values that hold, as texts, without empty ones; of an enumeration each choice.
+std::vector<std::string> textsThatHold(const MergedProperty& property, const ModelUnits& units);
 
 } // namespace annotate

@@ -1,6 +1,7 @@
 #include "Annotate/CsvText.h"
 
 #include "Annotate/Arguments.h"
+#include "Annotate/FormulaCell.h"
 #include "Xml/Utf8.h"
 
 #include <algorithm>
@@ -85,7 +86,7 @@ private:
     }
 
     static void takeCell(void* cell, std::size_t size, void* self) {
-        static_cast<Parser*>(self)->row.emplace_back(static_cast<const char*>(cell), size);
+        static_cast<Parser*>(self)->row.push_back(unshieldedCell({static_cast<const char*>(cell), size}));
     }
 
     static void takeRow(int /*end*/, void* self) {
@@ -104,6 +105,20 @@ private:
     std::vector<std::string> row;
     std::vector<CsvRow> rows;
 };
+
+std::string quoted(const std::string& cell) {
+    constexpr std::string_view blanks = " \t"; // at the ends of a cell, which many programs take away
+    const bool hasEnds = !cell.empty() && (blanks.find(cell.front()) != std::string_view::npos ||
+                                           blanks.find(cell.back()) != std::string_view::npos);
+    if (!hasEnds && cell.find_first_of("\",\r\n") == std::string::npos) {
+        return cell;
+    }
+    std::string text = "\"";
+    for (const char character : cell) {
+        text.append(character == '"' ? 2 : 1, character);
+    }
+    return text + '"';
+}
 
 } // namespace
 
@@ -130,6 +145,24 @@ std::vector<CsvRow> readCsv(std::string_view text) {
         parser.parse(takeLine(text));
     }
     return parser.finish();
+}
+
+std::string textInUtf8(std::string_view text) {
+    std::string replaced;
+    while (!text.empty()) {
+        const orv::xml::Utf8Character next = orv::xml::decodeUtf8(text);
+        orv::xml::appendUtf8(replaced, next.length == 0 || next.codePoint == 0 ? U'\ufffd' : next.codePoint);
+        text.remove_prefix(std::max<std::size_t>(next.length, 1));
+    }
+    return replaced;
+}
+
+std::string csvLine(const std::vector<std::string>& cells) {
+    std::string line;
+    for (const std::string& cell : cells) {
+        line.append(&cell == &cells.front() ? "" : ",").append(quoted(shieldedCell(cell)));
+    }
+    return line + "\r\n";
 }
 
 } // namespace annotate

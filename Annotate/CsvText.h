@@ -15,8 +15,15 @@ struct CsvRow {
 
 /// The rows of a text in UTF-8 without NULs, with or without a byte-order mark, with cells between commas, semicolons
 /// or tabs, which the first line tells. Lines end in LF, CRLF or CR; cells may stand in quotation marks, as RFC 4180
-/// has it; blanks around those that don't are left out, and so are rows without any content. Throws RequestError, with
-/// the line, if the text isn't of that form.
+/// has it; blanks around those that don't are left out, and so are rows without any content. What csvLine puts before
+/// formulas is taken away. Throws RequestError, with the line, if the text isn't of that form.
 std::vector<CsvRow> readCsv(std::string_view text);
+
+/// The cells between commas, as RFC 4180 has it, with the line's end; those that a spreadsheet may take for formulas
+/// are shielded from that.
+std::string csvLine(const std::vector<std::string>& cells);
+
+/// With U+FFFD in the place of NULs and of bytes that aren't UTF-8, which readCsv refuses.
+std::string textInUtf8(std::string_view text);
 
 } // namespace annotate

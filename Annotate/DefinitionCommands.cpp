@@ -70,7 +70,7 @@ void requireModel(const std::filesystem::path& model) {
 
 void listDefinitions(const Arguments& arguments) {
     requireModel(arguments.model);
-    takeOwnDefinitions(arguments);
+    takeOwnDefinitions(arguments, true);
     ClassFilter filter(arguments.classes);
     const AnyCase match(arguments.match);
     bool isSetKnown = arguments.propertySet.empty();

@@ -108,16 +108,4 @@ std::string explain(const Definition& definition, const Outcome& outcome) {
     }
 }
 
-std::vector<std::string> remarksOn(const Definition& definition, const Outcome& outcome) {
-    std::vector<std::string> remarks;
-    if (outcome.isOutsideEnumeration) {
-        remarks.push_back("The values of " + fullName(definition) + " are " +
-                          std::string(definition.enumerationValues) + "; this isn't among them.");
-    }
-    if (outcome.isOfOtherClass) {
-        remarks.push_back(std::string(definition.propertySet) + " is published for objects of other classes.");
-    }
-    return remarks;
-}
-
 } // namespace annotate

@@ -33,7 +33,4 @@ std::string shownType(const Definition& definition);
 /// Why the edit couldn't be made, in a sentence.
 std::string explain(const Definition& definition, const orv::host::Outcome& outcome);
 
-/// What there is to be said of an edit that could be made; empty if nothing.
-std::vector<std::string> remarksOn(const Definition& definition, const orv::host::Outcome& outcome);
-
 } // namespace annotate

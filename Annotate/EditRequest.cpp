@@ -34,6 +34,9 @@ void print(const Said& said, std::size_t edits) {
 void takeOutRefused(const Overlay& overlay, bool isStrict, std::vector<ObjectEdit>& edits, Said& refusals,
                     Said& remarks) {
     const auto isRefused = [&](ObjectEdit& each) {
+        if (each.edit.form == orv::host::PropertyEdit::Form::Unset) {
+            return false; // whatever is set can be unset, without its definition and without its object too
+        }
         const Definition& definition = findDefinition(each.edit.set, each.edit.property);
         const Outcome outcome = overlay.getEdits().check(each.id, each.edit);
         if (!outcome) {
@@ -80,8 +83,12 @@ RequestedObjects EditRequest::objectsIn(const ModelDetails& details, const Argum
     const Records records = readPresentRecords(arguments);
     Filter filter(arguments);
     filter.consult(details, records);
+    const std::vector<const ModelObject*> chosen = chosenObjects(model, filter);
+    if (const std::vector<std::string> remarks = filter.remarks(); !remarks.empty()) {
+        throw RequestError(remarks.front() + " Nothing was stored."); // a wrong condition may choose everything
+    }
     RequestedObjects objects;
-    for (const ModelObject* const object : chosenObjects(model, filter)) {
+    for (const ModelObject* const object : chosen) {
         if (const std::optional<orv::Guid> id = idOf(model, *object)) {
             objects.ids.push_back(*id);
         } else {

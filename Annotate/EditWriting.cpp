@@ -16,13 +16,16 @@ void writeEdits(Store& store, const std::string& author, const std::string& comm
     const Time time = now();
     for (ObjectEdit& each : edits) {
         const EditIndex::Entry* const before = present.find(each.id, each.edit.set, each.edit.property);
-        each.edit.author = author;
-        each.edit.time = before == nullptr ? time : std::max(time, before->edit.time + std::chrono::milliseconds(1));
+        if (before != nullptr || each.edit.time == Time()) {
+            each.edit.author = author;
+            each.edit.time =
+                before == nullptr ? time : std::max(time, before->edit.time + std::chrono::milliseconds(1));
+        }
         const std::string line = before == nullptr ? "" : before->line;
         log.replace(line, each);
         present.put(store, each.id, line, lineOf(each.edit));
     }
-    store.write();
+    log.write();
 }
 
 } // namespace annotate

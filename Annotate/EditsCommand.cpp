@@ -1,8 +1,8 @@
 #include "Annotate/Commands.h"
-#include "Annotate/EditText.h"
+#include "Annotate/EditTable.h"
 #include "Annotate/Filter.h"
+#include "Annotate/NamedObject.h"
 #include "Annotate/SetsOfObjects.h"
-#include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
 
 #include <iostream>
@@ -15,6 +15,7 @@ using Form = orv::host::PropertyEdit::Form;
 void listEdits(const Arguments& arguments) {
     Filter filter(arguments);
     const ModelDetails details = ModelDetails::read(arguments.model);
+    filter.findOwner(arguments, details.getModel());
     const Records records = readStore(arguments);
     filter.consult(details, records);
     const EditIndex index(records);
@@ -23,30 +24,19 @@ void listEdits(const Arguments& arguments) {
     std::set<std::string> remarks;
     for (const EditIndex::Entry& entry : index.getEntries()) {
         const ModelObject* const object = details.getModel().find(entry.id);
-        const std::optional<Time> time =
-            entry.edit.time == Time() ? std::nullopt : std::optional<Time>(entry.edit.time);
+        const std::optional<Time> time = timeOf(entry.edit);
         if (entry.edit.form != Form::Unset && filter.takesOwner(entry.id, object) &&
             filter.takesAct(entry.edit.author, time)) {
             const MergedProperty property = sets.find(object, entry);
             remarks.insert(changedUnit(property, details.getUnits()));
-            rows.push_back({entry.id.toString(false), classOf(object), nameOf(object), entry.edit.set,
-                            entry.edit.property, property.model == nullptr ? "" : valuesText(*property.model),
-                            editText(entry.edit), entry.edit.unit, entry.edit.author, shownTime(time)});
+            rows.push_back(editRow(property, object, details.getUnits(), shownTime(time)));
         }
     }
+    if (!arguments.globalId.empty() && rows.empty()) {
+        objectNamed(arguments, details.getModel(), arguments.globalId); // throws if there is none
+    }
     printRemarks(filter, rows.empty());
-    printTable(arguments,
-               {{"GlobalId"},
-                {"Class"},
-                {"Name"},
-                {"Property set"},
-                {"Property"},
-                {"Model"},
-                {"Value"},
-                {"Unit"},
-                {"Author"},
-                {"Time"}},
-               rows);
+    printTable(arguments, editColumns(), rows);
     remarks.erase("");
     for (const std::string& remark : remarks) {
         std::cerr << "annotate: " << printable(remark) << '\n';

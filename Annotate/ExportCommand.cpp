@@ -17,8 +17,7 @@ struct Format {
 };
 
 constexpr Format formats[] = {
-    {".ifc", exportModel},
-    {".html", exportReport},
+    {".ifc", exportModel}, {".bcf", exportTopics}, {".html", exportReport}, {".csv", exportCsv}, {".json", exportJson},
 };
 
 const Format& formatOf(const std::filesystem::path& path) {
@@ -43,6 +42,9 @@ const Format& formatOf(const std::filesystem::path& path) {
 
 void exportFile(const Arguments& arguments) {
     const Format& format = formatOf(arguments.file);
+    if (arguments.onlyNotes && format.write != exportCsv) {
+        throw UsageError("--notes is for exports to .csv.");
+    }
     Interruption interruption("Nothing was exported.");
     NewFile file(arguments.file, arguments.model, storePath(arguments));
     interruption.removeAtEnd(file.getUnfinished());

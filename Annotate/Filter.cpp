@@ -5,6 +5,7 @@
 #include "Annotate/NearNames.h"
 #include "Annotate/ObjectClasses.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/ValueText.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
 #include <algorithm>
@@ -23,6 +24,21 @@ constexpr std::string_view storeyClass = "IfcBuildingStorey";
 /// By its name, by its GlobalId, which is another one in another case, or by its number.
 bool names(const AnyCase& wanted, const ModelObject& storey) {
     return wanted.equals(storey.name) || wanted.getText() == storey.globalId || isNumberOf(wanted.getText(), storey);
+}
+
+/// As far as the model's value tells one.
+Definition definitionOf(const ModelProperty& property, const std::string& set) {
+    Definition definition;
+    definition.propertySet = set.c_str();
+    definition.property = property.name.c_str();
+    definition.kind = property.kind;
+    definition.valueType = property.valueType.c_str();
+    definition.definedValueType = property.definedValueType.c_str();
+    return definition;
+}
+
+bool hasNumbers(const ModelProperty& property) {
+    return std::any_of(property.values.begin(), property.values.end(), isNumber);
 }
 
 /// A date, which stands for its beginning in UTC, or a time.
@@ -72,6 +88,12 @@ void Filter::consult(const ModelDetails& modelDetails, const Records& records) {
     details = &modelDetails;
     sets.emplace(modelDetails);
     edits.emplace(records);
+    for (Asked& asked : conditions) {
+        if (const auto* const definition =
+                orv::ifc::findSchemaDefForProperty(asked.condition.getSet(), asked.condition.getProperty())) {
+            asked.condition.takeUnit(*definition, modelDetails.getUnits());
+        }
+    }
     std::vector<const ModelObject*> all;
     for (const ModelObject& object : modelDetails.getModel().getObjects()) {
         if (object.ifcClass->name == storeyClass) {
@@ -106,7 +128,11 @@ bool Filter::meets(const ModelObject& object, Asked& asked) {
     const EditIndex::Entry* const edit = id ? edits->find(*id, condition.getSet(), condition.getProperty()) : nullptr;
     const MergedProperty property = sets->find(object, edit, condition.getSet(), condition.getProperty());
     asked.isKnown = asked.isKnown || property.model != nullptr || property.edit != nullptr;
-    const std::vector<std::string> values = valuesThatHold(property);
+    if (property.model != nullptr) {
+        asked.condition.takeUnit(definitionOf(*property.model, condition.getSet()), details->getUnits());
+        asked.areNumbers = asked.areNumbers || hasNumbers(*property.model);
+    }
+    const std::vector<std::string> values = textsThatHold(property, details->getUnits());
     asked.hasValue = asked.hasValue || condition.concerns(values);
     return condition.holds(values);
 }
@@ -137,11 +163,11 @@ std::string Filter::nearestOf(const Condition& condition) const {
 
 std::vector<std::string> Filter::remarks() const {
     std::vector<std::string> sentences;
-    for (const auto& [condition, isKnown, hasValue] : conditions) {
+    for (const auto& [condition, isKnown, hasValue, areNumbers] : conditions) {
         if (!isKnown && orv::ifc::findSchemaDefForProperty(condition.getSet(), condition.getProperty()) == nullptr) {
             sentences.push_back("No such object has " + condition.getSet() + '.' + condition.getProperty() +
                                 ", nor is it defined" + nearestOf(condition));
-        } else if (const std::string objection = condition.objection(); !hasValue && !objection.empty()) {
+        } else if (const std::string objection = condition.objection(areNumbers); !hasValue && !objection.empty()) {
             sentences.push_back(objection);
         }
     }
@@ -154,12 +180,17 @@ FilteredModel::FilteredModel(const Arguments& arguments, Filter& filter) {
     } else {
         model.emplace(Model::read(arguments.model));
     }
-    if (isInstanceNumber(arguments.globalId)) {
-        filter.setOwner(idOf(getModel(), objectNamed(arguments, getModel(), arguments.globalId)));
-    }
+    filter.findOwner(arguments, getModel());
     records = readStore(arguments);
     if (details) {
         filter.consult(*details, records);
+    }
+}
+
+void Filter::findOwner(const Arguments& arguments, const Model& model) {
+    if (isInstanceNumber(arguments.globalId)) {
+        owner = idOf(model, objectNamed(arguments, model, arguments.globalId));
+        hasNoOwner = !owner;
     }
 }
 
@@ -188,7 +219,6 @@ std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter
             chosen.push_back(&object);
         }
     }
-    printRemarks(filter, chosen.empty());
     return chosen;
 }
 

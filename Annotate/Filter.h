@@ -32,11 +32,9 @@ public:
     /// is taken. The object is null if the model has none.
     bool takesOwner(const orv::Guid& id, const ModelObject* object);
 
-    /// The id of the object named, if it is named by its number; one without an id has no notes and edits.
-    void setOwner(const std::optional<orv::Guid>& id) {
-        owner = id;
-        hasNoOwner = !id;
-    }
+    /// To be called before takesOwner: finds the object if it is named by its number. One without an id has no notes
+    /// and edits. Throws RequestError if the model has none of the number.
+    void findOwner(const Arguments& arguments, const Model& model);
 
     /// By the person wanted, on the day wanted or later.
     bool takesAct(const std::string& actor, const std::optional<Time>& time) const;
@@ -48,8 +46,9 @@ public:
 private:
     struct Asked {
         Condition condition;
-        bool isKnown = false;  ///< Whether there was such a property,
-        bool hasValue = false; ///< and whether it had the condition's value.
+        bool isKnown = false;    ///< Whether there was such a property,
+        bool hasValue = false;   ///< and whether it had the condition's value.
+        bool areNumbers = false; ///< Whether a model's value was a number.
     };
 
     bool isInStorey(const ModelObject& object) const;
@@ -74,7 +73,7 @@ private:
 /// Says what the filter remarks. Throws the first of that as a RequestError if the filter took nothing.
 void printRemarks(const Filter& filter, bool isNothingTaken);
 
-/// The objects of the model that the filter takes. Says what it remarks.
+/// The objects of the model that the filter takes, in the order of the file.
 std::vector<const ModelObject*> chosenObjects(const Model& model, Filter& filter);
 
 /// The model of a command with a filter, with what the filter needs of it, and the records of the store.

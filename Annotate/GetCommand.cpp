@@ -57,10 +57,6 @@ void printHeld(const Arguments& arguments, const std::vector<PropertyValue>& hel
                rows);
 }
 
-std::string withUnit(const std::string& values, const std::string& unit) {
-    return unit.empty() ? values : values + ' ' + unit;
-}
-
 /// As in "model: F60, yours: F90".
 void printBoth(const MergedProperty& property, const ModelUnits& units) {
     std::string text;

@@ -5,6 +5,9 @@
 #include "Annotate/NamedObject.h"
 #include "Annotate/Notes.h"
 #include "Annotate/UnitEntry.h"
+#include "Host/TimeText.h"
+
+#include <utility>
 
 namespace annotate {
 
@@ -12,8 +15,71 @@ using orv::host::ObjectEdit;
 using orv::host::Outcome;
 using Form = orv::host::PropertyEdit::Form;
 
+namespace {
+
+/// Nothing if it is empty. Throws RequestError if it isn't a time.
+std::optional<Time> toldTime(const std::string& text) {
+    Time time;
+    if (text.empty()) {
+        return std::nullopt;
+    }
+    if (!orv::host::take(text, time)) {
+        throw RequestError("\"" + text + "\" isn't a time like 2026-03-31T12:00:00Z.");
+    }
+    return time;
+}
+
+std::string authorIn(const std::string& text) {
+    if (hasControlCharacter(text)) {
+        throw RequestError("The author's name, \"" + text + "\", has a control character in it.");
+    }
+    return text;
+}
+
+bool isResolvedIn(const std::string& text) {
+    if (text != "resolved" && text != "open" && !text.empty()) {
+        throw RequestError("The state \"" + text + "\" is neither open nor resolved.");
+    }
+    return text == "resolved";
+}
+
+/// Without an object that has none of the model's.
+Note noteIn(const ImportRow& row) {
+    Note note;
+    static_cast<void>(note.ownerId.boSet(row.globalId));
+    requireText(row.text);
+    note.text = row.text;
+    if (!row.priority.empty() && !orv::host::take(row.priority, note.priority)) {
+        throw RequestError("The priority \"" + row.priority +
+                           "\" isn't a whole number from -2147483648 to 2147483647.");
+    }
+    if (orv::Guid id; id.boSet(row.noteId)) {
+        note.id = id;
+    } else if (!row.noteId.empty()) {
+        throw RequestError("\"" + row.noteId + "\" isn't the id of a note. Leave the cell empty for a new one.");
+    }
+    note.resolved = isResolvedIn(row.state);
+    if (note.made = toldTime(row.time); note.made) {
+        note.author = authorIn(row.author);
+    }
+    if (note.changed = toldTime(row.changed); note.changed) {
+        note.changedBy = authorIn(row.changedBy);
+    }
+    return note;
+}
+
+std::tuple<std::string, std::string, int> contentOf(const Note& note) {
+    return {note.ownerId.toString(false), note.text, note.priority};
+}
+
+} // namespace
+
 std::optional<ObjectEdit> EditChecks::check(const ImportRow& row) {
-    const orv::Guid id = objectOf(row, arguments, model);
+    if (const EditIndex::Entry* const stored = storedAs(row)) {
+        requireFirst(row, stored->id);
+        return std::nullopt;
+    }
+    const orv::Guid id = idNamed(arguments, model, row.globalId);
     const Definition& definition = definitionOf(row);
     ObjectEdit made{id, editIn(definition, row.value)};
     if (made.edit.form != Form::Unset) {
@@ -28,6 +94,10 @@ std::optional<ObjectEdit> EditChecks::check(const ImportRow& row) {
         return std::nullopt;
     }
     remark(row, remarksOn(definition, outcome, made.edit));
+    if (const auto time = toldTime(row.time)) {
+        made.edit.author = authorIn(row.author);
+        made.edit.time = *time;
+    }
     return made;
 }
 
@@ -67,6 +137,14 @@ void EditChecks::remark(const ImportRow& row, const std::vector<std::string>& te
     }
 }
 
+const EditIndex::Entry* EditChecks::storedAs(const ImportRow& row) const {
+    orv::Guid id;
+    const EditIndex::Entry* const entry = id.boSet(row.globalId) ? present.find(id, row.set, row.property) : nullptr;
+    const bool isSame = entry != nullptr && entry->edit.form != Form::Unset && entry->edit.unit == row.unit &&
+                        textInUtf8(editText(entry->edit)) == row.value;
+    return isSame ? entry : nullptr;
+}
+
 bool EditChecks::isPresent(const ObjectEdit& made) const {
     const EditIndex::Entry* const entry = present.find(made.id, made.edit.set, made.edit.property);
     if (entry == nullptr) {
@@ -76,19 +154,48 @@ bool EditChecks::isPresent(const ObjectEdit& made) const {
            (made.edit.unit.empty() || made.edit.unit == entry->edit.unit);
 }
 
-orv::Guid objectOf(const ImportRow& row, const Arguments& arguments, const Model& model) {
-    return idNamed(arguments, model, row.globalId);
+NoteChecks::NoteChecks(const Arguments& usersArguments, const Model& usersModel, const Notebook& presentNotes)
+    : arguments(usersArguments), model(usersModel) {
+    for (Note* const note : presentNotes.getNotes()) {
+        ofIds.emplace(note->id->toString(true), note);
+        texts.insert(contentOf(*note));
+    }
 }
 
-Note noteIn(const ImportRow& row, const Arguments& arguments, const Model& model) {
-    Note note;
-    note.ownerId = objectOf(row, arguments, model);
-    note.text = row.text;
-    requireText(row.text);
-    if (!row.priority.empty() && !orv::host::take(row.priority, note.priority)) {
-        throw RequestError("The priority \"" + row.priority + "\" isn't a whole number.");
+std::optional<ImportedNote> NoteChecks::check(const ImportRow& row) {
+    Note note = noteIn(row);
+    const auto known = note.id ? ofIds.find(note.id->toString(true)) : ofIds.end();
+    Note* const present = known == ofIds.end() ? nullptr : known->second;
+    if (known != ofIds.end() && present == nullptr) {
+        throw RequestError("The note " + row.noteId + " is in an earlier line already.");
     }
-    return note;
+    if (present != nullptr && row.state.empty()) {
+        note.resolved = present->resolved;
+    }
+    if (present != nullptr && row.priority.empty()) {
+        note.priority = present->priority;
+    }
+    if (!note.id && texts.count(contentOf(note)) > 0) {
+        return std::nullopt;
+    }
+    if (present != nullptr && textInUtf8(present->text) == note.text) {
+        note.text = present->text;
+    }
+    if (present != nullptr && contentOf(*present) == contentOf(note) && present->resolved == note.resolved) {
+        known->second = nullptr;
+        return std::nullopt;
+    }
+    note.ownerId = idNamed(arguments, model, row.globalId);
+    if (present != nullptr && present->ownerId != note.ownerId) {
+        throw RequestError("The note " + row.noteId + " is on " + present->ownerId.toString(false) +
+                           ". The command move carries notes to another object.");
+    }
+    if (note.id) {
+        ofIds[note.id->toString(true)] = nullptr;
+    } else if (!texts.insert(contentOf(note)).second) {
+        return std::nullopt;
+    }
+    return ImportedNote{present, std::move(note)};
 }
 
 } // namespace annotate

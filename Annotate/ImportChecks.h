@@ -5,12 +5,14 @@
 #include "Annotate/EditIndex.h"
 #include "Annotate/ImportRows.h"
 #include "Annotate/Model.h"
-#include "Annotate/Note.h"
+#include "Annotate/Notes.h"
 #include "Annotate/Overlay.h"
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -32,7 +34,8 @@ public:
                const EditIndex& presentEdits)
         : arguments(usersArguments), model(usersModel), units(modelUnits), present(presentEdits), overlay(usersModel) {}
 
-    /// The edit, without its author and time; nothing if that is what is stored. Throws RequestError if it is refused.
+    /// The edit, with its author and time if nothing was stored for the property and the row tells them; nothing if
+    /// that is what is stored. Throws RequestError if it is refused.
     std::optional<orv::host::ObjectEdit> check(const ImportRow& row);
 
     /// By their texts.
@@ -44,6 +47,10 @@ private:
 
     void requireFirst(const ImportRow& row, const orv::Guid& id);
     void remark(const ImportRow& row, const std::vector<std::string>& texts);
+
+    /// The stored edit of which an export writes the row, which may be on an object that the model no longer has; null
+    /// if there is none.
+    const EditIndex::Entry* storedAs(const ImportRow& row) const;
     bool isPresent(const orv::host::ObjectEdit& made) const;
 
     const Arguments& arguments;
@@ -56,10 +63,26 @@ private:
     std::map<std::string, LinesRemarked> remarks;
 };
 
-/// The object of the row. Throws RequestError if the model has none.
-orv::Guid objectOf(const ImportRow& row, const Arguments& arguments, const Model& model);
+/// A note that is to be stored.
+struct ImportedNote {
+    Note* present; ///< The one that becomes so; null if it is new.
+    Note content;
+};
 
-/// The note that the row tells, without what it gets when it is added. Throws RequestError if it is refused.
-Note noteIn(const ImportRow& row, const Arguments& arguments, const Model& model);
+/// Checks the rows of an import as the command note checks what it is given, and makes notes of them.
+class NoteChecks {
+public:
+    /// All outlive this.
+    NoteChecks(const Arguments& usersArguments, const Model& usersModel, const Notebook& presentNotes);
+
+    /// The note; nothing if that is what is stored, or was in an earlier row. Throws RequestError if it is refused.
+    std::optional<ImportedNote> check(const ImportRow& row);
+
+private:
+    const Arguments& arguments;
+    const Model& model;
+    std::map<std::string, Note*> ofIds; ///< Null for those of earlier rows.
+    std::set<std::tuple<std::string, std::string, int>> texts;
+};
 
 } // namespace annotate

@@ -7,12 +7,11 @@
 #include "Annotate/ProgressBar.h"
 #include "Annotate/Terminal.h"
 #include "Annotate/TextFile.h"
+#include "Annotate/TopicsImport.h"
 #include "Annotate/Undo.h"
 
 #include <algorithm>
 #include <iostream>
-#include <set>
-#include <tuple>
 #include <utility>
 
 namespace annotate {
@@ -124,22 +123,30 @@ void importEdits(const Arguments& arguments, Import& run, const Model& model, co
 void importNotes(const Arguments& arguments, Import& run, const Model& model) {
     Store store(storePath(arguments));
     Notebook notebook(store);
-    std::set<std::tuple<std::string, std::string, int>> present;
-    const auto isNew = [&present](const Note& note) {
-        return present.emplace(note.ownerId.toString(false), note.text, note.priority).second;
-    };
-    std::for_each(notebook.getNotes().begin(), notebook.getNotes().end(), [&](const Note* note) { isNew(*note); });
-    std::vector<Note> notes;
+    NoteChecks checks(arguments, model, notebook);
+    std::vector<ImportedNote> notes;
     run.takeRows([&](const ImportRow& row) {
-        if (Note note = noteIn(row, arguments, model); isNew(note)) {
-            notes.push_back(std::move(note));
+        if (auto note = checks.check(row)) {
+            notes.push_back(*std::move(note));
         }
     });
     run.store("note", notes.size(), [&] {
         const std::string author = authorOf(arguments);
         ChangeLog log(store, author, arguments.command);
-        std::for_each(notes.begin(), notes.end(), [&](const Note& note) { log.add(notebook.add(note, author)); });
-        store.write();
+        for (const auto& [present, content] : notes) {
+            if (present == nullptr) {
+                log.add(notebook.add(content, author));
+            } else {
+                log.change(*present, [&changed = *present, &content = content, &author] {
+                    changed.text = content.text;
+                    changed.priority = content.priority;
+                    changed.resolved = content.resolved;
+                    changed.changedBy = author;
+                    changed.changed = now();
+                });
+            }
+        }
+        log.write();
     });
     run.finish();
 }
@@ -147,6 +154,9 @@ void importNotes(const Arguments& arguments, Import& run, const Model& model) {
 } // namespace
 
 void importFile(const Arguments& arguments) {
+    if (isTopicsArchive(arguments.file)) {
+        return importTopics(arguments);
+    }
     Import run(arguments);
     if (run.getFile().areNotes) {
         return importNotes(arguments, run, Model::read(arguments.model));

@@ -20,15 +20,21 @@ struct ColumnName {
     Part part;
 };
 
-constexpr std::array<ColumnName, 9> columnNames{{{"GlobalId", &ImportRow::globalId},
-                                                 {"set", &ImportRow::set},
-                                                 {"property set", &ImportRow::set},
-                                                 {"pset", &ImportRow::set},
-                                                 {"property", &ImportRow::property},
-                                                 {"value", &ImportRow::value},
-                                                 {"unit", &ImportRow::unit},
-                                                 {"text", &ImportRow::text},
-                                                 {"priority", &ImportRow::priority}}};
+constexpr std::array<ColumnName, 15> columnNames{{{"GlobalId", &ImportRow::globalId},
+                                                  {"set", &ImportRow::set},
+                                                  {"property set", &ImportRow::set},
+                                                  {"pset", &ImportRow::set},
+                                                  {"property", &ImportRow::property},
+                                                  {"value", &ImportRow::value},
+                                                  {"unit", &ImportRow::unit},
+                                                  {"text", &ImportRow::text},
+                                                  {"priority", &ImportRow::priority},
+                                                  {"Note Id", &ImportRow::noteId},
+                                                  {"state", &ImportRow::state},
+                                                  {"author", &ImportRow::author},
+                                                  {"time", &ImportRow::time},
+                                                  {"changed by", &ImportRow::changedBy},
+                                                  {"changed", &ImportRow::changed}}};
 
 constexpr std::array<Part, 4> partsOfEdits{&ImportRow::globalId, &ImportRow::set, &ImportRow::property,
                                            &ImportRow::value};

@@ -19,6 +19,12 @@ struct ImportRow {
     std::string unit;
     std::string text;
     std::string priority;
+    std::string noteId;
+    std::string state;
+    std::string author;
+    std::string time;
+    std::string changedBy;
+    std::string changed;
 };
 
 /// Why a line can't be imported.
@@ -34,8 +40,9 @@ struct ImportRows {
     std::vector<std::string> leftOut; ///< The columns that mean nothing here.
 };
 
-/// Reads separated values below a header with GlobalId, set, property, value and perhaps unit, or with GlobalId, text
-/// and perhaps priority, in any order and any case. Throws RequestError where readCsv does and if the header isn't one.
+/// Reads separated values below a header with GlobalId, set, property, value and perhaps unit, author and time, or with
+/// GlobalId, text and perhaps the other parts of a note, in any order and any case. Throws RequestError where readCsv
+/// does and if the header isn't one.
 ImportRows readImportRows(std::string_view text);
 
 } // namespace annotate

@@ -26,16 +26,21 @@ std::vector<MergedProperty> merged(const std::vector<ModelSet>& sets,
 MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const std::vector<const EditIndex::Entry*>& edits,
                               std::string_view set, std::string_view name);
 
-/// How the edit stands to the model's value: "new", "same" or "differs", as it does in another unit; empty without an
-/// edit.
+/// The values that hold, those of the edit, otherwise the model's. Numbers are in the project's unit, as are those that
+/// users give without one; where that isn't known, or theirs isn't, they are as they stand.
+std::vector<orv::object::PropertyValue> valuesThatHold(const MergedProperty& property, const ModelUnits& units);
+
+/// How the edit stands to the model's value: "new", "same", in whatever units, or "differs"; empty without an edit.
 std::string_view comparisonOf(const MergedProperty& property, const ModelUnits& units);
 
 /// The unit of what holds: that in which the user gave the values, otherwise that of the model's, or that which the
 /// model has for the values of such a property. Empty if there is none, or none is known.
 std::string unitOf(const MergedProperty& property, const ModelUnits& units);
 
-/// That the model's unit isn't the edit's, in a sentence; empty if it is. It has changed since then, or the model's
-/// property has a unit of its own.
+/// The unit of the edit, if the model's value isn't in it; empty otherwise.
+std::string unitBesideModel(const MergedProperty& property, const ModelUnits& units);
+
+/// That the project's unit has changed since the edit was made, in a sentence; empty if it hasn't.
 std::string changedUnit(const MergedProperty& property, const ModelUnits& units);
 
 } // namespace annotate

@@ -3,6 +3,7 @@
 #include "Annotate/ModelDetails.h"
 #include "Annotate/ModelExport.h"
 #include "Annotate/ModelFile.h"
+#include "Annotate/StatementFinder.h"
 #include "Annotate/Store.h"
 #include "Annotate/Terminal.h"
 
@@ -75,8 +76,7 @@ ExportOutcome exportModel(const Arguments& arguments, NewFile& file) {
     Replacing replacing(exported, file);
     copyModelFile(arguments.model, [&replacing](std::string_view block) { replacing.take(block); });
     if (!(version == FileVersion(arguments.model))) {
-        throw RequestError(arguments.model.string() +
-                           " was changed while it was exported. Try again. Nothing was exported.");
+        throw changedMeanwhile();
     }
     ExportOutcome outcome{arguments.file.string(), {exported.remarks.begin(), exported.remarks.end()}};
     if (exported.properties == 0) {

@@ -91,7 +91,7 @@ private:
                                referencesIn(relation.parts[assignedSets])});
         }
         for (const std::uint64_t type : targets.types) {
-            const FoundStatement& statement = *finder.find(type);
+            const FoundStatement& statement = finder.get(type);
             typeHolders.emplace(type, holders.size());
             holders.push_back({&statement, true, {type}, referencesIn(statement.parts[assignedSets])});
         }
@@ -231,7 +231,7 @@ private:
             std::string identity = "set\n";
             identity.append(name).append("\n").append(key).append(idOf(objects.front()));
             const std::string id = globalIdOf(identity);
-            const std::string root = ',' + ownerOf(*finder.find(objects.front())) + ',';
+            const std::string root = ',' + ownerOf(finder.get(objects.front())) + ',';
             Ids members;
             for (const SetMember& member : ofObjects.at(objects.front()).members) {
                 members.push_back(added.addOnce(member.property.keyword, member.property.parameters));

@@ -26,7 +26,7 @@ struct ModelExport {
 
     /// Where an object has a set of the name, it has that set with the edits in it afterwards, and others that share
     /// the set keep it. Otherwise it gets a new set, shared by those with the same edits. Reads the model's file again.
-    /// Throws ModelError if that has changed since the details were read.
+    /// Throws RequestError if that has changed since the details were read.
     static ModelExport of(const ModelDetails& details, const EditIndex& edits);
 };
 

@@ -6,6 +6,8 @@
 #include "Annotate/UnitSymbols.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -55,6 +57,16 @@ private:
 };
 
 } // namespace
+
+double converted(double number, const ModelUnit& from, const ModelUnit& to) {
+    constexpr int digits = 15;
+    std::array<char, 32> text{};
+    double rounded = 0;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), (from.toSi(number) - to.offset) / to.factor,
+                                   std::chars_format::general, digits);
+    std::from_chars(text.data(), end.ptr, rounded);
+    return rounded;
+}
 
 /// Reads the declared units, of which one may be made of others.
 class ModelUnits::Reader {

@@ -22,6 +22,9 @@ struct ModelUnit {
     double toSi(double number) const { return number * factor + offset; }
 };
 
+/// The number of the one unit in the other, with 15 digits, so that 3 ft are 0.9144 m. Both are convertible.
+double converted(double number, const ModelUnit& from, const ModelUnit& to);
+
 /// The units that a model declares.
 class ModelUnits {
 public:

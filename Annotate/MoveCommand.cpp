@@ -82,7 +82,7 @@ public:
             arrive(log, entry);
             leave(log, entry);
         }
-        store.write();
+        log.write();
     }
 
     std::string describe() const {

@@ -5,11 +5,10 @@
 #include "Annotate/Notes.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/TextFile.h"
 #include "Annotate/Undo.h"
 
 #include <algorithm>
-#include <iostream>
-#include <iterator>
 
 namespace annotate {
 
@@ -61,7 +60,7 @@ public:
     void add(const Note& content) {
         const Note& note = notebook.add(content, author);
         log.add(note);
-        store.write();
+        log.write();
         printStored(beginSentence({*note.number}) + " stored in " + path.string() + '.');
     }
 
@@ -69,10 +68,10 @@ public:
         for (const Note* const note : notes) {
             log.remove(*note);
         }
-        store.write({notes.begin(), notes.end()});
+        log.write({notes.begin(), notes.end()});
     }
 
-    void write() { store.write(); }
+    void write() { log.write(); }
 
 private:
     std::filesystem::path path;
@@ -86,7 +85,7 @@ private:
 /// RequestError if it is no text for a note.
 std::string noteText(std::string text) {
     if (text == "-") {
-        text = std::string(std::istreambuf_iterator<char>(std::cin), {});
+        text = readTextFile(text);
         if (text.ends_with('\n')) {
             text.pop_back();
             if (text.ends_with('\r')) {
@@ -170,10 +169,11 @@ void listNotes(const Arguments& arguments) {
     for (const auto& [number, note] : notes) {
         const ModelObject* const object = model.find(note->ownerId);
         const bool isOfState = arguments.open == arguments.onlyResolved || note->resolved == arguments.onlyResolved;
-        if (isOfState && filter.takesOwner(note->ownerId, object) && filter.takesAct(note->author, note->made)) {
+        if (isOfState && filter.takesOwner(note->ownerId, object) &&
+            (filter.takesAct(note->author, note->made) || filter.takesAct(note->changedBy, note->changed))) {
             rows.push_back({std::to_string(number), note->ownerId.toString(false), classOf(object), nameOf(object),
                             std::to_string(note->priority), note->resolved ? "resolved" : "open", note->author,
-                            shownTime(note->made), note->text});
+                            shownTime(note->made), note->changedBy, shownTime(note->changed), note->text});
         }
     }
     if (!arguments.globalId.empty() && rows.empty()) {
@@ -189,6 +189,8 @@ void listNotes(const Arguments& arguments) {
                 {"State"},
                 {"Author"},
                 {"Time"},
+                {"Changed by"},
+                {"Changed"},
                 {"Text"}},
                rows);
 }

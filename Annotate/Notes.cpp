@@ -1,6 +1,7 @@
 #include "Annotate/Notes.h"
 
 #include "Annotate/Arguments.h"
+#include "Annotate/DerivedId.h"
 #include "Annotate/Terminal.h"
 
 #include <algorithm>
@@ -52,7 +53,7 @@ Notebook::Notebook(Store& notesStore) : store(&notesStore), last(&lastNumber(not
     last->number = highestNumber(Store::getRecords());
     for (const auto& [number, note] : numberedNotes(Store::getRecords())) {
         note->number = number;
-        note->id = note->id ? note->id : makeId();
+        note->id = idOf(number, *note);
         last->number = std::max(last->number, number);
         notes.push_back(note);
         ofNumber.emplace(number, note);
@@ -72,13 +73,24 @@ Note& Notebook::find(std::int64_t number) const {
 }
 
 Note& Notebook::add(const Note& content, const std::string& author) {
+    Note& note = put(content);
+    note.id = content.id ? content.id : makeId();
+    if (!content.made) {
+        note.author = author;
+        note.made = now();
+    }
+    return note;
+}
+
+Note& Notebook::put(const Note& content) {
     auto& note = store->make<Note>();
     note = content;
     note.number = ++last->number;
-    note.id = makeId();
-    note.author = author;
-    note.made = now();
     return note;
+}
+
+orv::Guid idOf(std::int64_t number, const Note& note) {
+    return note.id.value_or(derivedId("note " + std::to_string(number) + " on " + note.ownerId.toString(false)));
 }
 
 orv::Guid makeId() {

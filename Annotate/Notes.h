@@ -36,9 +36,13 @@ public:
 
     const std::vector<Note*>& getNotes() const { return notes; }
 
-    /// A new note by the author and now, with a number that none has had, on the object with the text, the priority and
-    /// the state of the content.
+    /// A new note with a number that none has had and the object, the text, the priority and the state of the content.
+    /// It is by the author and now unless the content tells when it was made, and has an id of its own unless the
+    /// content tells one.
     Note& add(const Note& content, const std::string& author);
+
+    /// A new note as the content tells, but for its number.
+    Note& put(const Note& content);
 
 private:
     Store* store;
@@ -46,6 +50,9 @@ private:
     std::unordered_map<std::int64_t, Note*> ofNumber;
     LastNoteNumber* last = nullptr;
 };
+
+/// The note's id. One of an annotate before 0.2 gets it from its number and object, the same one each time.
+orv::Guid idOf(std::int64_t number, const Note& note);
 
 /// A new id, as random as the system's generator makes it.
 orv::Guid makeId();

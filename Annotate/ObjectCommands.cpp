@@ -12,6 +12,7 @@ void listObjects(const Arguments& arguments) {
     for (const ModelObject* const object : chosenObjects(model.getModel(), filter)) {
         rows.push_back({nameFor(model.getModel(), *object), classOf(object), object->name});
     }
+    printRemarks(filter, rows.empty());
     printTable(arguments, {{"GlobalId"}, {"Class"}, {"Name"}}, rows);
 }
 

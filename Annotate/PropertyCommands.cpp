@@ -5,10 +5,16 @@
 #include "Annotate/MergedValues.h"
 #include "Annotate/ModelDetails.h"
 #include "Annotate/Overlay.h"
+#include "Annotate/SetsOfObjects.h"
 #include "Annotate/Store.h"
+#include "Annotate/Terminal.h"
 #include "Annotate/UnitEntry.h"
+#include "Annotate/ValueText.h"
+#include "Host/FieldText.h"
 
 #include <algorithm>
+#include <iostream>
+#include <set>
 #include <utility>
 
 namespace annotate {
@@ -89,14 +95,39 @@ void keepOtherBounds(const ModelDetails& details, const Definition& definition, 
     }
 }
 
+bool arePlainNumbers(const std::vector<PropertyValue>& values) {
+    double number = 0;
+    return std::all_of(values.begin(), values.end(), [&number](const PropertyValue& value) {
+        return value.isEmpty() || orv::host::take(valueText(value), number);
+    });
+}
+
+/// Says that the model has the property of some of the objects in units of its own, which plain numbers aren't in.
+void remarkOnOwnUnits(const ModelDetails& details, const std::vector<orv::Guid>& ids, const PropertyEdit& edit) {
+    SetsOfObjects sets(details);
+    std::set<std::string> own;
+    for (const orv::Guid& id : ids) {
+        const ModelObject& object = *details.getModel().find(id);
+        const MergedProperty property = sets.find(object, nullptr, edit.set, edit.property);
+        const std::string unit = property.model == nullptr ? "" : unitText(*property.model);
+        if (!unit.empty() && unit != edit.unit && own.insert(unit).second) {
+            std::cerr << "annotate: The model has " << printable(edit.set + '.' + edit.property + " in " + unit)
+                      << ". What is set is in " << printable(edit.unit) << ", as numbers without a unit are.\n";
+        }
+    }
+}
+
 /// Makes the same edit of all the objects.
 void makeEdits(const Arguments& arguments, const EditRequest& request, const Definition& definition, Form form,
-               std::vector<PropertyValue> values) {
+               const std::vector<PropertyValue>& values) {
     const ModelDetails details = ModelDetails::read(arguments.model);
     PropertyEdit edit = editOf(request, form);
-    edit.unit = takeUnits(definition, details.getUnits(), arguments.unit, values);
-    edit.values = std::move(values);
+    edit.values = values;
+    edit.unit = takeUnits(definition, details.getUnits(), arguments.unit, edit.values);
     const RequestedObjects objects = request.objectsIn(details, arguments);
+    if (!edit.unit.empty() && arguments.unit.empty() && arePlainNumbers(values)) {
+        remarkOnOwnUnits(details, objects.ids, edit);
+    }
     RequestedEdits requested{{}, objects.refusals, {}};
     for (const orv::Guid& id : objects.ids) {
         requested.edits.push_back({id, edit});
@@ -123,8 +154,8 @@ void setProperty(const Arguments& arguments) {
     if (hasBounds(arguments)) {
         makeEdits(arguments, request, definition, Form::Bounded, givenBounds(arguments, definition));
     } else {
-        PropertyEdit edit = editIn(definition, request.values.front());
-        makeEdits(arguments, request, definition, edit.form, std::move(edit.values));
+        const PropertyEdit edit = editIn(definition, request.values.front());
+        makeEdits(arguments, request, definition, edit.form, edit.values);
     }
 }
 
@@ -146,26 +177,30 @@ void setTableProperty(const Arguments& arguments) {
 
 void unsetProperty(const Arguments& arguments) {
     const EditRequest request(arguments, 0, 0);
-    const Definition& definition = findDefinition(request.set, request.property);
     const ModelDetails details = ModelDetails::read(arguments.model);
-    const Model& model = details.getModel();
-    const PropertyEdit edit = editOf(request, Form::Unset);
+    const Records records = readStore(arguments);
+    const EditIndex present(records);
+    const auto isSet = [&](const orv::Guid& id) {
+        const EditIndex::Entry* const entry = present.find(id, request.set, request.property);
+        return entry != nullptr && entry->edit.form != Form::Unset;
+    };
     RequestedEdits requested;
-    {
-        const Overlay overlay(model, readStore(arguments));
+    if (orv::Guid id; id.boSet(request.globalId) && isSet(id)) { // perhaps on an object that has vanished
+        requested.edits.push_back({id, editOf(request, Form::Unset)});
+    } else {
         const RequestedObjects objects = request.objectsIn(details, arguments);
         requested.refusals = objects.refusals;
-        for (const orv::Guid& id : objects.ids) {
-            if (!Overlay::read(id, request.set, request.property).empty()) {
-                requested.edits.push_back({id, edit});
+        for (const orv::Guid& each : objects.ids) {
+            if (isSet(each)) {
+                requested.edits.push_back({each, editOf(request, Form::Unset)});
             }
         }
     }
     if (requested.edits.empty()) {
-        throw RequestError(fullName(definition) + " isn't set on " +
+        throw RequestError(fullName(findDefinition(request.set, request.property)) + " isn't set on " +
                            (request.globalId.empty() ? "any of the objects" : request.globalId) + '.');
     }
-    makeEdits(arguments, model, std::move(requested));
+    makeEdits(arguments, details.getModel(), std::move(requested));
 }
 
 } // namespace annotate

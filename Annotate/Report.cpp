@@ -1,8 +1,12 @@
+#include "Annotate/EditTable.h"
 #include "Annotate/Exports.h"
 #include "Annotate/Filter.h"
 #include "Annotate/ReportParts.h"
 #include "Annotate/ReportSections.h"
 #include "Annotate/Terminal.h"
+
+#include <algorithm>
+#include <optional>
 
 namespace annotate {
 
@@ -25,6 +29,18 @@ void addGlance(HtmlPage& page, const Status& status) {
     page << "</dl>\n";
 }
 
+/// When the last of it was added or changed; nothing if nobody knows.
+std::optional<Time> latestIn(const Additions& additions) {
+    std::optional<Time> latest; // less than any
+    for (const AddedNote& added : additions.getNotes()) {
+        latest = std::max({latest, added.note->made, added.note->changed});
+    }
+    for (const AddedEdit& added : additions.getEdits()) {
+        latest = std::max(latest, timeOf(added.entry->edit));
+    }
+    return latest;
+}
+
 } // namespace
 
 Standing standingOf(const AddedEdit& edit, const ModelUnits& units) {
@@ -38,14 +54,18 @@ Standing standingOf(const AddedEdit& edit, const ModelUnits& units) {
 ExportOutcome exportReport(const Arguments& arguments, NewFile& file) {
     const Additions additions(arguments);
     const Status status(additions);
+    const std::optional<Time> latest = latestIn(additions);
     const std::string title = "Additions to " + arguments.model.filename().string();
     HtmlPage page(file);
     addHead(page, title);
     page << "<body>\n<header><h1>";
-    page.text(title) << "</h1>\n<p class=\"quiet\">As they were at " << shownTime(now())
-                     << "</p>\n<nav aria-label=\"Sections\"><a href=\"#where\">Where and by whom</a> "
-                        "<a href=\"#edits\">Property edits</a> <a href=\"#notes\">Notes</a> "
-                        "<a href=\"#vanished\">Vanished objects</a></nav></header>\n<main>\n";
+    page.text(title) << "</h1>\n";
+    if (latest) {
+        page << "<p class=\"quiet\">Last change: " << shownTime(latest) << "</p>\n";
+    }
+    page << "<nav aria-label=\"Sections\"><a href=\"#where\">Where and by whom</a> "
+            "<a href=\"#edits\">Property edits</a> <a href=\"#notes\">Notes</a> "
+            "<a href=\"#vanished\">Vanished objects</a></nav></header>\n<main>\n";
     addGlance(page, status);
     addCharts(page, additions);
     addEdits(page, additions);

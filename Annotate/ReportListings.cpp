@@ -1,6 +1,8 @@
+#include "Annotate/EditTable.h"
 #include "Annotate/EditText.h"
 #include "Annotate/Filter.h"
 #include "Annotate/ReportSections.h"
+#include "Annotate/ValueText.h"
 
 #include <algorithm>
 
@@ -33,8 +35,13 @@ void beginSection(HtmlPage& page, const Listing& listing, bool isEmpty) {
     page << "</tr></thead>\n<tbody>\n";
 }
 
-void endSection(HtmlPage& page) {
-    page << "</tbody></table></div></section>\n";
+template <typename All, typename AddRow>
+void addSection(HtmlPage& page, const Listing& listing, const All& all, const AddRow& addRowOf) {
+    beginSection(page, listing, all.empty());
+    std::for_each(all.begin(), all.end(), addRowOf);
+    if (!all.empty()) {
+        page << "</tbody></table></div></section>\n";
+    }
 }
 
 void addCell(HtmlPage& page, std::string_view text, std::string_view style = {}) {
@@ -63,10 +70,6 @@ std::string timeCell(const std::optional<Time>& time) {
     return text.substr(0, text.find('Z'));
 }
 
-std::string withUnit(const std::string& value, const std::string& unit) {
-    return value.empty() || unit.empty() ? value : value + ' ' + unit;
-}
-
 std::string_view shown(Standing standing) {
     switch (standing) {
     case Standing::Differs:
@@ -92,7 +95,7 @@ void addRow(HtmlPage& page, const AddedEdit& added, const ModelUnits& units) {
     addCell(page, withUnit(editText(edit), unitOf(added.property, units)), "value");
     addCell(page, shown(standing), standing == Standing::CaughtUp ? "state settled" : "state");
     addCell(page, edit.author);
-    addCell(page, timeCell(edit.time == Time() ? std::nullopt : std::optional<Time>(edit.time)), "time");
+    addCell(page, timeCell(timeOf(edit)), "time");
     page << "</tr>\n";
 }
 
@@ -127,13 +130,8 @@ void addEdits(HtmlPage& page, const Additions& additions) {
                               {"Compared"},
                               {"Author"},
                               {"Time"}}};
-    beginSection(page, listing, additions.getEdits().empty());
-    for (const AddedEdit& added : additions.getEdits()) {
-        addRow(page, added, additions.getDetails().getUnits());
-    }
-    if (!additions.getEdits().empty()) {
-        endSection(page);
-    }
+    addSection(page, listing, additions.getEdits(),
+               [&](const AddedEdit& added) { addRow(page, added, additions.getDetails().getUnits()); });
 }
 
 void addNotes(HtmlPage& page, const Additions& additions) {
@@ -155,13 +153,7 @@ void addNotes(HtmlPage& page, const Additions& additions) {
     std::stable_sort(notes.begin(), notes.end(), [](const AddedNote& a, const AddedNote& b) {
         return std::pair(a.note->resolved, a.number) < std::pair(b.note->resolved, b.number);
     });
-    beginSection(page, listing, notes.empty());
-    for (const AddedNote& added : notes) {
-        addRow(page, added);
-    }
-    if (!notes.empty()) {
-        endSection(page);
-    }
+    addSection(page, listing, notes, [&](const AddedNote& added) { addRow(page, added); });
 }
 
 void addVanished(HtmlPage& page, const Status& status) {
@@ -170,18 +162,13 @@ void addVanished(HtmlPage& page, const Status& status) {
                              "Vanished objects",
                              "Objects that the model no longer has, and how much is on them.",
                              {{"GlobalId"}, {"Notes", true}, {"Edits", true}}};
-    const std::vector<Row> rows = status.vanishedRows();
-    beginSection(page, listing, rows.empty());
-    for (const Row& row : rows) {
+    addSection(page, listing, status.vanishedRows(), [&](const Row& row) {
         page << "<tr>";
         addCell(page, row[0], "id");
         addCell(page, row[1], "number");
         addCell(page, row[2], "number");
         page << "</tr>\n";
-    }
-    if (!rows.empty()) {
-        endSection(page);
-    }
+    });
 }
 
 } // namespace annotate

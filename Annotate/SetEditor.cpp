@@ -42,7 +42,7 @@ void SetEditor::edit(std::uint64_t set, const std::vector<SetMember>& members) {
         }
     }
     if (!others.empty()) {
-        const FoundStatement& statement = *finder.find(set);
+        const FoundStatement& statement = finder.get(set);
         replace(statement, withMembers(statement, others).text());
     }
 }
@@ -51,7 +51,7 @@ std::uint64_t SetEditor::variantOf(std::uint64_t set, const std::string& key, co
                                    const std::string& ownerId) {
     std::uint64_t& variant = variants[{set, key}];
     if (variant == 0) {
-        const FoundStatement& original = *finder.find(set);
+        const FoundStatement& original = finder.get(set);
         StatementParts parts = withMembers(original, members);
         parts.set(globalIdOfSet, globalIdOf("set\n" + original.parts[globalIdOfSet] + ownerId + '\n' + key));
         variant = added.add(original.keyword, parts.text());

@@ -7,6 +7,7 @@
 #include "Annotate/Notes.h"
 #include "Annotate/Table.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/ValueText.h"
 #include "FoundationClasses/IfcClass.h"
 
 #include <algorithm>
@@ -42,6 +43,10 @@ std::string shown(std::int64_t number, const Note& note) {
     if (note.made) {
         text += ", " + shownTime(note.made);
     }
+    if (note.changed) {
+        text += "; changed" + (note.changedBy.empty() ? "" : " by " + printable(note.changedBy)) + ", " +
+                shownTime(note.changed);
+    }
     return text + ')';
 }
 
@@ -60,13 +65,12 @@ void printHead(const ModelDetails& details, const ModelObject& object, const Rec
     }
 }
 
-/// What is set on the property, with its unit where that isn't the one of the model.
+/// What is set on the property, with its unit where that isn't the one of the model's value.
 std::string yours(const MergedProperty& property, const ModelUnits& units) {
     if (property.edit == nullptr) {
         return "";
     }
-    const std::string text = editText(property.edit->edit);
-    return changedUnit(property, units).empty() ? text : text + ' ' + property.edit->edit.unit;
+    return withUnit(editText(property.edit->edit), unitBesideModel(property, units));
 }
 
 /// The columns of the users' own are there if there is something in them.

@@ -1,6 +1,5 @@
 #include "Annotate/StatementFinder.h"
 
-#include "Annotate/Arguments.h"
 #include "Annotate/ModelStatements.h"
 #include "Annotate/StepParameters.h"
 #include "Annotate/StepScanner.h"
@@ -38,6 +37,18 @@ void StatementFinder::take(StepScanner& scanner, const ModelInstance& instance) 
 const FoundStatement* StatementFinder::find(std::uint64_t id) const {
     const auto place = found.find(id);
     return place == found.end() ? nullptr : &place->second;
+}
+
+const FoundStatement& StatementFinder::get(std::uint64_t id) const {
+    const FoundStatement* const present = find(id);
+    if (present == nullptr) {
+        throw changedMeanwhile();
+    }
+    return *present;
+}
+
+RequestError changedMeanwhile() {
+    return RequestError("The model was changed while it was exported. Try again. Nothing was exported.");
 }
 
 } // namespace annotate

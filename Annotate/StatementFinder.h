@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Annotate/Arguments.h"
 #include "Annotate/ModelFile.h"
 #include "Annotate/StepWriting.h"
 
@@ -44,6 +45,9 @@ public:
     /// Null if there is none.
     const FoundStatement* find(std::uint64_t id) const;
 
+    /// One that was there when the details were read. Throws RequestError if it isn't any more.
+    const FoundStatement& get(std::uint64_t id) const;
+
     /// Relations that assign the sets, in the order of the file.
     const std::vector<FoundStatement>& getAssignments() const { return assignments; }
 
@@ -57,5 +61,8 @@ private:
     std::uint64_t highestId = 0;
     std::uint64_t ownerHistory = 0;
 };
+
+/// That the model was changed between two readings of an export.
+RequestError changedMeanwhile();
 
 } // namespace annotate

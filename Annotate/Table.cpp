@@ -1,5 +1,6 @@
 #include "Annotate/Table.h"
 
+#include "Annotate/CsvText.h"
 #include "Annotate/System.h"
 #include "Annotate/Terminal.h"
 
@@ -11,13 +12,6 @@ namespace annotate {
 
 namespace {
 
-Row namesOf(const std::vector<Column>& columns) {
-    Row names;
-    std::transform(columns.begin(), columns.end(), std::back_inserter(names),
-                   [](const Column& column) { return column.name; });
-    return names;
-}
-
 Row printableRow(const Row& row) {
     Row shown;
     std::transform(row.begin(), row.end(), std::back_inserter(shown),
@@ -25,12 +19,9 @@ Row printableRow(const Row& row) {
     return shown;
 }
 
-void printSeparated(const Row& row, char separator) {
+void printSeparated(const Row& row) {
     for (std::size_t column = 0; column < row.size(); ++column) {
-        if (column > 0) {
-            std::cout << separator;
-        }
-        std::cout << row[column];
+        std::cout << (column > 0 ? "\t" : "") << row[column];
     }
     std::cout << '\n';
 }
@@ -53,28 +44,6 @@ void printAligned(const std::vector<Row>& rows) {
     }
 }
 
-std::string quoted(const std::string& cell) {
-    constexpr std::string_view blanks = " \t"; // at the ends of a cell, which many programs take away
-    const bool hasEnds = !cell.empty() && (blanks.find(cell.front()) != std::string_view::npos ||
-                                           blanks.find(cell.back()) != std::string_view::npos);
-    if (!hasEnds && cell.find_first_of("\",\r\n") == std::string::npos) {
-        return cell;
-    }
-    std::string text = "\"";
-    for (const char character : cell) {
-        text.append(character == '"' ? 2 : 1, character);
-    }
-    return text + '"';
-}
-
-void printCsv(const std::vector<Row>& rows) {
-    for (Row row : rows) {
-        std::transform(row.begin(), row.end(), row.begin(), quoted);
-        row.back() += '\r'; // a line ends in both, by the RFC
-        printSeparated(row, ',');
-    }
-}
-
 void printJson(const std::vector<Column>& columns, const std::vector<Row>& rows) {
     auto array = nlohmann::ordered_json::array();
     for (const Row& row : rows) {
@@ -94,6 +63,13 @@ void printJson(const std::vector<Column>& columns, const std::vector<Row>& rows)
 
 } // namespace
 
+Row namesOf(const std::vector<Column>& columns) {
+    Row names;
+    std::transform(columns.begin(), columns.end(), std::back_inserter(names),
+                   [](const Column& column) { return column.name; });
+    return names;
+}
+
 bool isForReaders(const Arguments& arguments) {
     return !arguments.csv && !arguments.json && isTerminal(StandardStream::Output);
 }
@@ -105,13 +81,14 @@ void printTable(const Arguments& arguments, const std::vector<Column>& columns, 
     std::vector<Row> shown{namesOf(columns)};
     if (arguments.csv) {
         shown.insert(shown.end(), rows.begin(), rows.end());
-        return printCsv(shown);
+        std::for_each(shown.begin(), shown.end(), [](const Row& row) { std::cout << csvLine(row); });
+        return;
     }
     std::transform(rows.begin(), rows.end(), std::back_inserter(shown), printableRow);
     if (isForReaders(arguments)) {
         return printAligned(shown);
     }
-    std::for_each(shown.begin() + 1, shown.end(), [](const Row& row) { printSeparated(row, '\t'); });
+    std::for_each(shown.begin() + 1, shown.end(), [](const Row& row) { printSeparated(row); });
 }
 
 } // namespace annotate

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -12,21 +13,36 @@
 
 namespace annotate {
 
+namespace {
+
+RequestError unreadable(const std::filesystem::path& path, const std::error_code& reason) {
+    return RequestError(path.string() + " can't be read (" + reason.message() + ").");
+}
+
+} // namespace
+
 std::string readTextFile(const std::filesystem::path& path) {
-    std::ifstream file;
-    std::error_code ignored;
     const bool isStandardInput = path == "-";
-    errno = std::filesystem::is_directory(path, ignored) ? EISDIR : 0;
-    if (!isStandardInput && errno == 0) {
+    std::error_code ignored;
+    if (!isStandardInput && std::filesystem::is_directory(path, ignored)) {
+        throw unreadable(path, std::make_error_code(std::errc::is_a_directory));
+    }
+    std::ifstream file;
+    if (!isStandardInput) {
         file.open(path, std::ios::binary);
+        if (!file.is_open()) {
+            throw unreadable(path, {errno, std::generic_category()});
+        }
     }
     std::ostringstream text;
-    std::istream& stream = isStandardInput ? std::cin : file;
-    if (isStandardInput || file.is_open()) {
+    try {
+        std::istream& stream = isStandardInput ? std::cin : file;
         std::copy(std::istreambuf_iterator<char>(stream), {}, std::ostreambuf_iterator<char>(text));
+    } catch (const std::ios_base::failure&) {
+        throw unreadable(path, {errno, std::generic_category()});
     }
-    if (errno != 0) {
-        throw RequestError(path.string() + " can't be read (" + std::generic_category().message(errno) + ").");
+    if (isStandardInput && std::ferror(stdin) != 0) { // of which std::cin tells nothing
+        throw unreadable("Standard input", {errno, std::generic_category()});
     }
     return text.str();
 }

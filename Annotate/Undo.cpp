@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <unordered_map>
+#include <utility>
 
 namespace annotate {
 
@@ -17,11 +19,26 @@ constexpr std::string_view none = "none";
 constexpr std::string_view noteSubject = "note ";
 constexpr std::string_view editSubject = "edit ";
 
-LastCommand* findLast(const std::string& author) {
-    const auto all = allOf<LastCommand>(Store::getRecords());
-    const auto found =
-        std::find_if(all.begin(), all.end(), [&author](const LastCommand* last) { return last->author == author; });
-    return found == all.end() ? nullptr : *found;
+std::vector<LastCommand*> commandsOf(const std::string& author) {
+    std::vector<LastCommand*> commands = allOf<LastCommand>(Store::getRecords());
+    std::erase_if(commands, [&author](const LastCommand* command) { return command->author != author; });
+    return commands;
+}
+
+/// Makes it its author's last command with the store's next write, which is to remove what is added to the list. A
+/// program that is ended within that write may leave both, of which the one behind counts.
+void keep(Store& store, LastCommand command, std::vector<const EnhancementBase*>& removed) {
+    constexpr std::size_t longSize = 64;
+    const std::vector<LastCommand*> earlier = commandsOf(command.author);
+    // A load asks a record once for each that stands behind it, so a long one stands behind all.
+    const bool isNew = earlier.empty() || command.subjects.size() > longSize;
+    removed.insert(removed.end(), earlier.begin(), isNew ? earlier.end() : earlier.end() - 1);
+    (isNew ? store.make<LastCommand>() : *earlier.back()) = std::move(command);
+}
+
+/// As in "Pset_WallCommon.FireRating of 1jXyBr6EAquR0PHYXIrQ4_".
+std::string nameOfEdit(const orv::host::PropertyEdit& edit, const orv::Guid& owner) {
+    return edit.set + '.' + edit.property + " of " + owner.toString(false);
 }
 
 /// A note or an edit that a command changed, as it stands now.
@@ -44,7 +61,7 @@ public:
         }
         set = edit->set;
         property = edit->property;
-        shown = set + '.' + property + " of " + owner.toString(false);
+        shown = nameOfEdit(*edit, owner);
         const EditIndex::Entry* const entry = edits.find(owner, set, property);
         present = entry == nullptr || entry->line.empty() ? none : entry->line;
         isEdit = true;
@@ -98,45 +115,81 @@ std::vector<Subject> subjectsOf(const LastCommand& last, const Notebook& noteboo
     return subjects;
 }
 
-/// Who left the subject as it is now; empty if nobody knows. Of one that is gone, the last commands of others may tell.
-std::string changerOf(const Subject& changed, const Notebook& notebook, EditIndex& edits) {
-    std::string author = changed.getAuthor();
-    for (const LastCommand* const command : allOf<const LastCommand>(Store::getRecords())) {
-        const std::vector<Subject> subjects =
-            author.empty() ? subjectsOf(*command, notebook, edits) : std::vector<Subject>();
-        for (std::size_t number = 0; number < subjects.size(); ++number) {
-            if (subjects[number].getName() == changed.getName() && command->after[number] == changed.getPresent()) {
-                author = command->author;
+/// Who made what the last commands of all tell.
+class Changers {
+public:
+    Changers() {
+        for (const LastCommand* const command : allOf<const LastCommand>(Store::getRecords())) {
+            const std::size_t count =
+                std::min({command->subjects.size(), command->before.size(), command->after.size()});
+            for (std::size_t number = 0; number < count; ++number) {
+                const std::string name =
+                    nameIn(command->subjects[number], command->before[number], command->after[number]);
+                authors.insert_or_assign(name + '\n' + command->after[number], command->author);
             }
         }
     }
-    return author;
-}
+
+    /// Who left the subject as it is now; empty if nobody knows.
+    std::string find(const Subject& changed) const {
+        const std::string author = changed.getAuthor();
+        const auto found =
+            author.empty() ? authors.find(changed.getName() + '\n' + changed.getPresent()) : authors.end();
+        return found == authors.end() ? author : found->second;
+    }
+
+private:
+    /// As Subject names it; the subject itself if that isn't understood.
+    static std::string nameIn(const std::string& subject, const std::string& before, const std::string& after) {
+        const auto edit =
+            subject.starts_with(editSubject) ? orv::host::editOf(before == none ? after : before) : std::nullopt;
+        orv::Guid owner;
+        return edit && owner.boSet(subject.substr(editSubject.size())) ? nameOfEdit(*edit, owner) : subject;
+    }
+
+    std::unordered_map<std::string, std::string> authors;
+};
 
 /// Throws if a subject isn't as the command left it. It may be as it is to become, if the command was interrupted or
 /// the author did that otherwise, but not if somebody else did.
-void requireUnchanged(const LastCommand& last, const std::vector<Subject>& subjects, const Notebook& notebook,
-                      EditIndex& edits) {
+void requireUnchanged(const LastCommand& last, const std::vector<Subject>& subjects) {
+    constexpr std::size_t mostNamed = 10;
+    std::optional<Changers> changers; // only where something was changed
     std::string changed;
+    std::size_t count = 0;
     for (std::size_t number = 0; number < subjects.size(); ++number) {
         const Subject& subject = subjects[number];
-        if (subject.getPresent() != last.after[number]) {
-            const std::string author = changerOf(subject, notebook, edits);
-            if (subject.getPresent() != last.before[number] || (!author.empty() && author != last.author)) {
-                changed.append(changed.empty() ? "" : ", ").append(subject.getName());
-                changed.append(author.empty() ? "" : " (by " + author + ')');
-            }
+        if (subject.getPresent() == last.after[number]) {
+            continue;
+        }
+        if (!changers) {
+            changers.emplace();
+        }
+        const std::string author = changers->find(subject);
+        const bool isAsBefore = subject.getPresent() == last.before[number];
+        if (isAsBefore && (author.empty() || author == last.author)) {
+            continue;
+        }
+        if (++count <= mostNamed) {
+            changed.append(changed.empty() ? "" : ", ").append(subject.getName());
+            changed.append(author.empty() ? "" : " (by " + author + ')');
         }
     }
-    if (!changed.empty()) {
+    if (count > mostNamed) {
+        changed += " and " + std::to_string(count - mostNamed) + " more";
+    }
+    if (count > 0) {
         throw RequestError("\"" + last.command + "\" stays: changed since then: " + changed + '.');
     }
 }
 
 } // namespace
 
-ChangeLog::ChangeLog(Store& changedStore, std::string theAuthor, std::string theCommand)
-    : store(&changedStore), author(std::move(theAuthor)), command(std::move(theCommand)) {}
+ChangeLog::ChangeLog(Store& changedStore, const std::string& author, const std::string& command)
+    : store(&changedStore) {
+    changes.author = author;
+    changes.command = command;
+}
 
 void ChangeLog::replace(const std::string& line, const orv::host::ObjectEdit& edit) {
     log(std::string(editSubject) + edit.id.toString(false), line.empty() ? std::string(none) : line,
@@ -156,38 +209,37 @@ std::string ChangeLog::textOf(const Note& note) {
 }
 
 void ChangeLog::log(std::string subject, std::string before, std::string after) {
-    if (last == nullptr) {
-        last = findLast(author);
-        last = last == nullptr ? &store->make<LastCommand>() : last;
-        last->author = author;
-        last->command = command;
-        last->undone = false;
-        last->subjects.clear();
-        last->before.clear();
-        last->after.clear();
+    changes.subjects.push_back(std::move(subject));
+    changes.before.push_back(std::move(before));
+    changes.after.push_back(std::move(after));
+}
+
+void ChangeLog::write(std::vector<const EnhancementBase*> removed) {
+    if (!changes.subjects.empty()) {
+        keep(*store, std::exchange(changes, {}), removed);
     }
-    last->subjects.push_back(std::move(subject));
-    last->before.push_back(std::move(before));
-    last->after.push_back(std::move(after));
+    store->write(removed);
 }
 
 std::string undoLastCommand(Store& store, const std::string& author) {
-    LastCommand* const last = findLast(author);
-    if (last == nullptr) {
+    const std::vector<LastCommand*> commands = commandsOf(author);
+    if (commands.empty()) {
         throw RequestError("There is no command of " + (author.empty() ? "yours" : author) + " in " +
                            store.getPath().string() + " that could be taken back.");
     }
+    LastCommand last = *commands.back();
     const Notebook notebook(store);
     EditIndex edits(Store::getRecords());
-    std::vector<Subject> subjects = subjectsOf(*last, notebook, edits);
-    requireUnchanged(*last, subjects, notebook, edits);
+    std::vector<Subject> subjects = subjectsOf(last, notebook, edits);
+    requireUnchanged(last, subjects);
     std::vector<const EnhancementBase*> removed;
     for (std::size_t number = 0; number < subjects.size(); ++number) {
-        subjects[number].become(store, last->before[number], removed);
+        subjects[number].become(store, last.before[number], removed);
     }
-    std::swap(last->before, last->after);
-    last->undone = !last->undone;
-    std::string done = (last->undone ? "Taken back: " : "Done again: ") + last->command + '.';
+    std::swap(last.before, last.after);
+    last.undone = !last.undone;
+    std::string done = (last.undone ? "Taken back: " : "Done again: ") + last.command + '.';
+    keep(store, std::move(last), removed);
     store.write(removed);
     return done;
 }

@@ -11,8 +11,7 @@ namespace annotate {
 /// What the command under way changes, for undo.
 class ChangeLog {
 public:
-    /// Of the author, whose last command this one is from the first change on.
-    ChangeLog(Store& changedStore, std::string theAuthor, std::string theCommand);
+    ChangeLog(Store& changedStore, const std::string& author, const std::string& command);
 
     /// The note is new, is removed, or is changed by the action.
     void add(const Note& note) { log(subjectOf(note), "none", textOf(note)); }
@@ -30,15 +29,16 @@ public:
     /// The edit in the line goes from the object.
     void remove(const std::string& line, const orv::Guid& id);
 
+    /// Writes the store as Store::write does, with this as the author's last command if there was a change.
+    void write(std::vector<const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase*> removed = {});
+
 private:
     static std::string subjectOf(const Note& note);
     static std::string textOf(const Note& note);
     void log(std::string subject, std::string before, std::string after);
 
     Store* store;
-    std::string author;
-    std::string command;
-    LastCommand* last = nullptr; ///< Once there is a change.
+    LastCommand changes;
 };
 
 /// Takes the author's last command back, or brings it forward if it was taken back, and returns a sentence on it.

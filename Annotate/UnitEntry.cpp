@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <numbers>
@@ -40,32 +39,51 @@ constexpr OtherUnit otherUnits[] = {
     {"LENGTHUNIT", "in", inch},
     {"LENGTHUNIT", "mi", 5280 * foot},
     {"LENGTHUNIT", "yd", 3 * foot},
+    {"LINEARVELOCITYUNIT", "km/h", 1 / 3.6},
+    {"LINEARVELOCITYUNIT", "m/min", 1 / 60.0},
+    {"LINEARVELOCITYUNIT", "mm/s", 1e-3},
     {"MASSUNIT", "lb", 0.45359237},
     {"MASSUNIT", "t", 1e3},
     {"PLANEANGLEUNIT", "°", std::numbers::pi / 180},
     {"PRESSUREUNIT", "bar", 1e5},
+    {"PRESSUREUNIT", "kN/m²", 1e3},
+    {"PRESSUREUNIT", "mbar", 1e2},
+    {"PRESSUREUNIT", "N/m²", 1},
+    {"PRESSUREUNIT", "N/mm²", 1e6},
     {"TIMEUNIT", "d", 86400},
     {"TIMEUNIT", "h", 3600},
     {"TIMEUNIT", "min", 60},
     {"VOLUMEUNIT", "L", 1e-3},
     {"VOLUMEUNIT", "ft³", foot* foot* foot},
+    {"VOLUMETRICFLOWRATEUNIT", "L/min", 1e-3 / 60},
+    {"VOLUMETRICFLOWRATEUNIT", "L/s", 1e-3},
+    {"VOLUMETRICFLOWRATEUNIT", "l/min", 1e-3 / 60},
+    {"VOLUMETRICFLOWRATEUNIT", "l/s", 1e-3},
+    {"VOLUMETRICFLOWRATEUNIT", "m³/h", 1 / 3600.0},
+    {"VOLUMETRICFLOWRATEUNIT", "m³/min", 1 / 60.0},
 };
 
-/// The symbol as people write it on a keyboard or not: W/m2K as well as W/(m²·K), um as well as µm.
+/// The spellings of a symbol made alike: W/m2K is W/(m²·K), um is µm.
 std::string spelledAlike(std::string_view symbol) {
-    constexpr std::array<std::pair<std::string_view, std::string_view>, 12> spellings{{{"·", ""},
-                                                                                       {"*", ""},
-                                                                                       {".", ""},
-                                                                                       {"^", ""},
-                                                                                       {" ", ""},
-                                                                                       {"(", ""},
-                                                                                       {")", ""},
-                                                                                       {"2", "²"},
-                                                                                       {"3", "³"},
-                                                                                       {"μ", "µ"}, // Greek, micro
-                                                                                       {"deg", "°"},
-                                                                                       {"Ω", "Ω"}}}; // Ohm, Greek
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 12> spellings{
+        {{"·", ""},
+         {"*", ""},
+         {".", ""},
+         {"^", ""},
+         {" ", ""},
+         {"(", ""},
+         {")", ""},
+         {"2", "²"},
+         {"3", "³"},
+         {"\u03bc", "\u00b5"}, // Greek, micro
+         {"deg", "°"},
+         {"\u2126", "\u03a9"}}};            // Ohm, Greek
+    constexpr std::string_view micro = "u"; // which no symbol begins with otherwise
     std::string text;
+    if (symbol.size() > micro.size() && symbol.starts_with(micro)) {
+        text = "µ";
+        symbol.remove_prefix(micro.size());
+    }
     while (!symbol.empty()) {
         const auto* const found = std::find_if(spellings.begin(), spellings.end(),
                                                [&](const auto& each) { return symbol.starts_with(each.first); });
@@ -92,15 +110,6 @@ std::optional<ModelUnit> unitOfSymbol(std::string_view kind, const std::string& 
         return ModelUnit{symbol, true};
     }
     return std::nullopt;
-}
-
-/// The number with 15 digits, so that 3 ft are 0.9144 m.
-double rounded(double number) {
-    constexpr int digits = 15;
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.begin(), text.end(), number, std::chars_format::general, digits);
-    std::from_chars(text.begin(), end.ptr, number);
-    return number;
 }
 
 /// A number and what stands behind it.
@@ -164,8 +173,7 @@ void takeUnit(const Definition& definition, std::string_view valueType, const Mo
                            ". The model's unit is " + unit->symbol + '.');
     }
     if (measured) {
-        value = valueText(isModels ? measured->number
-                                   : rounded((own->toSi(measured->number) - unit->offset) / unit->factor));
+        value = valueText(isModels ? measured->number : converted(measured->number, *own, *unit));
     }
 }
 

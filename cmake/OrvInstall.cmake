@@ -1,9 +1,16 @@
-# The installed package: find_package(OrvEnhancements) gives the Orv:: targets.
+# What is installed: the libraries (component OrvRuntime), what building a host takes (OrvDevelopment) and annotate
+# (OrvAnnotate). It can be moved as a whole.
 
 include(CMakePackageConfigHelpers)
 
 get_property(orvLibraries GLOBAL PROPERTY ORV_LIBRARIES)
-install(TARGETS ${orvLibraries} EXPORT OrvTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(
+    TARGETS ${orvLibraries}
+    EXPORT OrvTargets
+    RUNTIME COMPONENT OrvRuntime
+    LIBRARY COMPONENT OrvRuntime NAMELINK_COMPONENT OrvDevelopment
+    ARCHIVE COMPONENT OrvDevelopment
+)
 
 # What hosts may include. Each header includes no header of the project but these.
 set(headers
@@ -70,10 +77,32 @@ set(headers
 )
 foreach(header IN LISTS headers)
     cmake_path(GET header PARENT_PATH directory)
-    install(FILES ${PROJECT_SOURCE_DIR}/Source/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/OrvEnhancements/${directory})
+    install(FILES ${PROJECT_SOURCE_DIR}/Source/${header} COMPONENT OrvDevelopment
+            DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/OrvEnhancements/${directory})
 endforeach()
 
+# For find_package(OrvEnhancements).
 set(packageDirectory ${CMAKE_INSTALL_LIBDIR}/cmake/OrvEnhancements)
-install(EXPORT OrvTargets NAMESPACE Orv:: FILE OrvEnhancementsConfig.cmake DESTINATION ${packageDirectory})
+install(EXPORT OrvTargets COMPONENT OrvDevelopment NAMESPACE Orv:: FILE OrvEnhancementsTargets.cmake
+        DESTINATION ${packageDirectory})
+configure_package_config_file(cmake/OrvEnhancementsConfig.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/OrvEnhancementsConfig.cmake
+                              INSTALL_DESTINATION ${packageDirectory})
 write_basic_package_version_file(OrvEnhancementsConfigVersion.cmake COMPATIBILITY SameMinorVersion)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/OrvEnhancementsConfigVersion.cmake DESTINATION ${packageDirectory})
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/OrvEnhancementsConfig.cmake
+              ${CMAKE_CURRENT_BINARY_DIR}/OrvEnhancementsConfigVersion.cmake
+        COMPONENT OrvDevelopment DESTINATION ${packageDirectory})
+
+# For pkg-config.
+set(pkgConfigDirectory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH toPrefix ${pkgConfigDirectory} ${CMAKE_INSTALL_PREFIX})
+file(RELATIVE_PATH fromPrefixToLibraries ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH fromPrefixToHeaders ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+list(REMOVE_ITEM orvLibraries OrvHost)
+list(REVERSE orvLibraries)
+list(TRANSFORM orvLibraries PREPEND -l)
+list(JOIN orvLibraries " " linkOptions)
+foreach(package orv-enhancements orv-host)
+    configure_file(cmake/${package}.pc.in ${package}.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${package}.pc COMPONENT OrvDevelopment
+            DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

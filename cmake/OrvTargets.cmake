@@ -23,6 +23,12 @@ function(orv_set_target_properties target)
     endif()
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Source>
                                                 $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/OrvEnhancements>)
+    # Ahead of Source, where the headers of the replaced sibling lie as well.
+    foreach(replacement IN LISTS ORV_REPLACEMENTS)
+        target_include_directories(
+            ${target} BEFORE PUBLIC $<BUILD_INTERFACE:$<TARGET_PROPERTY:${replacement},INTERFACE_INCLUDE_DIRECTORIES>>
+        )
+    endforeach()
 endfunction()
 
 # A shared library OrvName with the alias Orv::Name. Always shared, so that a host and the libraries see the same

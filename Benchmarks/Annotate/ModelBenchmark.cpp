@@ -16,6 +16,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -115,11 +116,12 @@ void writeRepeated(const std::filesystem::path& path, const std::string& model, 
     file << model.substr(end);
 }
 
-/// The largest of the real models, or the one that comes with the example if there are none.
+/// The largest of the models in ORV_REAL_MODELS, or the one that comes with the example if there are none.
 std::filesystem::path findModel() {
     std::filesystem::path largest = HOUSE;
+    const char* const models = std::getenv("ORV_REAL_MODELS");
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(REAL_MODELS, error)) {
+    for (const auto& entry : std::filesystem::directory_iterator(models == nullptr ? "" : models, error)) {
         if (entry.path().extension() == ".ifc" && entry.file_size() > std::filesystem::file_size(largest)) {
             largest = entry.path();
         }

@@ -24,14 +24,7 @@ void requireUtf8(std::string_view text) {
 std::string written(const std::vector<annotate::CsvRow>& rows) {
     std::string text;
     for (const annotate::CsvRow& row : rows) {
-        for (std::size_t column = 0; column < row.cells.size(); ++column) {
-            text += column == 0 ? "\"" : ",\"";
-            for (const char character : row.cells[column]) {
-                text.append(character == '"' ? 2 : 1, character);
-            }
-            text += '"';
-        }
-        text += "\r\n";
+        text += annotate::csvLine(row.cells);
     }
     return text;
 }

@@ -56,6 +56,7 @@ public:
     /// Stores the value, or what an optional holds, if the type takes it.
     void updateValueFromPropertyValue(const object::PropertyValue& value);
 
+    /// Whether it holds anything.
     bool hasContent() const { return content.index() != 0; }
 
     /// The content as an int, bool, double or text, or as a Logical if it is unknown; the empty value if there is none.

@@ -13,15 +13,18 @@ void GuidIndex::set(const Entities& entities, std::size_t index) {
     const std::uint32_t hash = hashOf(guid);
     // The slot of an object that has got another Guid since then finds nothing any more.
     const auto isToReplace = [&](const Slot& slot) {
-        const Guid& present = slot.entity->guid;
-        return slot.hash == hash && (present == guid || hashOf(present) != hash);
+        if (slot.hash != hash) {
+            return false;
+        }
+        const Guid& present = entities[slot.number - 1]->guid;
+        return present == guid || hashOf(present) != hash;
     };
     std::size_t place = hash & mask();
     while (slots[place].number != 0 && !isToReplace(slots[place])) {
         place = (place + 1) & mask();
     }
     count += slots[place].number == 0 ? 1 : 0;
-    slots[place] = {static_cast<std::uint32_t>(index + 1), hash, entities[index].get()};
+    slots[place] = {static_cast<std::uint32_t>(index + 1), hash};
 }
 
 void GuidIndex::grow() {

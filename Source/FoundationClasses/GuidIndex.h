@@ -11,8 +11,8 @@
 namespace orv::fc {
 
 /// A hash map from Guids to the objects of a vector, up to 2^32 of them, by open addressing. It holds a part of the
-/// hash in place of the Guid, which is the object's to tell: its slots are small, so that the processor's caches hold
-/// many.
+/// hash in place of the Guid, which is the object's to tell: its slots are so small that those of a million objects fit
+/// into a processor's cache.
 class GuidIndex {
 public:
     using Entities = std::vector<std::shared_ptr<FcBase>>;
@@ -21,8 +21,11 @@ public:
     const std::shared_ptr<FcBase>& find(const Entities& entities, const Guid& guid) const {
         const std::uint32_t hash = hashOf(guid);
         for (std::size_t place = hash & mask(); slots[place].number != 0; place = (place + 1) & mask()) {
-            if (slots[place].hash == hash && slots[place].entity->guid == guid) {
-                return entities[slots[place].number - 1];
+            if (slots[place].hash == hash) {
+                const std::shared_ptr<FcBase>& entity = entities[slots[place].number - 1];
+                if (entity->guid == guid) {
+                    return entity;
+                }
             }
         }
         return none;
@@ -33,9 +36,8 @@ public:
 
 private:
     struct Slot {
-        std::uint32_t number = 0;       ///< That of the object in the vector, from 1 on; 0 if the slot is free.
-        std::uint32_t hash = 0;         ///< Of the Guid under which it was put in.
-        const FcBase* entity = nullptr; ///< The object, which spares the way through the vector until it is found.
+        std::uint32_t number = 0; ///< That of the object in the vector, from 1 on; 0 if the slot is free.
+        std::uint32_t hash = 0;   ///< Of the Guid under which it was put in.
     };
 
     static inline const std::shared_ptr<FcBase> none;

@@ -25,7 +25,11 @@ concept SingleValue = requires(const T value, T& taken) {
 template <typename T>
 struct FieldForm {
     static constexpr bool isKnown = false;
-    static std::vector<std::string> textsOf(const T& value);
+
+    /// Appends the texts of the value.
+    static void appendTexts(const T& value, std::vector<std::string>& texts);
+
+    /// Makes the texts the value again. Returns whether that could be done; if not, the value stays as it was.
     static bool take(const std::vector<std::string>& texts, T& value);
 };
 
@@ -33,7 +37,7 @@ template <SingleValue T>
 struct FieldForm<T> {
     static constexpr bool isKnown = true;
 
-    static std::vector<std::string> textsOf(const T& value) { return {textOf(value)}; }
+    static void appendTexts(const T& value, std::vector<std::string>& texts) { texts.push_back(textOf(value)); }
 
     /// Takes the last text. No text leaves the value as it is.
     static bool take(const std::vector<std::string>& texts, T& value) {
@@ -46,8 +50,10 @@ template <SingleValue T>
 struct FieldForm<std::optional<T>> {
     static constexpr bool isKnown = true;
 
-    static std::vector<std::string> textsOf(const std::optional<T>& value) {
-        return value ? std::vector{textOf(*value)} : std::vector<std::string>();
+    static void appendTexts(const std::optional<T>& value, std::vector<std::string>& texts) {
+        if (value) {
+            texts.push_back(textOf(*value));
+        }
     }
 
     static bool take(const std::vector<std::string>& texts, std::optional<T>& value) {
@@ -65,13 +71,11 @@ template <SingleValue T>
 struct FieldForm<std::vector<T>> {
     static constexpr bool isKnown = true;
 
-    static std::vector<std::string> textsOf(const std::vector<T>& values) {
-        std::vector<std::string> texts;
-        texts.reserve(values.size());
+    static void appendTexts(const std::vector<T>& values, std::vector<std::string>& texts) {
+        texts.reserve(texts.size() + values.size());
         for (const T& value : values) {
             texts.push_back(textOf(value));
         }
-        return texts;
     }
 
     static bool take(const std::vector<std::string>& texts, std::vector<T>& values) {

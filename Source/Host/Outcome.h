@@ -32,7 +32,10 @@ struct Outcome {
     /// IfcLabel"; "any" in its place where the definition names none.
     std::string neededType;
 
+    /// Whether there is something to tell of what was done.
     bool hasRemark() const { return isOutsideEnumeration || isOfOtherClass; }
+
+    /// Whether it was done.
     explicit operator bool() const { return result == Result::Done; }
 };
 

@@ -29,6 +29,7 @@ struct Bounds {
 /// Called from one thread at a time.
 class ORV_HOST_EXPORT Overlay {
 public:
+    /// Returns the object of the reference model with that Guid, or null.
     using FindObject = domain::shared::enhancementsforreferencemodel::PsetData::ObjectCallback;
 
     /// findMaster is what PsetData was given to find the objects of the reference model. author is written to each

@@ -43,9 +43,9 @@ struct ObjectEdit {
 ///     "Our walls"."Load in kN" bounded lower 1.5 upper 2.0 unit "kN" by "Anna" at 2024-02-29T12:00:00.250Z
 ///     Pset_WallCommon.IsExternal unset by "Ben" at 2024-02-29T12:05:00Z
 ///
-/// Texts stand in quotation marks, with \", \\, \n and \r for what would end the text or the line; names do where they
-/// have other characters than letters, digits and underscores. A number with a point or an exponent is a double, one
-/// without an int; a Logical is .T., .F. or .U.
+/// Texts stand in quotation marks, with `\"`, `\\`, `\n` and `\r` for what would end the text or the line; names do
+/// where they have other characters than letters, digits and underscores. A number with a point or an exponent is a
+/// double, one without an int; a Logical is .T., .F. or .U.
 ORV_HOST_EXPORT std::string lineOf(const PropertyEdit& edit);
 
 /// The edit that the line tells, nothing if it tells none.

@@ -43,7 +43,8 @@ public:
 
     std::vector<std::pair<std::string, object::PropertyValue>> getAttributes() const override {
         std::vector<std::pair<std::string, object::PropertyValue>> attributes;
-        forEachField([&](const char* name, const std::vector<std::string>& texts) {
+        attributes.reserve(std::tuple_size_v<decltype(Kind::fields)>);
+        forEachField([&](const char* name, std::vector<std::string>& texts) {
             textsAsRead.appendAttributes(name, texts, attributes);
         });
         return attributes;
@@ -75,14 +76,21 @@ public:
 
 private:
     template <typename T>
-    static std::vector<std::string> textsOf(const T& value) {
-        return FieldForm<T>::textsOf(value);
+    static void appendTexts(const T& value, std::vector<std::string>& texts) {
+        FieldForm<T>::appendTexts(value, texts);
     }
 
+    /// Calls the action with the name of each field and the texts of its value, which it may move out.
     template <typename Action>
     void forEachField(Action action) const {
         const auto& self = static_cast<const Kind&>(*this);
-        std::apply([&](const auto&... field) { (action(field.name, textsOf(self.*field.member)), ...); }, Kind::fields);
+        std::vector<std::string> texts;
+        const auto act = [&](const auto& field) {
+            texts.clear();
+            appendTexts(self.*field.member, texts);
+            action(field.name, texts);
+        };
+        std::apply([&](const auto&... field) { (act(field), ...); }, Kind::fields);
     }
 
     template <typename FieldOfKind>
@@ -95,7 +103,9 @@ private:
         }
         auto& value = static_cast<Kind&>(*this).*field.member;
         const bool isTaken = FieldForm<std::remove_reference_t<decltype(value)>>::take(texts, value);
-        textsAsRead.keep(field.name, std::move(texts), textsOf(value), isTaken);
+        std::vector<std::string> textsOfValue;
+        appendTexts(value, textsOfValue);
+        textsAsRead.keep(field.name, std::move(texts), std::move(textsOfValue), isTaken);
     }
 
     static constexpr bool hasDistinctNames() {

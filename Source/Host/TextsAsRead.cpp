@@ -13,17 +13,19 @@ void TextsAsRead::forget(std::string_view field) {
     std::erase_if(entries, [field](const Entry& entry) { return entry.field == field; });
 }
 
-void TextsAsRead::appendAttributes(std::string_view field, const std::vector<std::string>& textsOfValue,
+void TextsAsRead::appendAttributes(std::string_view field, std::vector<std::string>& textsOfValue,
                                    std::vector<std::pair<std::string, object::PropertyValue>>& attributes) {
-    const Entry* const entry = find(field, textsOfValue);
-    if (entry == nullptr) {
-        forget(field); // should the value come to be the one that was read again
+    if (const Entry* const entry = find(field, textsOfValue)) {
+        for (const std::string& text : entry->texts) {
+            attributes.emplace_back(field, text);
+        }
+        return;
     }
-    const auto& texts = entry == nullptr ? textsOfValue : entry->texts;
-    for (const std::string& text : texts) {
-        attributes.emplace_back(field, text);
+    forget(field); // should the value come to be the one that was read again
+    for (std::string& text : textsOfValue) {
+        attributes.emplace_back(field, std::move(text));
     }
-    if (texts.empty()) {
+    if (textsOfValue.empty()) {
         attributes.emplace_back(field, object::PropertyValue());
     }
 }

@@ -26,8 +26,9 @@ public:
     void forget(std::string_view field);
 
     /// Appends the attributes of a field whose value has these texts: one for each text that stood there, or else for
-    /// each of the value, or an empty one. Forgets what stood there for the field if the value is another one.
-    void appendAttributes(std::string_view field, const std::vector<std::string>& textsOfValue,
+    /// each of the value, which is moved out, or an empty one. Forgets what stood there for the field if the value is
+    /// another one.
+    void appendAttributes(std::string_view field, std::vector<std::string>& textsOfValue,
                           std::vector<std::pair<std::string, object::PropertyValue>>& attributes);
 
     /// Appends name and text for each text that such a field couldn't take.

@@ -1,7 +1,8 @@
 #include "Host/TimeText.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <array>
+#include <charconv>
 #include <iterator>
 #include <optional>
 
@@ -29,6 +30,14 @@ constexpr std::int64_t flooredDivision(std::int64_t dividend, std::int64_t divis
     return dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
 }
 
+/// Appends a number that isn't negative, with zeros ahead of it up to that many digits.
+void appendDigits(std::string& text, std::int64_t number, std::size_t atLeast) {
+    std::array<char, 20> digits{};
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    const std::string_view shortest(digits.data(), end);
+    text.append(atLeast - std::min(atLeast, shortest.size()), '0').append(shortest);
+}
+
 /// A date of any year; what stands in a text, so perhaps none.
 struct Date {
     std::int64_t year = 0;
@@ -48,12 +57,13 @@ struct Date {
                 static_cast<unsigned>(date.day())};
     }
 
-    std::string toString() const {
-        std::array<char, 40> buffer{};
-        static_cast<void>(std::snprintf(buffer.data(), buffer.size(), "%s%04lld-%02lld-%02lld", year < 0 ? "-" : "",
-                                        static_cast<long long>(year < 0 ? -year : year), static_cast<long long>(month),
-                                        static_cast<long long>(day)));
-        return buffer.data();
+    void appendTo(std::string& text) const {
+        text += year < 0 ? "-" : "";
+        appendDigits(text, year < 0 ? -year : year, 4);
+        text += '-';
+        appendDigits(text, month, 2);
+        text += '-';
+        appendDigits(text, day, 2);
     }
 
 private:
@@ -165,9 +175,10 @@ private:
 } // namespace
 
 std::string textOf(year_month_day value) {
-    return Date{static_cast<int>(value.year()), static_cast<unsigned>(value.month()),
-                static_cast<unsigned>(value.day())}
-        .toString();
+    std::string text;
+    Date{static_cast<int>(value.year()), static_cast<unsigned>(value.month()), static_cast<unsigned>(value.day())}
+        .appendTo(text);
+    return text;
 }
 
 bool take(std::string_view text, year_month_day& value) {
@@ -190,12 +201,16 @@ std::string textOf(UtcTime value) {
     const std::int64_t days = flooredDivision(value.seconds, secondsPerDay);
     const std::int64_t seconds =
         value.seconds % secondsPerDay + (value.seconds % secondsPerDay < 0 ? secondsPerDay : 0);
-    std::array<char, 32> buffer{};
-    static_cast<void>(std::snprintf(buffer.data(), buffer.size(), "T%02d:%02d:%02d.%09d",
-                                    static_cast<int>(seconds / secondsPerMinute / minutesPerHour),
-                                    static_cast<int>(seconds / secondsPerMinute % minutesPerHour),
-                                    static_cast<int>(seconds % secondsPerMinute), static_cast<int>(value.nanoseconds)));
-    std::string text = Date::ofDay(days).toString() + buffer.data();
+    std::string text;
+    Date::ofDay(days).appendTo(text);
+    text += 'T';
+    appendDigits(text, seconds / secondsPerMinute / minutesPerHour, 2);
+    text += ':';
+    appendDigits(text, seconds / secondsPerMinute % minutesPerHour, 2);
+    text += ':';
+    appendDigits(text, seconds % secondsPerMinute, 2);
+    text += '.';
+    appendDigits(text, value.nanoseconds, 9);
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.') {
         text.pop_back();

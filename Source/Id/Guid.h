@@ -42,7 +42,9 @@ struct ORV_ID_EXPORT Guid {
 
 } // namespace orv
 
+/// @cond
 template <>
 struct std::hash<orv::Guid> {
     std::size_t operator()(const orv::Guid& id) const noexcept { return id.hash(); }
 };
+/// @endcond

@@ -32,7 +32,8 @@ public:
     /// The empty value.
     PropertyValue() = default;
 
-    // Each alternative converts to a value that holds it.
+    ///@{
+    /// Each alternative converts to a value that holds it.
     PropertyValue(int value) : content(value) {}
     PropertyValue(Logical value) : content(value) {}
     PropertyValue(bool value) : content(value) {}
@@ -43,6 +44,7 @@ public:
     PropertyValue(std::optional<bool> value) : content(value) {}
     PropertyValue(std::optional<double> value) : content(value) {}
     PropertyValue(std::optional<std::string> value) : content(std::move(value)) {}
+    ///@}
 
     /// A text, up to the first NUL; text must not be null.
     PropertyValue(const char* text) : content(std::string(text)) {}

@@ -13,6 +13,8 @@ namespace orv::xml::errorhandler {
 class ORV_XML_EXPORT ExceptionInterface {
 public:
     virtual ~ExceptionInterface() = default;
+
+    /// Takes the reason.
     virtual void report(std::string_view message) = 0;
 };
 
@@ -20,6 +22,8 @@ public:
 class ORV_XML_EXPORT ParseInterface {
 public:
     virtual ~ParseInterface() = default;
+
+    /// Takes the reason.
     virtual void report(std::string_view message) = 0;
 };
 
@@ -27,6 +31,8 @@ public:
 class ORV_XML_EXPORT WriteInterface {
 public:
     virtual ~WriteInterface() = default;
+
+    /// Takes the reason.
     virtual void report(std::string_view message) = 0;
 };
 

@@ -58,7 +58,10 @@ public:
     using const_Node::ChildNodesGet;
     using const_Node::NextSiblingGet;
 
+    /// The child nodes, as those of const_Node, to append to.
     NodeList ChildNodesGet();
+
+    /// The node after this one, as that of const_Node, to append to.
     std::optional<Node> NextSiblingGet();
 
     /// Appends a child element after the existing children and returns it. Any name will do; it comes back as it is.

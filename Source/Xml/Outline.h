@@ -26,6 +26,7 @@ public:
     /// The bytes of the document as parse was given them.
     const std::string& getSource() const { return source; }
 
+    /// The name of the root element.
     const std::string& getRootName() const { return rootName; }
 
     /// What stands around the content of the root.
@@ -46,6 +47,8 @@ public:
 
     /// The child elements of the root, by their number from 0.
     Part operator[](std::size_t number) const;
+
+    /// How many child elements the root has.
     std::size_t size() const { return elements.size(); }
 
 private:

@@ -1,34 +1,15 @@
 #include "Annotate/CommandTest.h"
 #include "FoundationClasses/IfcClass.h"
-#include "Utilities/FileLock.h"
 
-#include <chrono>
-#include <csignal>
-#include <map>
 #include <regex>
-#include <set>
-#include <sstream>
-#include <sys/resource.h>
-#include <thread>
 
 namespace annotate {
 namespace {
 
 using orv::tests::contentOf;
 using orv::tests::setContent;
-using orv::utilities::FileLock;
 
 class AnnotateTest : public CommandTest {};
-
-std::vector<std::string> models() {
-    std::vector<std::string> paths = {HOUSE};
-    if (std::filesystem::is_directory(REAL_MODELS)) {
-        for (const auto& entry : std::filesystem::directory_iterator(REAL_MODELS)) {
-            paths.push_back(entry.path());
-        }
-    }
-    return paths;
-}
 
 TEST_F(AnnotateTest, listsEveryObjectDefinitionOfTheFile) {
     for (const std::string& model : models()) {
@@ -68,153 +49,6 @@ TEST_F(AnnotateTest, showsWhatTheModelHoldsOfObjects) {
     expectRefusal({HOUSE, "show", door, "x"}, 1, "x isn't a GlobalId");
     expectRefusal({HOUSE, "show", door, "0aaaaaaaaaaaaaaaaaaaaa"}, 1, "There is no object 0aaaaaaaaaaaaaaaaaaaaa");
     expectRefusal({HOUSE, "show"}, 2, "GLOBALID");
-}
-
-TEST_F(AnnotateTest, bringsNotesBackAfterARestartInOrderWithEveryCharacter) {
-    const std::pair<const char*, const char*> texts[] = {
-        {"plain", "plain"},
-        {"  ", "  "},
-        {"a]]>b <&>", "a]]>b <&>"},
-        {"\t", "\\t"},
-        {"\r", "\\r"},
-        {"\n", "\\n"},
-        {"\r\n x \r", R"(\r\n x \r)"},
-        {"\x0b", "\\x0B"},
-        {"\x7f\xC2\x80\xC2\x9F\xC2\xA0", "\\x7F\\xC2\\x80\\xC2\\x9F\xC2\xA0"},
-        {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80"},
-        {"\xFF", "\\xFF"},
-        {"-1", "-1"},
-        {"[a,b]", "[a,b]"},
-        {"_x0041_", "_x0041_"},
-        {"\\n", "\\\\n"}};
-    for (const std::string& model : models()) {
-        std::filesystem::remove(store);
-        const std::string content = contentOf(model);
-        const std::string id = firstId(model);
-        EXPECT_EQ(run({model, "note", firstId(model, "IfcContext"), "another", "--store", store}).status, 0);
-        for (const auto& [text, shown] : texts) {
-            const Outcome added =
-                run({model, "note", "--store", store, "--priority", "-3", "--resolved", "--", id, text});
-            EXPECT_EQ(added.status, 0) << added.error;
-        }
-        std::istringstream lines(run({model, "notes", id, "--store", store}).output);
-        for (const auto& [text, shown] : texts) {
-            std::string line;
-            std::getline(lines, line);
-            EXPECT_TRUE(line.find('\t' + id + '\t') != std::string::npos &&
-                        line.find("\t-3\tresolved\t") != std::string::npos &&
-                        line.ends_with(std::string("Z\t") + shown))
-                << line << shown;
-        }
-        EXPECT_EQ(lines.peek(), EOF);
-        EXPECT_EQ(std::system((XMLLINT " --noout " + store).c_str()), 0);
-        EXPECT_TRUE(contentOf(model) == content);
-    }
-}
-
-TEST_F(AnnotateTest, bringsPropertyValuesBackAfterARestart) {
-    const std::pair<const char*, const char*> sets[] = {{"IfcWall", "Pset_WallCommon"},
-                                                        {"IfcDoor", "Pset_DoorCommon"},
-                                                        {"IfcSpace", "Pset_SpaceCommon"},
-                                                        {"IfcBuilding", "Pset_BuildingCommon"}};
-    for (const std::string& model : models()) {
-        std::map<std::string, std::string> ids;
-        for (const auto& [ifcClass, set] : sets) {
-            const std::string id = ids[set] = firstId(model, ifcClass);
-            EXPECT_EQ(run({model, "set", id, set, "Reference", "of " + id, "--store", store}).status, 0);
-        }
-        for (const auto& [set, id] : ids) {
-            EXPECT_EQ(run({model, "get", id, set, "Reference", "--store", store}).output, "of " + id + "\n");
-        }
-    }
-}
-
-TEST_F(AnnotateTest, setsEachKindOfPropertyWithItsCommandAndRefusesOtherValues) {
-    const std::string id = firstId(HOUSE, "IfcWall");
-    const auto argumentsOf = [&](const std::string& line) {
-        std::istringstream words(line);
-        std::string word;
-        std::getline(words, word, '|');
-        std::vector<std::string> arguments = {HOUSE, word, "--store", store, id};
-        while (std::getline(words, word, '|')) {
-            arguments.push_back(word);
-        }
-        return arguments;
-    };
-    const std::string list = "Pset_Address|AddressLines";
-    const std::string table = "Pset_AirTerminalPHistory|InductionRatio";
-    const std::pair<std::string, std::string> sets[] = {
-        {"set|Pset_WallCommon|FireRating|F60", ""},
-        {"set|Pset_WallCommon|FireRating|[010]", ""},
-        {"set-list|" + list + "|old", "annotate: Pset_Address is published for objects of other classes.\n"},
-        {"set-list|" + list + "|007|[a,b]|[]|b c",
-         "annotate: Pset_Address is published for objects of other classes.\n"},
-        {"set-table|" + table + "|5|6",
-         "annotate: Pset_AirTerminalPHistory is published for objects of other classes.\n"},
-        {"set-table|" + table + "|1|2.5|3|4",
-         "annotate: Pset_AirTerminalPHistory is published for objects of other classes.\n"},
-        {"set|Pset_WallCommon|Status|BROKEN",
-         "annotate: The values of Pset_WallCommon.Status are DEMOLISH;EXISTING;NEW;TEMPORARY;OTHER;NOTKNOWN;UNSET; "
-         "this isn't among them.\n"},
-    };
-    for (const auto& [line, remark] : sets) {
-        const Outcome outcome = run(argumentsOf(line));
-        EXPECT_EQ(outcome.status, 0) << line;
-        EXPECT_EQ(outcome.error, remark) << line;
-    }
-    const std::string content = contentOf(store);
-    const std::pair<std::string, std::string> refused[] = {
-        {"set|Pset_WallCommon|FireRate|F90", "Pset_WallCommon has no FireRate; did you mean FireRating?"},
-        {"get|Pset_WalCommon|FireRating", "There is no property set Pset_WalCommon; did you mean Pset_WallCommon?"},
-        {"set|Pset_WallCommon|ThermalTransmittance|warm",
-         "IfcThermalTransmittanceMeasure: numbers with a point, as in 0.24. What was given isn't one."},
-        {"set|Pset_AirTerminalBoxTypeCommon|AirPressureRange|1;x", "What was given isn't one. Nothing was stored."},
-        {"set|Pset_AirTerminalBoxTypeCommon|AirPressureRange|1;2;3;4", "three parts at most"},
-        {"set|" + list + "|a", "Use the command set-list"},
-        {"set-list|Pset_WallCommon|Status|NEW", "is of the kind enumerated. Use the command set."},
-        {"set|Pset_ActionRequest|RequestSourceName|a", "is of the kind reference"},
-        {"get|Pset_WallCommon|Combustible", "isn't set on " + id},
-    };
-    for (const auto& [line, error] : refused) {
-        expectRefusal(argumentsOf(line), 1, error);
-    }
-    expectRefusal(argumentsOf("set-table|" + table + "|1"), 2,
-                  "It takes GLOBALID PSET PROPERTY DEFINING DEFINED ...\n");
-    EXPECT_EQ(contentOf(store), content);
-    EXPECT_EQ(run(argumentsOf("get|Pset_WallCommon|FireRating")).output, "[010]\n");
-    EXPECT_EQ(run(argumentsOf("get|" + list)).output, "007\n[a,b]\n[]\nb c\n");
-    EXPECT_EQ(run(argumentsOf("get|" + table)).output, "1\t2.5\n3\t4\n");
-}
-
-TEST_F(AnnotateTest, readsWhatEarlierVersionsSetAndKeepsIt) {
-    const std::string id = "1jXyBr6EAquR0PHYXIrQ4_";
-    const auto edit = [&id](const std::string& name, const std::string& values) {
-        return "  <PropertyEdit>\n    <OwnerId>" + id + "</OwnerId>\n" + name + values + "  </PropertyEdit>\n";
-    };
-    const std::string rating = "    <PropertySet>Pset_WallCommon</PropertySet>\n    <Property>FireRating</Property>\n";
-    const std::string ratio =
-        "    <PropertySet>Pset_AirTerminalPHistory</PropertySet>\n    <Property>InductionRatio</Property>\n";
-    const std::string lines = "    <PropertySet>Pset_Address</PropertySet>\n    <Property>AddressLines</Property>\n";
-    const std::string earlier = edit(rating, "    <Form>single</Form>\n    <Value>F30</Value>\n") +
-                                edit(rating, "    <Form>single</Form>\n    <Value>F60</Value>\n") +
-                                edit(ratio, "    <Form>table</Form>\n    <Value>1</Value>\n    <Value>2.5</Value>\n") +
-                                edit(lines, "    <Form>list</Form>\n    <Value>a</Value>\n    <Value>b</Value>\n");
-    setContent(store, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Enhancements>\n" + earlier + "</Enhancements>\n");
-    const auto get = [&](const std::string& set, const std::string& property) {
-        return run({HOUSE, "get", id, set, property, "--store", store}).output;
-    };
-    EXPECT_EQ(get("Pset_WallCommon", "FireRating"), "F60\n");
-    EXPECT_EQ(get("Pset_AirTerminalPHistory", "InductionRatio"), "1\t2.5\n");
-    EXPECT_EQ(get("Pset_Address", "AddressLines"), "a\nb\n");
-    EXPECT_EQ(run({HOUSE, "set", id, "Pset_WallCommon", "FireRating", "F90", "--store", store}).status, 0);
-    EXPECT_EQ(get("Pset_WallCommon", "FireRating"), "F90\n");
-    EXPECT_NE(contentOf(store).find(earlier), std::string::npos) << contentOf(store);
-}
-
-TEST_F(AnnotateTest, listsTheDefinitionsWithoutAModel) {
-    EXPECT_EQ(lineCount(run({"definitions"}).output), 4501U);
-    const std::string walls = run({"definitions", "Pset_WallCommon"}).output;
-    EXPECT_NE(walls.find("Pset_WallCommon\tFireRating\tsingle\tIfcLabel\t"), std::string::npos) << walls;
 }
 
 TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
@@ -257,21 +91,6 @@ TEST_F(AnnotateTest, refusesInASentenceAndChangesNothing) {
     EXPECT_FALSE(std::filesystem::exists(store));
     EXPECT_EQ(contentOf(garbage), "no document");
     EXPECT_EQ(contentOf(other), "<Other/>");
-}
-
-TEST_F(AnnotateTest, tellsThatANoteDidNotGetIntoTheFile) {
-    const std::string id = firstId(HOUSE);
-    EXPECT_EQ(run({HOUSE, "note", id, "first", "--store", store}).status, 0);
-    const std::string content = contentOf(store);
-    auto held = FileLock::tryLock(store, true, FileLock::Access::Read);
-    expectRefusal({HOUSE, "note", id, "second", "--store", store}, 1, "is locked by another program");
-    EXPECT_EQ(lineCount(run({HOUSE, "notes", "--store", store}).output), 1U);
-    held.reset();
-    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-    const rlimit limit{content.size() + 50, RLIM_INFINITY};
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    expectRefusal({HOUSE, "note", id, "second", "--store", store}, 1, "It didn't get into " + store);
-    EXPECT_EQ(contentOf(store), content);
 }
 
 TEST_F(AnnotateTest, keepsTheStoreBesideTheModelUnlessItIsNamed) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -68,6 +69,17 @@ protected:
     orv::tests::TemporaryDirectory directory;
     std::string store = directory / "notes.xml";
 };
+
+/// The house, and the models in ORV_REAL_MODELS.
+inline std::vector<std::string> models() {
+    std::vector<std::string> paths = {HOUSE};
+    if (const char* const others = std::getenv("ORV_REAL_MODELS")) {
+        for (const auto& entry : std::filesystem::directory_iterator(others)) {
+            paths.push_back(entry.path());
+        }
+    }
+    return paths;
+}
 
 inline std::size_t lineCount(const std::string& text) {
     return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));

@@ -92,8 +92,12 @@ public:
     /// nothing happens.
     ORV_ENHANCEMENTS_EXPORT void setValue(const Guid& guid, const std::string& pset, const std::string& property,
                                           const object::PropertyValue& value);
+
+    /// The same for a list property.
     ORV_ENHANCEMENTS_EXPORT void setValue(const Guid& guid, const std::string& pset, const std::string& property,
                                           const std::vector<object::PropertyValue>& values);
+
+    /// The same for a table property.
     ORV_ENHANCEMENTS_EXPORT void
     setValue(const Guid& guid, const std::string& pset, const std::string& property,
              const std::vector<std::pair<object::PropertyValue, object::PropertyValue>>& values);

@@ -1,0 +1,30 @@
+# Gives each package, before it is closed, the documents that Debian wants, compressed as it wants them.
+
+set(sources ${CMAKE_CURRENT_LIST_DIR})
+set(readable FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+
+function(compress input output)
+    execute_process(COMMAND gzip -9nc ${input} OUTPUT_FILE ${output} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
+set(changelog ${CPACK_TEMPORARY_DIRECTORY}/changelog)
+configure_file(${sources}/changelog.in ${changelog} @ONLY)
+
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+    string(TOUPPER ${component} upper)
+    set(package ${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
+    set(share ${CPACK_TEMPORARY_DIRECTORY}/${component}/usr/share)
+    file(COPY ${sources}/copyright DESTINATION ${share}/doc/${package} ${readable})
+    compress(${sources}/../../CHANGELOG.md ${share}/doc/${package}/changelog.gz)
+    compress(${changelog} ${share}/doc/${package}/changelog.Debian.gz)
+    if(EXISTS ${sources}/${component}.lintian-overrides)
+        file(COPY ${sources}/${component}.lintian-overrides DESTINATION ${share}/lintian/overrides ${readable})
+        file(RENAME ${share}/lintian/overrides/${component}.lintian-overrides ${share}/lintian/overrides/${package})
+    endif()
+    file(GLOB pages ${share}/man/man*/*.[1-9])
+    foreach(page IN LISTS pages)
+        compress(${page} ${page}.gz)
+        file(REMOVE ${page})
+    endforeach()
+endforeach()
