@@ -25,7 +25,7 @@ public:
 private:
     /// Returns true once the turn has come or can't be had, false if that takes longer.
     bool await(const std::filesystem::path& folder, std::chrono::milliseconds patience);
-    void end();
+    void end() const;
 
     std::intptr_t held = -1; // as the platform numbers it; -1 if it has none
 };

@@ -38,7 +38,7 @@ bool Turn::await(const std::filesystem::path& folder, std::chrono::milliseconds 
     return true;
 }
 
-void Turn::end() {
+void Turn::end() const {
     if (held != -1) {
         ::close(static_cast<int>(held));
     }

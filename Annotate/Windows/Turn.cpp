@@ -44,7 +44,7 @@ bool Turn::await(const std::filesystem::path& folder, std::chrono::milliseconds 
     return true;
 }
 
-void Turn::end() {
+void Turn::end() const {
     if (held != -1) {
         const auto mutex = reinterpret_cast<HANDLE>(held); // NOLINT(performance-no-int-to-ptr)
         ::ReleaseMutex(mutex);

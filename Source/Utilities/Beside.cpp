@@ -29,7 +29,7 @@ fs::path beside(const fs::path& path, std::string_view mark, std::size_t room) {
     if (name.size() + mark.size() + room <= maximumName) {
         return fs::path(path).concat(mark);
     }
-    std::uint64_t digest = Digest::of({reinterpret_cast<const char*>(name.data()), name.size()}).first;
+    std::uint64_t digest = Digest::of(std::string(name.begin(), name.end())).first;
     std::size_t kept = maximumName - mark.size() - room - digits - 1;
     while (kept > 0 && (static_cast<unsigned char>(name[kept]) & 0xc0U) == 0x80U) {
         --kept; // not within a character of UTF-8
