@@ -19,7 +19,7 @@ RequestError damaged(const std::filesystem::path& path) {
 
 ::zip_t* openArchive(const std::filesystem::path& path) {
     int code = 0;
-    ::zip_t* const archive = ::zip_open(path.c_str(), ZIP_RDONLY, &code);
+    ::zip_t* const archive = ::zip_open(path.string().c_str(), ZIP_RDONLY, &code);
     if (archive == nullptr) {
         if (code == ZIP_ER_NOENT || code == ZIP_ER_OPEN || code == ZIP_ER_READ) {
             throw RequestError(path.string() + " can't be read. Check its name.");
