@@ -19,7 +19,7 @@ namespace annotate {
 namespace {
 
 /// Parts of a time are milliseconds here. One without a time zone is taken as UTC.
-std::optional<Time> timeIn(const std::string& text) {
+std::optional<Time> momentIn(const std::string& text) {
     std::string_view rest = orv::host::trimmed(text);
     std::string time(rest.substr(0, rest.find('.')));
     rest.remove_prefix(time.size());
@@ -127,7 +127,7 @@ private:
             ++read.leftOut["priorities that aren't whole numbers"];
         }
         note.author = element.textOf("CreationAuthor");
-        note.made = timeIn(element.textOf("CreationDate"));
+        note.made = momentIn(element.textOf("CreationDate"));
         takeChange(element, note);
         return topic;
     }
@@ -142,7 +142,7 @@ private:
             return;
         }
         note.author = element.textOf("Author");
-        note.made = timeIn(element.textOf("Date"));
+        note.made = momentIn(element.textOf("Date"));
         note.id = idIn(element.attribute("Guid"), note.author + element.textOf("Date") + note.text);
         note.resolved = about.resolved;
         takeChange(element, note);
@@ -155,7 +155,7 @@ private:
     }
 
     static void takeChange(const XmlElement& element, Note& note) {
-        note.changed = timeIn(element.textOf("ModifiedDate"));
+        note.changed = momentIn(element.textOf("ModifiedDate"));
         note.changedBy = note.changed ? element.textOf("ModifiedAuthor") : "";
     }
 
