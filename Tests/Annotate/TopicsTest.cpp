@@ -232,7 +232,7 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
          "annotate: Left out: priorities that aren't whole numbers (1).\n"
          "annotate: Left out: snapshots (1).\n"
          "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\teva@example.org\t"
-         "2014-10-16T13:10:56Z\tGap\\n\\nBetween both\n"},
+         "2014-10-16T13:10:56Z\t\t\tGap\\n\\nBetween both\n"},
         {"2.1, with comments, finer times and a zone",
          {{"bcf.version", "<Version VersionId='2.1'/>"},
           {"t/markup.bcf",
@@ -251,8 +251,8 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
          "annotate: Left out: comments without a text (1).\n"
          "annotate: Left out: due dates (1).\n"
          "annotate: Left out: labels (1).\n"
-         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tEva\t2020-02-01T00:30:00Z\tGap\n"
-         "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tMax\t2020-02-02T00:00:00Z\tSeen.\n"},
+         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tEva\t2020-02-01T00:30:00Z\t\t\tGap\n"
+         "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tMax\t2020-02-02T00:00:00Z\t\t\tSeen.\n"},
         {"3.0, one on no object of the model, one twice, with a namespace",
          {{"bcf.version", "<Version VersionId='3.0'/>"},
           {"a/markup.bcf",
@@ -268,7 +268,7 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
          "annotate: Not placed, as the model has none of its objects: Elsewhere\n"
          "annotate: Left out: labels (2).\n"
          "annotate: Left out: topics and comments that come twice (1).\n"
-         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\t\t\tHere it is\n"},
+         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\t\t\t\t\tHere it is\n"},
     };
     for (const Case& each : cases) {
         std::filesystem::remove(store);
@@ -289,17 +289,18 @@ TEST_F(TopicsTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
     };
     const std::string note = "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\t";
     EXPECT_EQ(imported(topic("Gap", "", "Open")),
-              "1 note added and 0 changed in notes.xml.\n" + note + "open\tEva\t2020-01-01T00:00:00Z\tGap\n");
+              "1 note added and 0 changed in notes.xml.\n" + note + "open\tEva\t2020-01-01T00:00:00Z\t\t\tGap\n");
     EXPECT_EQ(imported(topic("Gap",
                              "<ModifiedDate>2020-01-02T00:00:00Z</ModifiedDate>"
                              "<ModifiedAuthor>Max</ModifiedAuthor>",
                              "Closed")),
-              "0 notes added and 1 changed in notes.xml.\n" + note + "resolved\tEva\t2020-01-01T00:00:00Z\tGap\n");
+              "0 notes added and 1 changed in notes.xml.\n" + note +
+                  "resolved\tEva\t2020-01-01T00:00:00Z\tMax\t2020-01-02T00:00:00Z\tGap\n");
     EXPECT_EQ(imported(topic("Old", "<ModifiedDate>2020-01-02T00:00:00Z</ModifiedDate>", "Open")),
               "Nothing was stored.\nannotate: Note 1 stays, as it was changed here since the topic was.\n" + note +
-                  "resolved\tEva\t2020-01-01T00:00:00Z\tGap\n");
+                  "resolved\tEva\t2020-01-01T00:00:00Z\tMax\t2020-01-02T00:00:00Z\tGap\n");
     EXPECT_EQ(runOn(store, {"undo"}).output, "Taken back: import " + (directory / "in.bcf").string() + ".\n");
-    EXPECT_EQ(runOn(store, {"notes"}).output, note + "open\tEva\t2020-01-01T00:00:00Z\tGap\n");
+    EXPECT_EQ(runOn(store, {"notes"}).output, note + "open\tEva\t2020-01-01T00:00:00Z\t\t\tGap\n");
 }
 
 TEST_F(TopicsTest, areRefusedInASentenceIfTheArchiveIsBad) {
