@@ -1,6 +1,5 @@
 #include "Annotate/TopicsImport.h"
 
-#include "Annotate/HtmlText.h"
 #include "Annotate/Interruption.h"
 #include "Annotate/Model.h"
 #include "Annotate/Notes.h"
@@ -23,8 +22,7 @@ std::optional<Time> lastChange(const Note& note) {
 
 /// Whether a topic tells what the note does.
 bool isSame(const Note& note, const Note& topic) {
-    // What a document can't hold comes back as htmlText leaves it.
-    return htmlText(textOf(titledText(note.text))) == htmlText(topic.text) && note.priority == topic.priority &&
+    return textOf(titledText(note.text)) == topic.text && note.priority == topic.priority &&
            note.resolved == topic.resolved;
 }
 

@@ -96,7 +96,7 @@ TEST_F(TopicsTest, areNotesForOtherPrograms) {
 <CreationDate>TIME</CreationDate>
 <CreationAuthor>Anna</CreationAuthor>
 <Description>Is it load-bearing?
-Ask &lt;Ben&gt; &amp; &quot;Cleo&quot;.</Description>
+Ask &lt;Ben&gt; &amp; "Cleo".</Description>
 <Viewpoints>
 <ViewPoint Guid="ID">
 <Viewpoint>viewpoint.bcfv</Viewpoint>
@@ -160,6 +160,8 @@ TEST_F(TopicsTest, comeBackAsTheyWere) {
     runOn(store, {"note", door, "  Two lines,\n\nof which one is " + std::string(200, 'l') + "ong  "});
     runOn(store, {"note", project, "On no place"});
     runOn(store, {"note", door, "   "});
+    runOn(store, {"note", door, "See\n\nObject: IfcWall, GlobalId 1jXyBr6EAquR0PHYXIrQ4_"});
+    runOn(store, {"note", door, "\x01\r\n\xff \xEF\xBF\xBE _x0041_ _x005F_ <&>]]>\n"});
     runOn(store, {"resolve", "1", "3", "--author", "Ben"});
     for (const char* const version : {"3.0", "2.1"}) {
         const std::string archive = directory / "out.bcf";
@@ -167,10 +169,41 @@ TEST_F(TopicsTest, comeBackAsTheyWere) {
         const std::string other = directory / (std::string(version) + ".xml");
         ASSERT_EQ(runOn(store, {"export", archive, "--bcf", version}).status, 0);
         EXPECT_EQ(runOn(other, {"import", archive}).error, "");
+        EXPECT_EQ(runOn(other, {"notes"}).output, runOn(store, {"notes"}).output);
         ASSERT_EQ(runOn(other, {"export", again, "--bcf", version}).status, 0);
         EXPECT_EQ(contentOf(again), contentOf(archive)) << version;
         EXPECT_NE(contentOf(archive), "");
-        EXPECT_EQ(runOn(store, {"import", archive}).output, "Nothing was stored. 4 notes were like that already.\n");
+        EXPECT_EQ(runOn(store, {"import", archive}).output, "Nothing was stored. 6 notes were like that already.\n");
+    }
+}
+
+TEST_F(TopicsTest, areValidByTheSchemas) {
+    const char* const schemas = std::getenv("ORV_BCF_SCHEMAS");
+    if (schemas == nullptr) {
+        GTEST_SKIP() << "ORV_BCF_SCHEMAS doesn't name the folder of the schemas.";
+    }
+    runOn(store, {"note", wall, "Is it load-bearing?", "--priority", "-2"});
+    runOn(store, {"note", project, "On no place"});
+    runOn(store, {"note", door, " \t"});
+    runOn(store, {"note", door, "\x01\xff"});
+    runOn(store, {"resolve", "1", "--author", "Ben"});
+    const std::pair<const char*, const char*> versions[] = {{"2.1", "/xsd21/"}, {"3.0", "/xsd30/"}};
+    for (const auto& [version, folder] : versions) {
+        const std::string path = directory / "out.bcf";
+        ASSERT_EQ(runOn(store, {"export", path, "--bcf", version}).status, 0);
+        const ZipArchive archive(path);
+        for (std::size_t place = 0; place < archive.getNames().size(); ++place) {
+            const std::string& name = archive.getNames()[place];
+            const std::string schema = name.ends_with("markup.bcf") ? "markup.xsd"
+                                       : name.ends_with(".bcfv")    ? "visinfo.xsd"
+                                       : name == "bcf.version"      ? "version.xsd"
+                                                                    : "extensions.xsd";
+            const std::string document = directory / "document.xml";
+            setContent(document, archive.contentOf(place));
+            const std::string command =
+                std::string(XMLLINT " --noout --schema ") + schemas + folder + schema + ' ' + document + " 2>&1";
+            EXPECT_EQ(std::system(command.c_str()), 0) << version << ' ' << name;
+        }
     }
 }
 
@@ -219,8 +252,8 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
          "annotate: Left out: comments without a text (1).\n"
          "annotate: Left out: due dates (1).\n"
          "annotate: Left out: labels (1).\n"
-         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tEva\t2020-02-01T00:30:00Z\t\t\tGap\n"
-         "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tMax\t2020-02-02T00:00:00Z\t\t\tSeen.\n"},
+         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tEva\t2020-02-01T00:30:00Z\t\t\tGap\n"
+         "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tMax\t2020-02-02T00:00:00Z\t\t\tSeen.\n"},
         {"3.0, one on no object of the model, one twice, with a namespace",
          {{"bcf.version", "<Version VersionId='3.0'/>"},
           {"a/markup.bcf",
