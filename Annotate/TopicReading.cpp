@@ -135,7 +135,7 @@ private:
             ++read.leftOut["priorities that aren't whole numbers"];
         }
         note.author = textIn(element, "CreationAuthor");
-        note.made = timeIn(element.textOf("CreationDate"));
+        note.made = momentIn(element.textOf("CreationDate"));
         takeChange(element, note);
         return topic;
     }
@@ -150,7 +150,7 @@ private:
             return;
         }
         note.author = textIn(element, "Author");
-        note.made = timeIn(element.textOf("Date"));
+        note.made = momentIn(element.textOf("Date"));
         note.id = idIn(element.attribute("Guid"), note.author + element.textOf("Date") + note.text);
         note.resolved = about.resolved;
         takeChange(element, note);
@@ -163,7 +163,7 @@ private:
     }
 
     static void takeChange(const XmlElement& element, Note& note) {
-        note.changed = timeIn(element.textOf("ModifiedDate"));
+        note.changed = momentIn(element.textOf("ModifiedDate"));
         note.changedBy = note.changed ? textIn(element, "ModifiedAuthor") : "";
     }
 
