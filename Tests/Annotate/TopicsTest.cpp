@@ -252,8 +252,8 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
          "annotate: Left out: comments without a text (1).\n"
          "annotate: Left out: due dates (1).\n"
          "annotate: Left out: labels (1).\n"
-         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tEva\t2020-02-01T00:30:00Z\t\t\tGap\n"
-         "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tMax\t2020-02-02T00:00:00Z\t\t\tSeen.\n"},
+         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tEva\t2020-02-01T00:30:00Z\t\t\tGap\n"
+         "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tMax\t2020-02-02T00:00:00Z\t\t\tSeen.\n"},
         {"3.0, one on no object of the model, one twice, with a namespace",
          {{"bcf.version", "<Version VersionId='3.0'/>"},
           {"a/markup.bcf",
