@@ -25,7 +25,7 @@ double numberOf(const PropertyValue& value) {
     return number;
 }
 
-std::vector<std::string> remarksOn(const Definition& definition, const Outcome& outcome) {
+std::vector<std::string> remarksOnOutcome(const Definition& definition, const Outcome& outcome) {
     std::vector<std::string> remarks;
     if (outcome.isOutsideEnumeration) {
         remarks.push_back("The values of " + fullName(definition) + " are " +
@@ -135,7 +135,7 @@ std::string remarkOnRows(const Definition& definition, const PropertyEdit& edit)
 
 std::vector<std::string> remarksOn(const Definition& definition, const orv::host::Outcome& outcome,
                                    const PropertyEdit& edit) {
-    std::vector<std::string> remarks = remarksOn(definition, outcome);
+    std::vector<std::string> remarks = remarksOnOutcome(definition, outcome);
     const std::string remark = edit.form == PropertyEdit::Form::Bounded ? remarkOnBounds(definition, edit)
                                : edit.form == PropertyEdit::Form::Table ? remarkOnRows(definition, edit)
                                                                         : "";
