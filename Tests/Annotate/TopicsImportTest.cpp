@@ -1,8 +1,7 @@
-#include "Annotate/CommandTest.h"
+#include "Annotate/HouseTest.h"
 #include "Annotate/ZipArchive.h"
 
 #include <regex>
-#include <zip.h>
 
 namespace annotate {
 namespace {
@@ -13,11 +12,7 @@ using orv::tests::setContent;
 /// The names of files and what they hold.
 using Files = std::vector<std::pair<std::string, std::string>>;
 
-constexpr const char* wall = "1jXyBr6EAquR0PHYXIrQ4_";
-constexpr const char* door = "2b_TX4KeSUsSwjWBToxytC";
-constexpr const char* project = "0LeYZ57GppGnMF4TCfOPic";
-
-class TopicsTest : public CommandTest {
+class TopicsImportTest : public HouseTest {
 protected:
     std::string pack(const Files& files, const std::string& name = "in.bcf") const {
         NewZipArchive made;
@@ -28,31 +23,12 @@ protected:
         return directory / name;
     }
 
-    Outcome runOn(const std::string& storeFile, std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), HOUSE);
-        arguments.insert(arguments.end(), {"--store", storeFile});
-        return run(arguments);
-    }
-
     /// What is printed of the import, and the notes then: object, state, priority, author, text.
     std::string imported(const std::string& archive) const {
         const Outcome outcome = runOn(store, {"import", archive});
         const std::regex folder((directory / "").string());
         const std::string told = std::regex_replace(outcome.output + outcome.error, folder, "");
         return told + runOn(store, {"notes"}).output;
-    }
-
-    /// The content of an entry, with ids and times told as such.
-    static std::string entry(const std::string& archive, const std::string& ending) {
-        const ZipArchive read(archive);
-        for (std::size_t place = 0; place < read.getNames().size(); ++place) {
-            if (read.getNames()[place].ends_with(ending)) {
-                const std::regex id("[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}");
-                const std::regex time("20[0-9]{2}-[0-9]{2}-[0-9]{2}T[0-9:.]+Z");
-                return std::regex_replace(std::regex_replace(read.contentOf(place), id, "ID"), time, "TIME");
-            }
-        }
-        return "no such entry";
     }
 };
 
@@ -71,150 +47,14 @@ std::string viewpointOf(const std::string& globalIds) {
            "</Components></VisualizationInfo>";
 }
 
-TEST_F(TopicsTest, areNotesForOtherPrograms) {
-    runOn(store, {"note", wall, "Is it load-bearing?\nAsk <Ben> & \"Cleo\".", "--priority", "2"});
-    runOn(store, {"note", project, "Who signs?"});
-    runOn(store, {"resolve", "2", "--author", "Ben"});
-    const std::string archive = directory / "out.bcf";
-    EXPECT_EQ(runOn(store, {"export", archive}).error,
-              "annotate: The objects of 1 topic have no place to look at, and are named in the description.\n");
-    EXPECT_EQ(entry(archive, "bcf.version"),
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Version VersionId=\"3.0\"/>\n");
-    EXPECT_EQ(entry(archive, "markup.bcf"),
-              R"(<?xml version="1.0" encoding="UTF-8"?>
-<Markup>
-<Header>
-<Files>
-<File IfcProject="0LeYZ57GppGnMF4TCfOPic" IsExternal="true">
-<Filename>House.ifc</Filename>
-</File>
-</Files>
-</Header>
-<Topic Guid="ID" TopicType="Remark" TopicStatus="Open">
-<Title>Is it load-bearing?</Title>
-<Priority>2</Priority>
-<CreationDate>TIME</CreationDate>
-<CreationAuthor>Anna</CreationAuthor>
-<Description>Is it load-bearing?
-Ask &lt;Ben&gt; &amp; "Cleo".</Description>
-<Viewpoints>
-<ViewPoint Guid="ID">
-<Viewpoint>viewpoint.bcfv</Viewpoint>
-</ViewPoint>
-</Viewpoints>
-</Topic>
-</Markup>
-)");
-    EXPECT_EQ(entry(archive, "viewpoint.bcfv"),
-              R"(<?xml version="1.0" encoding="UTF-8"?>
-<VisualizationInfo Guid="ID">
-<Components>
-<Selection>
-<Component IfcGuid="1jXyBr6EAquR0PHYXIrQ4_"/>
-</Selection>
-<Visibility DefaultVisibility="true"/>
-</Components>
-<PerspectiveCamera>
-<CameraViewPoint>
-<X>8</X>
-<Y>-7.85</Y>
-<Z>4</Z>
-</CameraViewPoint>
-<CameraDirection>
-<X>-0.6666666666666666</X>
-<Y>0.6666666666666666</Y>
-<Z>-0.3333333333333333</Z>
-</CameraDirection>
-<CameraUpVector>
-<X>-0.2357022603955158</X>
-<Y>0.2357022603955158</Y>
-<Z>0.9428090415820632</Z>
-</CameraUpVector>
-<FieldOfView>60</FieldOfView>
-<AspectRatio>1.5</AspectRatio>
-</PerspectiveCamera>
-</VisualizationInfo>
-)");
-    EXPECT_EQ(entry(archive, "extensions.xml"), R"(<?xml version="1.0" encoding="UTF-8"?>
-<Extensions>
-<TopicTypes>
-<TopicType>Remark</TopicType>
-</TopicTypes>
-<TopicStatuses>
-<TopicStatus>Open</TopicStatus>
-<TopicStatus>Closed</TopicStatus>
-</TopicStatuses>
-<Priorities>
-<Priority>2</Priority>
-</Priorities>
-<Users>
-<User>Anna</User>
-<User>Ben</User>
-</Users>
-</Extensions>
-)");
-}
-
-TEST_F(TopicsTest, comeBackAsTheyWere) {
-    runOn(store, {"note", wall, "Is it load-bearing?", "--priority", "-2"});
-    runOn(store, {"note", door, "  Two lines,\n\nof which one is " + std::string(200, 'l') + "ong  "});
-    runOn(store, {"note", project, "On no place"});
-    runOn(store, {"note", door, "   "});
-    runOn(store, {"note", door, "See\n\nObject: IfcWall, GlobalId 1jXyBr6EAquR0PHYXIrQ4_"});
-    runOn(store, {"note", door, "\x01\r\n\xff \xEF\xBF\xBE _x0041_ _x005F_ <&>]]>\n"});
-    runOn(store, {"resolve", "1", "3", "--author", "Ben"});
-    for (const char* const version : {"3.0", "2.1"}) {
-        const std::string archive = directory / "out.bcf";
-        const std::string again = directory / "again.bcf";
-        const std::string other = directory / (std::string(version) + ".xml");
-        ASSERT_EQ(runOn(store, {"export", archive, "--bcf", version}).status, 0);
-        EXPECT_EQ(runOn(other, {"import", archive}).error, "");
-        EXPECT_EQ(runOn(other, {"notes"}).output, runOn(store, {"notes"}).output);
-        ASSERT_EQ(runOn(other, {"export", again, "--bcf", version}).status, 0);
-        EXPECT_EQ(contentOf(again), contentOf(archive)) << version;
-        EXPECT_NE(contentOf(archive), "");
-        EXPECT_EQ(runOn(store, {"import", archive}).output, "Nothing was stored. 6 notes were like that already.\n");
-    }
-}
-
-TEST_F(TopicsTest, areValidByTheSchemas) {
-    const char* const schemas = std::getenv("ORV_BCF_SCHEMAS");
-    if (schemas == nullptr) {
-        GTEST_SKIP() << "ORV_BCF_SCHEMAS doesn't name the folder of the schemas.";
-    }
-    runOn(store, {"note", wall, "Is it load-bearing?", "--priority", "-2"});
-    runOn(store, {"note", project, "On no place"});
-    runOn(store, {"note", door, " \t"});
-    runOn(store, {"note", door, "\x01\xff"});
-    runOn(store, {"resolve", "1", "--author", "Ben"});
-    const std::pair<const char*, const char*> versions[] = {{"2.1", "/xsd21/"}, {"3.0", "/xsd30/"}};
-    for (const auto& [version, folder] : versions) {
-        const std::string path = directory / "out.bcf";
-        ASSERT_EQ(runOn(store, {"export", path, "--bcf", version}).status, 0);
-        const ZipArchive archive(path);
-        for (std::size_t place = 0; place < archive.getNames().size(); ++place) {
-            const std::string& name = archive.getNames()[place];
-            const std::string schema = name.ends_with("markup.bcf") ? "markup.xsd"
-                                       : name.ends_with(".bcfv")    ? "visinfo.xsd"
-                                       : name == "bcf.version"      ? "version.xsd"
-                                                                    : "extensions.xsd";
-            const std::string document = directory / "document.xml";
-            setContent(document, archive.contentOf(place));
-            const std::string command =
-                std::string(XMLLINT " --noout --schema ") + schemas + folder + schema + ' ' + document + " 2>&1";
-            EXPECT_EQ(std::system(command.c_str()), 0) << version << ' ' << name;
-        }
-    }
-}
-
-TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
+TEST_F(TopicsImportTest, areReadAsOtherProgramsWriteThem) {
     struct Case {
         const char* name;
         Files files;
         std::string told;
     };
-    const std::string selection =
-        "<Selection><Component IfcGuid='" + std::string(door) + "'/><Component IfcGuid='" + wall + "'/></Selection>";
+    const std::string selection = "<Selection><Component IfcGuid='" + std::string(doorOfHouse) +
+                                  "'/><Component IfcGuid='" + wallOfHouse + "'/></Selection>";
     const Case cases[] = {
         {"2.0, with its own way of selecting, in a folder within a folder",
          {{"export\\" + std::string(topicId) + "\\markup.bcf",
@@ -224,10 +64,11 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
                   "<Viewpoints Guid='" + std::string(otherId) +
                       "'><Viewpoint>v.bcfv</Viewpoint><Snapshot>s.png</Snapshot></Viewpoints>",
                   "closed")},
-          {"export\\" + std::string(topicId) + "\\v.bcfv", viewpointOf("<Component IfcGuid='" + std::string(wall) +
-                                                                       "' Selected='false'/><Component Selected='true' "
-                                                                       "IfcGuid='" +
-                                                                       door + "'/>")}},
+          {"export\\" + std::string(topicId) + "\\v.bcfv",
+           viewpointOf("<Component IfcGuid='" + std::string(wallOfHouse) +
+                       "' Selected='false'/><Component Selected='true' "
+                       "IfcGuid='" +
+                       doorOfHouse + "'/>")}},
          "1 note added and 0 changed in notes.xml.\n"
          "annotate: Left out: priorities that aren't whole numbers (1).\n"
          "annotate: Left out: snapshots (1).\n"
@@ -277,7 +118,7 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
     }
 }
 
-TEST_F(TopicsTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
+TEST_F(TopicsImportTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
     const auto topic = [this](const std::string& text, const std::string& modified, const char* status) {
         return pack(
             {{"t/markup.bcf", markup(topicId,
@@ -286,7 +127,8 @@ TEST_F(TopicsTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
                                          "<CreationAuthor>Eva</CreationAuthor>" +
                                          modified,
                                      "<Viewpoints Guid='v'><Viewpoint>v.bcfv</Viewpoint></Viewpoints>", status)},
-             {"t/v.bcfv", viewpointOf("<Selection><Component IfcGuid='" + std::string(door) + "'/></Selection>")}});
+             {"t/v.bcfv",
+              viewpointOf("<Selection><Component IfcGuid='" + std::string(doorOfHouse) + "'/></Selection>")}});
     };
     const std::string note = "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\t";
     EXPECT_EQ(imported(topic("Gap", "", "Open")),
@@ -304,7 +146,7 @@ TEST_F(TopicsTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
     EXPECT_EQ(runOn(store, {"notes"}).output, note + "open\tEva\t2020-01-01T00:00:00Z\t\t\tGap\n");
 }
 
-TEST_F(TopicsTest, areRefusedInASentenceIfTheArchiveIsBad) {
+TEST_F(TopicsImportTest, areRefusedInASentenceIfTheArchiveIsBad) {
     struct Case {
         Files files;
         const char* message;
