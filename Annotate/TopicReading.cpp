@@ -74,7 +74,7 @@ public:
     }
 
 private:
-    XmlElement document(const std::string& name) const {
+    XmlElement document(const std::string& name) {
         try {
             return readXml(archive.contentOf(places.at(name)));
         } catch (const XmlError& error) {
@@ -82,7 +82,7 @@ private:
         }
     }
 
-    void requireVersion() const {
+    void requireVersion() {
         for (const std::string& name : archive.getNames()) {
             if (equalsInAnyCase(std::filesystem::path(name).filename().string(), "bcf.version")) {
                 const std::string version = document(name).attribute("VersionId");
@@ -145,10 +145,6 @@ private:
         Topic comment;
         Note& note = comment.note;
         note.text = textIn(element, "Comment");
-        if (note.text.empty()) {
-            ++read.leftOut["comments without a text"];
-            return;
-        }
         note.author = textIn(element, "Author");
         note.made = momentIn(element.textOf("Date"));
         note.id = idIn(element.attribute("Guid"), note.author + element.textOf("Date") + note.text);
@@ -173,7 +169,9 @@ private:
     }
 
     void add(Topic topic) {
-        if (known.insert(*topic.note.id).second) {
+        if (topic.note.text.empty()) {
+            ++read.leftOut["topics and comments without a text"];
+        } else if (known.insert(*topic.note.id).second) {
             read.topics.push_back(std::move(topic));
         } else {
             ++read.leftOut["topics and comments that come twice"];

@@ -12,6 +12,8 @@ namespace {
 
 /// Of a file, unpacked. What people write is a thousandth of that.
 constexpr std::uint64_t maximumSize = 64UL * 1024 * 1024;
+/// Of all files that are read.
+constexpr std::uint64_t maximumTotal = 4 * maximumSize;
 
 RequestError damagedArchive(const std::filesystem::path& path) {
     return RequestError(path.string() + " is a zip archive that is cut off or damaged. Fetch it again.");
@@ -59,7 +61,7 @@ ZipArchive::ZipArchive(std::filesystem::path archivePath)
     }
 }
 
-std::string ZipArchive::contentOf(std::size_t place) const {
+std::string ZipArchive::contentOf(std::size_t place) {
     ::zip_stat_t entry{};
     constexpr ::zip_uint64_t needed = ZIP_STAT_SIZE | ZIP_STAT_ENCRYPTION_METHOD;
     if (::zip_stat_index(archive.get(), place, 0, &entry) != 0 || (entry.valid & needed) != needed) {
@@ -76,6 +78,10 @@ std::string ZipArchive::contentOf(std::size_t place) const {
                                                                       closeFile);
     if (file == nullptr) {
         throw damagedArchive(path);
+    }
+    unpacked += entry.size;
+    if (unpacked > maximumTotal) {
+        throw RequestError(path.string() + " says to hold more than 256 MB, which no texts do.");
     }
     std::string content(entry.size, '\0');
     std::size_t size = 0;

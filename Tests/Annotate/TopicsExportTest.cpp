@@ -14,7 +14,7 @@ class TopicsExportTest : public HouseTest {
 protected:
     /// The content of an entry, with ids and times told as such.
     static std::string entry(const std::string& archive, const std::string& ending) {
-        const ZipArchive read(archive);
+        ZipArchive read(archive);
         for (std::size_t place = 0; place < read.getNames().size(); ++place) {
             if (read.getNames()[place].ends_with(ending)) {
                 const std::regex id("[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}");
@@ -146,7 +146,7 @@ TEST_F(TopicsExportTest, areValidByTheSchemas) {
     for (const auto& [version, folder] : versions) {
         const std::string path = directory / "out.bcf";
         ASSERT_EQ(runOn(store, {"export", path, "--bcf", version}).status, 0);
-        const ZipArchive archive(path);
+        ZipArchive archive(path);
         for (std::size_t place = 0; place < archive.getNames().size(); ++place) {
             const std::string& name = archive.getNames()[place];
             const std::string schema = name.ends_with("markup.bcf") ? "markup.xsd"

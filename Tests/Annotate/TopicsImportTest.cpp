@@ -90,9 +90,9 @@ TEST_F(TopicsImportTest, areReadAsOtherProgramsWriteThem) {
          "2 notes added and 0 changed in notes.xml.\n"
          "annotate: 2 topics are on several objects; the notes are on the first that the model has.\n"
          "annotate: Left out: colours and hidden objects of viewpoints (1).\n"
-         "annotate: Left out: comments without a text (1).\n"
          "annotate: Left out: due dates (1).\n"
          "annotate: Left out: labels (1).\n"
+         "annotate: Left out: topics and comments without a text (1).\n"
          "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tEva\t2020-02-01T00:30:00Z\t\t\tGap\n"
          "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tMax\t2020-02-02T00:00:00Z\t\t\tSeen.\n"},
         {"3.0, one on no object of the model, one twice, with a namespace",
@@ -140,7 +140,7 @@ TEST_F(TopicsImportTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
               "0 notes added and 1 changed in notes.xml.\n" + note +
                   "resolved\tEva\t2020-01-01T00:00:00Z\tMax\t2020-01-02T00:00:00Z\tGap\n");
     EXPECT_EQ(imported(topic("Old", "<ModifiedDate>2020-01-02T00:00:00Z</ModifiedDate>", "Open")),
-              "Nothing was stored.\nannotate: Note 1 stays, as it was changed here since the topic was.\n" + note +
+              "Nothing was stored.\nannotate: Note 1 stays, as the topic isn't newer.\n" + note +
                   "resolved\tEva\t2020-01-01T00:00:00Z\tMax\t2020-01-02T00:00:00Z\tGap\n");
     EXPECT_EQ(runOn(store, {"undo"}).output, "Taken back: import " + (directory / "in.bcf").string() + ".\n");
     EXPECT_EQ(runOn(store, {"notes"}).output, note + "open\tEva\t2020-01-01T00:00:00Z\t\t\tGap\n");
