@@ -227,12 +227,12 @@ void ChangeLog::write(const std::vector<const EnhancementBase*>& removed) {
         store->make<LastCommand>() = std::move(changes);
         std::for_each(earlier.begin(), earlier.end(), [](LastCommand* former) { *former = LastCommand(); });
         store->write();
-        store->tidy(emptyCommands());
+        Store::tidy(emptyCommands());
     } else if (removed.empty() || !earlier.empty()) {
         (earlier.empty() ? store->make<LastCommand>() : *earlier.back()) = std::move(changes);
         store->write(removed);
     } else {
-        LastCommand& made = store->make<LastCommand>();
+        auto& made = store->make<LastCommand>();
         store->write(); // It tells nothing yet, so that what it tells is true whatever ends the program.
         made = std::move(changes);
         store->write(removed);
