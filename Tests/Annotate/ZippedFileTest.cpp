@@ -56,8 +56,9 @@ protected:
 };
 
 TEST_F(ZippedFileTest, isReadAsTheFileInIt) {
-    const Files packed[] = {{{"House.ifc", packedModel}},
-                            {{"readme.txt", "x"}, {"models/HOUSE.IFC", packedModel}, {"__MACOSX/models/._HOUSE.IFC", "x"}}};
+    const Files packed[] = {
+        {{"House.ifc", packedModel}},
+        {{"readme.txt", "x"}, {"models/HOUSE.IFC", packedModel}, {"__MACOSX/models/._HOUSE.IFC", "x"}}};
     for (const Files& files : packed) {
         for (const zip_int32_t method : {ZIP_CM_DEFLATE, ZIP_CM_STORE}) {
             pack(files, method);
