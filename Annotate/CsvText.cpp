@@ -110,7 +110,7 @@ std::string quoted(const std::string& cell) {
     constexpr std::string_view blanks = " \t"; // at the ends of a cell, which many programs take away
     const bool hasEnds = !cell.empty() && (blanks.find(cell.front()) != std::string_view::npos ||
                                            blanks.find(cell.back()) != std::string_view::npos);
-    if (!hasEnds && cell.find_first_of("\",\r\n") == std::string::npos) {
+    if (!hasEnds && cell.find_first_of("\",;\t\r\n") == std::string::npos) {
         return cell;
     }
     std::string text = "\"";

@@ -20,6 +20,9 @@ PropertyEdit editOf(const EarlierEdit& earlier) {
                 : earlier.form == "table" ? PropertyEdit::Form::Table
                                           : PropertyEdit::Form::Single;
     edit.values.assign(earlier.values.begin(), earlier.values.end());
+    if (edit.form == PropertyEdit::Form::Single) {
+        edit.values.resize(1); // the record may have none
+    }
     return edit;
 }
 

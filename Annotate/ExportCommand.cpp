@@ -45,6 +45,9 @@ void exportFile(const Arguments& arguments) {
     if (arguments.onlyNotes && format.write != exportCsv) {
         throw UsageError("--notes is for exports to .csv.");
     }
+    if (!arguments.bcfVersion.empty() && format.write != exportTopics) {
+        throw UsageError("--bcf is for exports to .bcf.");
+    }
     Interruption interruption("Nothing was exported.");
     NewFile file(arguments.file, arguments.model, storePath(arguments));
     interruption.removeAtEnd(file.getUnfinished());

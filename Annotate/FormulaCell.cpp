@@ -46,7 +46,7 @@ bool isShieldable(std::string_view text) {
 } // namespace
 
 std::string shieldedCell(std::string_view text) {
-    return (isShieldable(text) ? "'" : "") + std::string(text);
+    return std::string(isShieldable(text) ? "'" : "").append(text);
 }
 
 std::string unshieldedCell(std::string_view text) {

@@ -175,7 +175,7 @@ std::optional<ImportedNote> NoteChecks::check(const ImportRow& row) {
     if (present != nullptr && row.priority.empty()) {
         note.priority = present->priority;
     }
-    if (!note.id && texts.count(contentOf(note)) > 0) {
+    if (!note.id && texts.contains(contentOf(note))) {
         return std::nullopt;
     }
     if (present != nullptr && textInUtf8(present->text) == note.text) {

@@ -6,18 +6,26 @@
 
 #include <algorithm>
 #include <random>
+#include <unordered_set>
 
 namespace annotate {
 
 namespace {
 
+/// Whether it can be the number of a note, with room for those that come.
+bool isNumber(std::int64_t number) {
+    constexpr std::int64_t most = 1'000'000'000'000;
+    return number > 0 && number <= most;
+}
+
 std::int64_t highestNumber(const Records& records) {
     std::int64_t highest = 0;
+    const auto take = [&highest](std::int64_t number) { highest = std::max(highest, isNumber(number) ? number : 0); };
     for (const Note* const note : allOf<const Note>(records)) {
-        highest = std::max(highest, note->number.value_or(0));
+        take(note->number.value_or(0));
     }
     for (const LastNoteNumber* const last : allOf<const LastNoteNumber>(records)) {
-        highest = std::max(highest, last->number);
+        take(last->number);
     }
     return highest;
 }
@@ -33,8 +41,10 @@ LastNoteNumber& lastNumber(Store& store) {
 std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records) {
     std::vector<std::pair<std::int64_t, Note*>> notes;
     std::int64_t highest = highestNumber(records);
+    std::unordered_set<std::int64_t> known;
     for (Note* const note : allOf<Note>(records)) {
-        notes.emplace_back(note->number ? *note->number : ++highest, note);
+        const std::int64_t number = note->number.value_or(0);
+        notes.emplace_back(isNumber(number) && known.insert(number).second ? number : ++highest, note);
     }
     return notes;
 }

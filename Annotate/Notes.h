@@ -12,8 +12,8 @@
 
 namespace annotate {
 
-/// The notes among the records, in their order, each with its number. One without gets the number that the next writing
-/// command would give it.
+/// The notes among the records, in their order, each with its number. One without, or with one that a note before it
+/// has, as where a copy was put into the file by hand, gets the number that the next writing command would give it.
 std::vector<std::pair<std::int64_t, Note*>> numberedNotes(const Records& records);
 
 /// That there is no note of the number.

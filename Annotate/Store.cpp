@@ -173,4 +173,10 @@ void Store::write(const std::vector<const EnhancementBase*>& removed) {
     }
 }
 
+void Store::tidy(const std::vector<const EnhancementBase*>& records) {
+    if (!records.empty()) {
+        static_cast<void>(Enhancements::takeRecords(records));
+    }
+}
+
 } // namespace annotate

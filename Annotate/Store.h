@@ -62,6 +62,10 @@ public:
     void
     write(const std::vector<const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase*>& removed = {});
 
+    /// Takes records out that tell nothing, if that can be done.
+    static void
+    tidy(const std::vector<const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase*>& records);
+
     const std::filesystem::path& getPath() const { return path; }
 
 private:

@@ -2,6 +2,7 @@
 
 #include "Annotate/Arguments.h"
 #include "Annotate/DerivedId.h"
+#include "Annotate/TopicEscapes.h"
 #include "Annotate/TopicText.h"
 #include "Annotate/XmlTree.h"
 #include "Annotate/ZipArchive.h"
@@ -19,7 +20,7 @@ namespace annotate {
 namespace {
 
 /// Parts of a time are milliseconds here. One without a time zone is taken as UTC.
-std::optional<Time> timeIn(const std::string& text) {
+std::optional<Time> momentIn(const std::string& text) {
     std::string_view rest = orv::host::trimmed(text);
     std::string time(rest.substr(0, rest.find('.')));
     rest.remove_prefix(time.size());
@@ -35,6 +36,10 @@ bool isClosed(std::string_view status) {
     constexpr std::string_view closed[] = {"closed", "resolved", "done", "fixed", "completed"};
     return std::any_of(std::begin(closed), std::end(closed),
                        [status](std::string_view each) { return equalsInAnyCase(each, status); });
+}
+
+std::string textIn(const XmlElement& element, std::string_view name) {
+    return withoutEscapes(element.textOf(name));
 }
 
 using GlobalIds = std::vector<std::string>;
@@ -69,7 +74,7 @@ public:
     }
 
 private:
-    XmlElement document(const std::string& name) const {
+    XmlElement document(const std::string& name) {
         try {
             return readXml(archive.contentOf(places.at(name)));
         } catch (const XmlError& error) {
@@ -77,7 +82,7 @@ private:
         }
     }
 
-    void requireVersion() const {
+    void requireVersion() {
         for (const std::string& name : archive.getNames()) {
             if (equalsInAnyCase(std::filesystem::path(name).filename().string(), "bcf.version")) {
                 const std::string version = document(name).attribute("VersionId");
@@ -96,7 +101,9 @@ private:
             throw RequestError(name + " in " + path.string() + " has no Topic, as each has to have.");
         }
         const std::vector<Viewpoint> viewpoints = readViewpoints(markup, *element, folder);
-        Topic topic = topicIn(*element, folder);
+        const bool selects = std::any_of(viewpoints.begin(), viewpoints.end(),
+                                         [](const Viewpoint& each) { return !each.selected.empty(); });
+        Topic topic = topicIn(*element, folder, selects);
         for (const Viewpoint& each : viewpoints) {
             topic.globalIds.insert(topic.globalIds.end(), each.selected.begin(), each.selected.end());
         }
@@ -112,22 +119,23 @@ private:
         }
     }
 
-    Topic topicIn(const XmlElement& element, const std::string& folder) {
+    /// The description names an object only where no viewpoint selects one.
+    Topic topicIn(const XmlElement& element, const std::string& folder, bool selects) {
         Topic topic;
-        std::string description = element.textOf("Description");
-        if (const std::string globalId = takeObjectLine(description); !globalId.empty()) {
+        std::string description = textIn(element, "Description");
+        if (const std::string globalId = selects ? "" : takeObjectLine(description); !globalId.empty()) {
             topic.globalIds.push_back(globalId);
         }
         Note& note = topic.note;
-        note.text = textOf({element.textOf("Title"), description});
+        note.text = textOf({textIn(element, "Title"), description});
         note.id = idIn(element.attribute("Guid"), folder);
         note.resolved = isClosed(element.attribute("TopicStatus"));
         if (const std::string priority = element.textOf("Priority");
             !priority.empty() && !orv::host::take(priority, note.priority)) {
             ++read.leftOut["priorities that aren't whole numbers"];
         }
-        note.author = element.textOf("CreationAuthor");
-        note.made = timeIn(element.textOf("CreationDate"));
+        note.author = textIn(element, "CreationAuthor");
+        note.made = momentIn(element.textOf("CreationDate"));
         takeChange(element, note);
         return topic;
     }
@@ -136,13 +144,9 @@ private:
                      const std::vector<Viewpoint>& viewpoints) {
         Topic comment;
         Note& note = comment.note;
-        note.text = element.textOf("Comment");
-        if (note.text.empty()) {
-            ++read.leftOut["comments without a text"];
-            return;
-        }
-        note.author = element.textOf("Author");
-        note.made = timeIn(element.textOf("Date"));
+        note.text = textIn(element, "Comment");
+        note.author = textIn(element, "Author");
+        note.made = momentIn(element.textOf("Date"));
         note.id = idIn(element.attribute("Guid"), note.author + element.textOf("Date") + note.text);
         note.resolved = about.resolved;
         takeChange(element, note);
@@ -155,8 +159,8 @@ private:
     }
 
     static void takeChange(const XmlElement& element, Note& note) {
-        note.changed = timeIn(element.textOf("ModifiedDate"));
-        note.changedBy = note.changed ? element.textOf("ModifiedAuthor") : "";
+        note.changed = momentIn(element.textOf("ModifiedDate"));
+        note.changedBy = note.changed ? textIn(element, "ModifiedAuthor") : "";
     }
 
     static orv::Guid idIn(const std::string& text, const std::string& otherwise) {
@@ -165,7 +169,9 @@ private:
     }
 
     void add(Topic topic) {
-        if (known.insert(*topic.note.id).second) {
+        if (topic.note.text.empty()) {
+            ++read.leftOut["topics and comments without a text"];
+        } else if (known.insert(*topic.note.id).second) {
             read.topics.push_back(std::move(topic));
         } else {
             ++read.leftOut["topics and comments that come twice"];

@@ -1,5 +1,6 @@
 #include "Annotate/TopicText.h"
 
+#include "Annotate/TopicEscapes.h"
 #include "Host/FieldText.h"
 #include "Id/Guid.h"
 
@@ -11,6 +12,7 @@ namespace annotate {
 namespace {
 
 constexpr std::string_view ellipsis = "…";
+constexpr std::string_view blankTitle = "(blank)";
 constexpr std::string_view lineStart = "\n\nObject: ";
 constexpr std::string_view beforeGlobalId = ", GlobalId ";
 
@@ -29,7 +31,7 @@ TitledText titledText(const std::string& text) {
     const std::string_view content = orv::host::trimmed(text);
     const std::string_view line = orv::host::trimmed(content.substr(0, content.find('\n')));
     if (content.empty()) {
-        return {"(blank)", ""}; // as neither may be
+        return {std::string(blankTitle), text}; // as no title may be
     }
     if (line.size() <= longest) {
         return {std::string(line), line == text ? "" : text};
@@ -44,6 +46,9 @@ std::string textOf(const TitledText& titled) {
     const std::string_view start = title.ends_with(ellipsis) ? title.substr(0, title.size() - ellipsis.size()) : title;
     if (titled.description.empty()) {
         return titled.title;
+    }
+    if (title == blankTitle && isBlank(titled.description)) {
+        return titled.description;
     }
     return title.empty() || orv::host::trimmed(titled.description).starts_with(orv::host::trimmed(start))
                ? titled.description

@@ -1,7 +1,7 @@
 #include "Annotate/TopicWriting.h"
 
 #include "Annotate/DerivedId.h"
-#include "Annotate/HtmlText.h"
+#include "Annotate/TopicEscapes.h"
 #include "Annotate/TopicText.h"
 #include "Annotate/ValueText.h"
 #include "Host/TimeText.h"
@@ -20,11 +20,7 @@ constexpr std::string_view closedStatus = "Closed";
 
 /// An element with a text, on a line of its own; nothing for the empty text.
 std::string element(std::string_view name, std::string_view text) {
-    std::string line;
-    if (!text.empty()) {
-        line.append("<").append(name).append(">").append(htmlText(text)).append("</").append(name).append(">\n");
-    }
-    return line;
+    return text.empty() ? std::string() : escapedElement(name, text) + '\n';
 }
 
 /// The same with elements in it, also if there are none.

@@ -1,6 +1,5 @@
 #include "Annotate/TopicsImport.h"
 
-#include "Annotate/HtmlText.h"
 #include "Annotate/Interruption.h"
 #include "Annotate/Model.h"
 #include "Annotate/Notes.h"
@@ -23,8 +22,7 @@ std::optional<Time> lastChange(const Note& note) {
 
 /// Whether a topic tells what the note does.
 bool isSame(const Note& note, const Note& topic) {
-    // What a document can't hold comes back as htmlText leaves it.
-    return htmlText(textOf(titledText(note.text))) == htmlText(topic.text) && note.priority == topic.priority &&
+    return textOf(titledText(note.text)) == topic.text && note.priority == topic.priority &&
            note.resolved == topic.resolved;
 }
 
@@ -58,7 +56,7 @@ public:
             return;
         }
         const std::optional<orv::Guid> owner = ownerIn(model, topic);
-        if (!owner || topic.note.text.empty()) {
+        if (!owner) {
             unplaced.push_back(topic.note.text);
             return;
         }
@@ -93,15 +91,11 @@ public:
                       << " are on several objects; the notes are on the first that the model has.\n";
         }
         for (const std::int64_t number : kept) {
-            std::cerr << "annotate: Note " << number << " stays, as it was changed here since the topic was.\n";
+            std::cerr << "annotate: Note " << number << " stays, as the topic isn't newer.\n";
         }
     }
 
 private:
-    static std::string were(std::size_t count) {
-        return count == 1 ? " was like that already." : " were like that already.";
-    }
-
     void change(Note& note, const Note& topic) {
         if (isSame(note, topic)) {
             ++same;

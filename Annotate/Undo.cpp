@@ -19,21 +19,24 @@ constexpr std::string_view none = "none";
 constexpr std::string_view noteSubject = "note ";
 constexpr std::string_view editSubject = "edit ";
 
+/// A record without a change tells nothing.
 std::vector<LastCommand*> commandsOf(const std::string& author) {
     std::vector<LastCommand*> commands = allOf<LastCommand>(Store::getRecords());
-    std::erase_if(commands, [&author](const LastCommand* command) { return command->author != author; });
+    std::erase_if(commands, [&author](const LastCommand* command) {
+        return command->author != author || command->subjects.empty();
+    });
     return commands;
 }
 
-/// Makes it its author's last command with the store's next write, which is to remove what is added to the list. A
-/// program that is ended within that write may leave both, of which the one behind counts.
-void keep(Store& store, LastCommand command, std::vector<const EnhancementBase*>& removed) {
-    constexpr std::size_t longSize = 64;
-    const std::vector<LastCommand*> earlier = commandsOf(command.author);
-    // A load asks a record once for each that stands behind it, so a long one stands behind all.
-    const bool isNew = earlier.empty() || command.subjects.size() > longSize;
-    removed.insert(removed.end(), earlier.begin(), isNew ? earlier.end() : earlier.end() - 1);
-    (isNew ? store.make<LastCommand>() : *earlier.back()) = std::move(command);
+/// Those that tell nothing.
+std::vector<const EnhancementBase*> emptyCommands() {
+    std::vector<const EnhancementBase*> empty;
+    for (const LastCommand* const command : allOf<const LastCommand>(Store::getRecords())) {
+        if (command->subjects.empty()) {
+            empty.push_back(command);
+        }
+    }
+    return empty;
 }
 
 /// As in "Pset_WallCommon.FireRating of 1jXyBr6EAquR0PHYXIrQ4_".
@@ -214,11 +217,26 @@ void ChangeLog::log(std::string subject, std::string before, std::string after) 
     changes.after.push_back(std::move(after));
 }
 
-void ChangeLog::write(std::vector<const EnhancementBase*> removed) {
-    if (!changes.subjects.empty()) {
-        keep(*store, std::exchange(changes, {}), removed);
+void ChangeLog::write(const std::vector<const EnhancementBase*>& removed) {
+    const std::vector<LastCommand*> earlier = commandsOf(changes.author);
+    constexpr std::size_t longSize = 64;
+    if (changes.subjects.empty()) {
+        store->write(removed);
+    } else if (removed.empty() && changes.subjects.size() > longSize) {
+        // A load asks a record once for each that stands behind it, so a long one stands behind all.
+        store->make<LastCommand>() = std::move(changes);
+        std::for_each(earlier.begin(), earlier.end(), [](LastCommand* former) { *former = LastCommand(); });
+        store->write();
+        Store::tidy(emptyCommands());
+    } else if (removed.empty() || !earlier.empty()) {
+        (earlier.empty() ? store->make<LastCommand>() : *earlier.back()) = std::move(changes);
+        store->write(removed);
+    } else {
+        auto& made = store->make<LastCommand>();
+        store->write(); // It tells nothing yet, so that what it tells is true whatever ends the program.
+        made = std::move(changes);
+        store->write(removed);
     }
-    store->write(removed);
 }
 
 std::string undoLastCommand(Store& store, const std::string& author) {
@@ -227,7 +245,7 @@ std::string undoLastCommand(Store& store, const std::string& author) {
         throw RequestError("There is no command of " + (author.empty() ? "yours" : author) + " in " +
                            store.getPath().string() + " that could be taken back.");
     }
-    LastCommand last = *commands.back();
+    LastCommand& last = *commands.back();
     const Notebook notebook(store);
     EditIndex edits(Store::getRecords());
     std::vector<Subject> subjects = subjectsOf(last, notebook, edits);
@@ -239,7 +257,6 @@ std::string undoLastCommand(Store& store, const std::string& author) {
     std::swap(last.before, last.after);
     last.undone = !last.undone;
     std::string done = (last.undone ? "Taken back: " : "Done again: ") + last.command + '.';
-    keep(store, std::move(last), removed);
     store.write(removed);
     return done;
 }

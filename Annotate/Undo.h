@@ -29,8 +29,10 @@ public:
     /// The edit in the line goes from the object.
     void remove(const std::string& line, const orv::Guid& id);
 
-    /// Writes the store as Store::write does, with this as the author's last command if there was a change.
-    void write(std::vector<const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase*> removed = {});
+    /// Writes the store as Store::write does, with this as the author's last command if there was a change. What was
+    /// changed, or is removed, and what this tells of it come into the file together.
+    void
+    write(const std::vector<const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase*>& removed = {});
 
 private:
     static std::string subjectOf(const Note& note);

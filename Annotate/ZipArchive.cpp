@@ -12,12 +12,14 @@ namespace {
 
 /// Of a file, unpacked. What people write is a thousandth of that.
 constexpr std::uint64_t maximumSize = 64UL * 1024 * 1024;
+/// Of all files that are read.
+constexpr std::uint64_t maximumTotal = 4 * maximumSize;
 
-RequestError damaged(const std::filesystem::path& path) {
+RequestError damagedArchive(const std::filesystem::path& path) {
     return RequestError(path.string() + " is a zip archive that is cut off or damaged. Fetch it again.");
 }
 
-::zip_t* openArchive(const std::filesystem::path& path) {
+::zip_t* openForReading(const std::filesystem::path& path) {
     int code = 0;
     ::zip_t* const archive = ::zip_open(path.string().c_str(), ZIP_RDONLY, &code);
     if (archive == nullptr) {
@@ -25,7 +27,7 @@ RequestError damaged(const std::filesystem::path& path) {
             throw RequestError(path.string() + " can't be read. Check its name.");
         }
         throw code == ZIP_ER_NOZIP ? RequestError(path.string() + " isn't a zip archive, as such a file is.")
-                                   : damaged(path);
+                                   : damagedArchive(path);
     }
     return archive;
 }
@@ -43,12 +45,12 @@ bool leadsOut(const std::filesystem::path& entry) {
 } // namespace
 
 ZipArchive::ZipArchive(std::filesystem::path archivePath)
-    : path(std::move(archivePath)), archive(openArchive(path), ::zip_discard) {
+    : path(std::move(archivePath)), archive(openForReading(path), ::zip_discard) {
     const ::zip_int64_t count = ::zip_get_num_entries(archive.get(), 0);
     for (::zip_int64_t each = 0; each < count; ++each) {
         const char* const name = ::zip_get_name(archive.get(), static_cast<std::uint64_t>(each), 0);
         if (name == nullptr) {
-            throw damaged(path);
+            throw damagedArchive(path);
         }
         std::string& kept = names.emplace_back(name);
         std::replace(kept.begin(), kept.end(), '\\', '/'); // as some programs on Windows write it
@@ -59,11 +61,11 @@ ZipArchive::ZipArchive(std::filesystem::path archivePath)
     }
 }
 
-std::string ZipArchive::contentOf(std::size_t place) const {
+std::string ZipArchive::contentOf(std::size_t place) {
     ::zip_stat_t entry{};
     constexpr ::zip_uint64_t needed = ZIP_STAT_SIZE | ZIP_STAT_ENCRYPTION_METHOD;
     if (::zip_stat_index(archive.get(), place, 0, &entry) != 0 || (entry.valid & needed) != needed) {
-        throw damaged(path);
+        throw damagedArchive(path);
     }
     if (entry.encryption_method != ZIP_EM_NONE) {
         throw RequestError(names[place] + " in " + path.string() + " is encrypted. Pack it without a password.");
@@ -75,7 +77,11 @@ std::string ZipArchive::contentOf(std::size_t place) const {
     const std::unique_ptr<::zip_file_t, void (*)(::zip_file_t*)> file(::zip_fopen_index(archive.get(), place, 0),
                                                                       closeFile);
     if (file == nullptr) {
-        throw damaged(path);
+        throw damagedArchive(path);
+    }
+    unpacked += entry.size;
+    if (unpacked > maximumTotal) {
+        throw RequestError(path.string() + " says to hold more than 256 MB, which no texts do.");
     }
     std::string content(entry.size, '\0');
     std::size_t size = 0;
@@ -85,7 +91,7 @@ std::string ZipArchive::contentOf(std::size_t place) const {
     }
     char behind = 0;
     if (size < content.size() || ::zip_fread(file.get(), &behind, 1) != 0) { // where what was damaged shows
-        throw damaged(path);
+        throw damagedArchive(path);
     }
     return content;
 }

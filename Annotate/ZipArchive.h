@@ -24,13 +24,14 @@ public:
     const std::vector<std::string>& getNames() const { return names; }
 
     /// The content of the entry at the place among the names. Throws RequestError if it is damaged or encrypted, or
-    /// larger than a file of users' texts can be.
-    std::string contentOf(std::size_t place) const;
+    /// larger than a file of users' texts can be, or all that were asked for are.
+    std::string contentOf(std::size_t place);
 
 private:
     std::filesystem::path path;
     std::unique_ptr<zip, void (*)(zip*)> archive;
     std::vector<std::string> names;
+    std::uint64_t unpacked = 0;
 };
 
 /// A zip archive that is made in memory. The same entries make the same bytes. Operations throw RequestError if there

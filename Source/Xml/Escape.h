@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OrvExport.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -13,14 +15,14 @@ namespace orv::xml {
 constexpr std::size_t escapeLength = 7;
 
 /// Each writes an escape to where there is room for it, and returns its end. A character from 0x10000 on takes two.
-char* putEscape(char* to, std::uint32_t unit);
+ORV_XML_EXPORT char* putEscape(char* to, std::uint32_t unit);
 char* putEscapedByte(char* to, char byte);
 char* putEscapedCharacter(char* to, char32_t codePoint);
 
 /// The number HHHH of the _xHHHH at the position, if there is one; whether an underscore follows isn't looked at.
-std::optional<std::uint32_t> escapedUnit(std::string_view text, std::size_t position);
+ORV_XML_EXPORT std::optional<std::uint32_t> escapedUnit(std::string_view text, std::size_t position);
 
 /// Replaces each escape in what stands in text from begin on by the character or byte that it means.
-void unescape(std::string& text, std::size_t begin);
+ORV_XML_EXPORT void unescape(std::string& text, std::size_t begin);
 
 } // namespace orv::xml

@@ -140,10 +140,12 @@ TEST_F(AnnotateTest, alignsColumnsInATerminal) {
     shown = std::regex_replace(shown, std::regex("20[0-9-]{8}T[0-9:]{8}Z"), "2026-02-03T04:05:06Z");
     EXPECT_EQ(
         shown,
-        "Number  GlobalId                Class         Name    Priority  State  Author  Time                  Text\r\n"
+        "Number  GlobalId                Class         Name    Priority  State  Author  Time                  Changed "
+        "by  Changed  Text\r\n"
         "1       0aaaaaaaaaaaaaaaaaaaaa  IfcWall       \xE5\xA3\x81\xE5\xA3\x81 e\xCC\x81  0         open   Anna    "
-        "2026-02-03T04:05:06Z  a\r\n"
-        "2       1aaaaaaaaaaaaaaaaaaaaa  IfcDoorStyle  No.     10        open   Anna    2026-02-03T04:05:06Z  b\r\n");
+        "2026-02-03T04:05:06Z                       a\r\n"
+        "2       1aaaaaaaaaaaaaaaaaaaaa  IfcDoorStyle  No.     10        open   Anna    2026-02-03T04:05:06Z           "
+        "            b\r\n");
 }
 
 } // namespace

@@ -46,7 +46,7 @@ TEST_F(NoteCommandsTest, bringsNotesBackAfterARestartInOrderWithEveryCharacter) 
             std::getline(lines, line);
             EXPECT_TRUE(line.find('\t' + id + '\t') != std::string::npos &&
                         line.find("\t-3\tresolved\t") != std::string::npos &&
-                        line.ends_with(std::string("Z\t") + shown))
+                        line.ends_with(std::string("Z\t\t\t") + shown))
                 << line << shown;
         }
         EXPECT_EQ(lines.peek(), EOF);

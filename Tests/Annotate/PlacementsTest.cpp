@@ -13,7 +13,7 @@ namespace {
 using orv::tests::setContent;
 
 /// A wall whose placement is #10, at (1, 2, 3) unless the case says otherwise.
-const std::string wall = "#1=IFCWALL('w',$,'W',$,$,#10,$,$,$);#40=IFCCARTESIANPOINT((1.,2.,3.));";
+const std::string placedWall = "#1=IFCWALL('w',$,'W',$,$,#10,$,$,$);#40=IFCCARTESIANPOINT((1.,2.,3.));";
 
 TEST(PlacementsTest, followTheChainOfLocalPlacements) {
     struct Case {
@@ -51,8 +51,8 @@ TEST(PlacementsTest, followTheChainOfLocalPlacements) {
     };
     const orv::tests::TemporaryDirectory directory;
     for (const Case& each : cases) {
-        const std::string file = (directory / "a.ifc").string();
-        setContent(file, header + wall + each.statements + footer);
+        const std::string file = directory / "a.ifc";
+        setContent(file, header + placedWall + each.statements + footer);
         const ModelDetails details = ModelDetails::read(file);
         std::string place = "none";
         for (const auto& [id, point] : placesOf(file, details.getUnits(), {1})) {
@@ -66,10 +66,10 @@ TEST(PlacementsTest, followTheChainOfLocalPlacements) {
 
 TEST(PlacementsTest, areRefusedWhereAStatementIsMalformed) {
     const orv::tests::TemporaryDirectory directory;
-    const std::string file = (directory / "a.ifc").string();
-    setContent(file, header + wall + footer);
+    const std::string file = directory / "a.ifc";
+    setContent(file, header + placedWall + footer);
     const ModelDetails details = ModelDetails::read(file);
-    setContent(file, header + wall + "#10=IFCLOCALPLACEMENT($,#20);#20=IFCAXIS2PLACEMENT3D(#40,,);" + footer);
+    setContent(file, header + placedWall + "#10=IFCLOCALPLACEMENT($,#20);#20=IFCAXIS2PLACEMENT3D(#40,,);" + footer);
     EXPECT_THROW(placesOf(file, details.getUnits(), {1}), ModelError);
 }
 

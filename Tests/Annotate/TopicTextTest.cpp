@@ -21,7 +21,7 @@ TEST(TopicTextTest, isATitleAndWhatTheTitleDoesNotSay) {
         {letters + "bc", letters + "b…", letters + "bc", ""},
         {letters + "\u00fc", letters + "…", letters + "\u00fc", ""}, // whose second byte is the 121st
         {"one " + letters, "one…", "one " + letters, ""},
-        {" \n ", "(blank)", "", "(blank)"},
+        {" \n ", "(blank)", " \n ", ""},
         {"Ends in…", "Ends in…", "", ""},
     };
     for (const Case& each : cases) {

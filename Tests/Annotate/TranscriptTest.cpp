@@ -58,7 +58,7 @@ TEST_P(TranscriptTest, isWhatIsPrinted) {
 INSTANTIATE_TEST_SUITE_P(Of, TranscriptTest,
                          ::testing::Values("definitions.txt", "notes.txt", "edits.txt", "export.txt", "earlier.txt",
                                            "filters.txt", "help.txt", "import.txt", "merged.txt", "move.txt",
-                                           "report.txt", "status.txt", "tables.txt"),
+                                           "report.txt", "status.txt", "topics.txt", "tables.txt"),
                          [](const auto& tested) {
                              const std::string name = tested.param;
                              return name.substr(0, name.find('.'));

@@ -14,7 +14,7 @@ namespace {
 using orv::tests::contentOf;
 using orv::tests::setContent;
 
-const std::string model =
+const std::string packedModel =
     header + "#7=IFCWALL('0aaaaaaaaaaaaaaaaaaaaa',$,'A',$,$,$,$,$,$);" + std::string(200'000, ' ') + footer;
 
 /// The names of files and what they hold.
@@ -56,8 +56,9 @@ protected:
 };
 
 TEST_F(ZippedFileTest, isReadAsTheFileInIt) {
-    const Files packed[] = {{{"House.ifc", model}},
-                            {{"readme.txt", "x"}, {"models/HOUSE.IFC", model}, {"__MACOSX/models/._HOUSE.IFC", "x"}}};
+    const Files packed[] = {
+        {{"House.ifc", packedModel}},
+        {{"readme.txt", "x"}, {"models/HOUSE.IFC", packedModel}, {"__MACOSX/models/._HOUSE.IFC", "x"}}};
     for (const Files& files : packed) {
         for (const zip_int32_t method : {ZIP_CM_DEFLATE, ZIP_CM_STORE}) {
             pack(files, method);
@@ -71,15 +72,15 @@ TEST_F(ZippedFileTest, isReadAsTheFileInIt) {
 
 TEST_F(ZippedFileTest, isRefusedInASentenceWhereItIsNotOne) {
     const std::pair<Files, std::string> refused[] = {
-        {{{"notes.txt", model}}, "without an .ifc file in it. Give an IFC file, or one packed alone."},
-        {{{"a.ifc", model}, {"b.ifc", model}, {"c.ifc", model}},
+        {{{"notes.txt", packedModel}}, "without an .ifc file in it. Give an IFC file, or one packed alone."},
+        {{{"a.ifc", packedModel}, {"b.ifc", packedModel}, {"c.ifc", packedModel}},
          "with several .ifc files, a.ifc and b.ifc among them. Unpack it, and give one of them."},
     };
     for (const auto& [files, reason] : refused) {
         pack(files);
         EXPECT_EQ(shown(), "The model \"MODEL\" is a zip archive " + reason);
     }
-    pack({{"House.ifc", model}}, ZIP_CM_DEFLATE, ZIP_EM_AES_256);
+    pack({{"House.ifc", packedModel}}, ZIP_CM_DEFLATE, ZIP_EM_AES_256);
     EXPECT_EQ(shown(),
               "The model \"MODEL\" is a zip archive that is encrypted. Unpack it, and give the .ifc file in it.");
 }
@@ -109,7 +110,7 @@ TEST_F(ZippedFileTest, isRefusedWhereItIsDamagedOrSaysWhatCannotBe) {
          "that can't be unpacked (Compression method not supported). Pack it again, or give the .ifc file itself."},
     };
     for (const auto& [change, reason] : changes) {
-        pack({{"House.ifc", model}}, ZIP_CM_STORE);
+        pack({{"House.ifc", packedModel}}, ZIP_CM_STORE);
         std::string archive = contentOf(path);
         change(archive);
         setContent(path, archive);

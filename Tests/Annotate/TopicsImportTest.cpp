@@ -1,8 +1,7 @@
-#include "Annotate/CommandTest.h"
+#include "Annotate/HouseTest.h"
 #include "Annotate/ZipArchive.h"
 
 #include <regex>
-#include <zip.h>
 
 namespace annotate {
 namespace {
@@ -13,11 +12,7 @@ using orv::tests::setContent;
 /// The names of files and what they hold.
 using Files = std::vector<std::pair<std::string, std::string>>;
 
-constexpr const char* wall = "1jXyBr6EAquR0PHYXIrQ4_";
-constexpr const char* door = "2b_TX4KeSUsSwjWBToxytC";
-constexpr const char* project = "0LeYZ57GppGnMF4TCfOPic";
-
-class TopicsTest : public CommandTest {
+class TopicsImportTest : public HouseTest {
 protected:
     std::string pack(const Files& files, const std::string& name = "in.bcf") const {
         NewZipArchive made;
@@ -28,31 +23,12 @@ protected:
         return directory / name;
     }
 
-    Outcome runOn(const std::string& storeFile, std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), HOUSE);
-        arguments.insert(arguments.end(), {"--store", storeFile});
-        return run(arguments);
-    }
-
     /// What is printed of the import, and the notes then: object, state, priority, author, text.
     std::string imported(const std::string& archive) const {
         const Outcome outcome = runOn(store, {"import", archive});
         const std::regex folder((directory / "").string());
         const std::string told = std::regex_replace(outcome.output + outcome.error, folder, "");
         return told + runOn(store, {"notes"}).output;
-    }
-
-    /// The content of an entry, with ids and times told as such.
-    static std::string entry(const std::string& archive, const std::string& ending) {
-        const ZipArchive read(archive);
-        for (std::size_t place = 0; place < read.getNames().size(); ++place) {
-            if (read.getNames()[place].ends_with(ending)) {
-                const std::regex id("[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}");
-                const std::regex time("20[0-9]{2}-[0-9]{2}-[0-9]{2}T[0-9:.]+Z");
-                return std::regex_replace(std::regex_replace(read.contentOf(place), id, "ID"), time, "TIME");
-            }
-        }
-        return "no such entry";
     }
 };
 
@@ -71,117 +47,14 @@ std::string viewpointOf(const std::string& globalIds) {
            "</Components></VisualizationInfo>";
 }
 
-TEST_F(TopicsTest, areNotesForOtherPrograms) {
-    runOn(store, {"note", wall, "Is it load-bearing?\nAsk <Ben> & \"Cleo\".", "--priority", "2"});
-    runOn(store, {"note", project, "Who signs?"});
-    runOn(store, {"resolve", "2", "--author", "Ben"});
-    const std::string archive = directory / "out.bcf";
-    EXPECT_EQ(runOn(store, {"export", archive}).error,
-              "annotate: The objects of 1 topic have no place to look at, and are named in the description.\n");
-    EXPECT_EQ(entry(archive, "bcf.version"),
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Version VersionId=\"3.0\"/>\n");
-    EXPECT_EQ(entry(archive, "markup.bcf"),
-              R"(<?xml version="1.0" encoding="UTF-8"?>
-<Markup>
-<Header>
-<Files>
-<File IfcProject="0LeYZ57GppGnMF4TCfOPic" IsExternal="true">
-<Filename>House.ifc</Filename>
-</File>
-</Files>
-</Header>
-<Topic Guid="ID" TopicType="Remark" TopicStatus="Open">
-<Title>Is it load-bearing?</Title>
-<Priority>2</Priority>
-<CreationDate>TIME</CreationDate>
-<CreationAuthor>Anna</CreationAuthor>
-<Description>Is it load-bearing?
-Ask &lt;Ben&gt; &amp; &quot;Cleo&quot;.</Description>
-<Viewpoints>
-<ViewPoint Guid="ID">
-<Viewpoint>viewpoint.bcfv</Viewpoint>
-</ViewPoint>
-</Viewpoints>
-</Topic>
-</Markup>
-)");
-    EXPECT_EQ(entry(archive, "viewpoint.bcfv"),
-              R"(<?xml version="1.0" encoding="UTF-8"?>
-<VisualizationInfo Guid="ID">
-<Components>
-<Selection>
-<Component IfcGuid="1jXyBr6EAquR0PHYXIrQ4_"/>
-</Selection>
-<Visibility DefaultVisibility="true"/>
-</Components>
-<PerspectiveCamera>
-<CameraViewPoint>
-<X>8</X>
-<Y>-7.85</Y>
-<Z>4</Z>
-</CameraViewPoint>
-<CameraDirection>
-<X>-0.6666666666666666</X>
-<Y>0.6666666666666666</Y>
-<Z>-0.3333333333333333</Z>
-</CameraDirection>
-<CameraUpVector>
-<X>-0.2357022603955158</X>
-<Y>0.2357022603955158</Y>
-<Z>0.9428090415820632</Z>
-</CameraUpVector>
-<FieldOfView>60</FieldOfView>
-<AspectRatio>1.5</AspectRatio>
-</PerspectiveCamera>
-</VisualizationInfo>
-)");
-    EXPECT_EQ(entry(archive, "extensions.xml"), R"(<?xml version="1.0" encoding="UTF-8"?>
-<Extensions>
-<TopicTypes>
-<TopicType>Remark</TopicType>
-</TopicTypes>
-<TopicStatuses>
-<TopicStatus>Open</TopicStatus>
-<TopicStatus>Closed</TopicStatus>
-</TopicStatuses>
-<Priorities>
-<Priority>2</Priority>
-</Priorities>
-<Users>
-<User>Anna</User>
-<User>Ben</User>
-</Users>
-</Extensions>
-)");
-}
-
-TEST_F(TopicsTest, comeBackAsTheyWere) {
-    runOn(store, {"note", wall, "Is it load-bearing?", "--priority", "-2"});
-    runOn(store, {"note", door, "  Two lines,\n\nof which one is " + std::string(200, 'l') + "ong  "});
-    runOn(store, {"note", project, "On no place"});
-    runOn(store, {"note", door, "   "});
-    runOn(store, {"resolve", "1", "3", "--author", "Ben"});
-    for (const char* const version : {"3.0", "2.1"}) {
-        const std::string archive = directory / "out.bcf";
-        const std::string again = directory / "again.bcf";
-        const std::string other = directory / (std::string(version) + ".xml");
-        ASSERT_EQ(runOn(store, {"export", archive, "--bcf", version}).status, 0);
-        EXPECT_EQ(runOn(other, {"import", archive}).error, "");
-        ASSERT_EQ(runOn(other, {"export", again, "--bcf", version}).status, 0);
-        EXPECT_EQ(contentOf(again), contentOf(archive)) << version;
-        EXPECT_NE(contentOf(archive), "");
-        EXPECT_EQ(runOn(store, {"import", archive}).output, "Nothing was stored. 4 notes were like that already.\n");
-    }
-}
-
-TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
+TEST_F(TopicsImportTest, areReadAsOtherProgramsWriteThem) {
     struct Case {
         const char* name;
         Files files;
         std::string told;
     };
-    const std::string selection =
-        "<Selection><Component IfcGuid='" + std::string(door) + "'/><Component IfcGuid='" + wall + "'/></Selection>";
+    const std::string selection = "<Selection><Component IfcGuid='" + std::string(doorOfHouse) +
+                                  "'/><Component IfcGuid='" + wallOfHouse + "'/></Selection>";
     const Case cases[] = {
         {"2.0, with its own way of selecting, in a folder within a folder",
          {{"export\\" + std::string(topicId) + "\\markup.bcf",
@@ -191,15 +64,16 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
                   "<Viewpoints Guid='" + std::string(otherId) +
                       "'><Viewpoint>v.bcfv</Viewpoint><Snapshot>s.png</Snapshot></Viewpoints>",
                   "closed")},
-          {"export\\" + std::string(topicId) + "\\v.bcfv", viewpointOf("<Component IfcGuid='" + std::string(wall) +
-                                                                       "' Selected='false'/><Component Selected='true' "
-                                                                       "IfcGuid='" +
-                                                                       door + "'/>")}},
+          {"export\\" + std::string(topicId) + "\\v.bcfv",
+           viewpointOf("<Component IfcGuid='" + std::string(wallOfHouse) +
+                       "' Selected='false'/><Component Selected='true' "
+                       "IfcGuid='" +
+                       doorOfHouse + "'/>")}},
          "1 note added and 0 changed in notes.xml.\n"
          "annotate: Left out: priorities that aren't whole numbers (1).\n"
          "annotate: Left out: snapshots (1).\n"
          "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\teva@example.org\t"
-         "2014-10-16T13:10:56Z\tGap\\n\\nBetween both\n"},
+         "2014-10-16T13:10:56Z\t\t\tGap\\n\\nBetween both\n"},
         {"2.1, with comments, finer times and a zone",
          {{"bcf.version", "<Version VersionId='2.1'/>"},
           {"t/markup.bcf",
@@ -209,17 +83,18 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
                   "<Comment Guid='" + std::string(otherId) +
                       "'><Date>2020-02-02T00:00:00Z</Date><Author>Max</Author><Comment>Seen.</Comment></Comment>"
                       "<Comment Guid='33333333-3333-4333-8333-333333333333'><Author>Max</Author><Comment/></Comment>"
-                      "<Viewpoints Guid='v'><Viewpoint>viewpoint.bcfv</Viewpoint></Viewpoints>")},
+                      "<Viewpoints Guid='v'><Viewpoint>viewpoint.bcfv</Viewpoint></Viewpoints>",
+                  "Resolved")},
           {"t/viewpoint.bcfv",
            viewpointOf(selection + "<Visibility><Exceptions><Component IfcGuid='x'/></Exceptions></Visibility>")}},
          "2 notes added and 0 changed in notes.xml.\n"
          "annotate: 2 topics are on several objects; the notes are on the first that the model has.\n"
          "annotate: Left out: colours and hidden objects of viewpoints (1).\n"
-         "annotate: Left out: comments without a text (1).\n"
          "annotate: Left out: due dates (1).\n"
          "annotate: Left out: labels (1).\n"
-         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tEva\t2020-02-01T00:30:00Z\tGap\n"
-         "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\tMax\t2020-02-02T00:00:00Z\tSeen.\n"},
+         "annotate: Left out: topics and comments without a text (1).\n"
+         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tEva\t2020-02-01T00:30:00Z\t\t\tGap\n"
+         "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tMax\t2020-02-02T00:00:00Z\t\t\tSeen.\n"},
         {"3.0, one on no object of the model, one twice, with a namespace",
          {{"bcf.version", "<Version VersionId='3.0'/>"},
           {"a/markup.bcf",
@@ -235,7 +110,7 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
          "annotate: Not placed, as the model has none of its objects: Elsewhere\n"
          "annotate: Left out: labels (2).\n"
          "annotate: Left out: topics and comments that come twice (1).\n"
-         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\t\t\tHere it is\n"},
+         "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\topen\t\t\t\t\tHere it is\n"},
     };
     for (const Case& each : cases) {
         std::filesystem::remove(store);
@@ -243,7 +118,7 @@ TEST_F(TopicsTest, areReadAsOtherProgramsWriteThem) {
     }
 }
 
-TEST_F(TopicsTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
+TEST_F(TopicsImportTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
     const auto topic = [this](const std::string& text, const std::string& modified, const char* status) {
         return pack(
             {{"t/markup.bcf", markup(topicId,
@@ -252,24 +127,26 @@ TEST_F(TopicsTest, changeTheNotesThatTheyAreIfTheyAreNewer) {
                                          "<CreationAuthor>Eva</CreationAuthor>" +
                                          modified,
                                      "<Viewpoints Guid='v'><Viewpoint>v.bcfv</Viewpoint></Viewpoints>", status)},
-             {"t/v.bcfv", viewpointOf("<Selection><Component IfcGuid='" + std::string(door) + "'/></Selection>")}});
+             {"t/v.bcfv",
+              viewpointOf("<Selection><Component IfcGuid='" + std::string(doorOfHouse) + "'/></Selection>")}});
     };
     const std::string note = "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\t";
     EXPECT_EQ(imported(topic("Gap", "", "Open")),
-              "1 note added and 0 changed in notes.xml.\n" + note + "open\tEva\t2020-01-01T00:00:00Z\tGap\n");
+              "1 note added and 0 changed in notes.xml.\n" + note + "open\tEva\t2020-01-01T00:00:00Z\t\t\tGap\n");
     EXPECT_EQ(imported(topic("Gap",
                              "<ModifiedDate>2020-01-02T00:00:00Z</ModifiedDate>"
                              "<ModifiedAuthor>Max</ModifiedAuthor>",
                              "Closed")),
-              "0 notes added and 1 changed in notes.xml.\n" + note + "resolved\tEva\t2020-01-01T00:00:00Z\tGap\n");
+              "0 notes added and 1 changed in notes.xml.\n" + note +
+                  "resolved\tEva\t2020-01-01T00:00:00Z\tMax\t2020-01-02T00:00:00Z\tGap\n");
     EXPECT_EQ(imported(topic("Old", "<ModifiedDate>2020-01-02T00:00:00Z</ModifiedDate>", "Open")),
-              "Nothing was stored.\nannotate: Note 1 stays, as it was changed here since the topic was.\n" + note +
-                  "resolved\tEva\t2020-01-01T00:00:00Z\tGap\n");
+              "Nothing was stored.\nannotate: Note 1 stays, as the topic isn't newer.\n" + note +
+                  "resolved\tEva\t2020-01-01T00:00:00Z\tMax\t2020-01-02T00:00:00Z\tGap\n");
     EXPECT_EQ(runOn(store, {"undo"}).output, "Taken back: import " + (directory / "in.bcf").string() + ".\n");
-    EXPECT_EQ(runOn(store, {"notes"}).output, note + "open\tEva\t2020-01-01T00:00:00Z\tGap\n");
+    EXPECT_EQ(runOn(store, {"notes"}).output, note + "open\tEva\t2020-01-01T00:00:00Z\t\t\tGap\n");
 }
 
-TEST_F(TopicsTest, areRefusedInASentenceIfTheArchiveIsBad) {
+TEST_F(TopicsImportTest, areRefusedInASentenceIfTheArchiveIsBad) {
     struct Case {
         Files files;
         const char* message;
