@@ -56,7 +56,9 @@ Interruption::Interruption(std::string_view sentence) {
 }
 
 Interruption::~Interruption() {
-    ::sigprocmask(SIG_UNBLOCK, &signals, nullptr);
+    if (isHeld) {
+        ::sigprocmask(SIG_UNBLOCK, &signals, nullptr);
+    }
     for (const int signal : handledSignals) {
         if (::sigismember(&signals, signal) == 1) {
             static_cast<void>(std::signal(signal, SIG_DFL));
@@ -67,7 +69,7 @@ Interruption::~Interruption() {
 }
 
 void Interruption::removeAtEnd(const std::filesystem::path& path) {
-    hold();
+    ::sigprocmask(SIG_BLOCK, &signals, nullptr);
     const std::string& bytes = path.native();
     if (bytes.size() < unfinished.size()) {
         std::copy_n(bytes.c_str(), bytes.size() + 1, unfinished.begin());
@@ -77,10 +79,12 @@ void Interruption::removeAtEnd(const std::filesystem::path& path) {
 
 void Interruption::hold() {
     ::sigprocmask(SIG_BLOCK, &signals, nullptr);
+    isHeld = true;
 }
 
 void Interruption::release() {
     isDone = 1;
+    isHeld = false;
     ::sigprocmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
