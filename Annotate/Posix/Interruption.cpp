@@ -69,11 +69,12 @@ Interruption::~Interruption() {
 }
 
 void Interruption::removeAtEnd(const std::filesystem::path& path) {
-    ::sigprocmask(SIG_BLOCK, &signals, nullptr);
+    hold();
     const std::string& bytes = path.native();
     if (bytes.size() < unfinished.size()) {
         std::copy_n(bytes.c_str(), bytes.size() + 1, unfinished.begin());
     }
+    isHeld = false;
     ::sigprocmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
