@@ -229,6 +229,7 @@ void addCommands(CLI::App& app, Arguments& arguments) {
         arguments, showObjects);
     show->add_option("GLOBALID", arguments.globalIds, "The objects, each " + byName)->required()->check(refuseEmpty);
     addDefinitionFiles(show, arguments);
+    addListing(show, arguments);
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);
     addStoreCommands(app, arguments);

@@ -68,11 +68,6 @@ std::string valuesTakenBy(const orv::ifc::def::xml::Def& definition) {
     return "";
 }
 
-bool isEnumerated(const std::string& set, const std::string& property) {
-    const auto* const definition = orv::ifc::findSchemaDefForProperty(set, property);
-    return definition != nullptr && definition->kind == PropertyKind::Enumerated;
-}
-
 } // namespace
 
 struct Condition::Spelling {
@@ -207,8 +202,7 @@ std::vector<std::string> textsThatHold(const MergedProperty& property, const Mod
             texts.push_back(valueText(value));
         }
     }
-    const bool isEnumeration = property.edit != nullptr && isEnumerated(property.set, property.name);
-    return isEnumeration && texts.size() == 1 ? partsOf(texts.front()) : texts;
+    return texts;
 }
 
 } // namespace annotate

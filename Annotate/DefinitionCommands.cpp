@@ -83,7 +83,7 @@ void listDefinitions(const Arguments& arguments) {
         }
         isSetKnown = true;
         if (filter.takes(set) && (match.isIn(set) || match.isIn(property))) {
-            rows.push_back({set, property, std::string(kindName(*definition)), shownType(*definition),
+            rows.push_back({set, property, std::string(kindName(definition->kind)), shownType(*definition),
                             unitOf(*definition), std::string(definition->source),
                             std::string(definition->enumerationValues)});
         }

@@ -79,10 +79,10 @@ std::string fullName(const Definition& definition) {
     return std::string(definition.propertySet) + '.' + std::string(definition.property);
 }
 
-std::string_view kindName(const Definition& definition) {
+std::string_view kindName(orv::ifc::def::xml::PropertyKind kind) {
     static constexpr std::array<std::string_view, 7> names{"single", "enumerated", "bounded", "list",
                                                            "table",  "reference",  "complex"};
-    return names.at(static_cast<std::size_t>(definition.kind));
+    return names.at(static_cast<std::size_t>(kind));
 }
 
 std::string shownType(const Definition& definition) {
@@ -99,7 +99,7 @@ std::string explain(const Definition& definition, const Outcome& outcome) {
         return fullName(definition) + " takes values of the type " + shownType(definition) +
                takenBy(definition.valueType) + ". What was given isn't one.";
     case Result::TakesNoValue:
-        return fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+        return fullName(definition) + " is of the kind " + std::string(kindName(definition.kind)) +
                ", which takes no value.";
     case Result::NoSuchObject:
         return "The overlay has no such object.";

@@ -25,7 +25,7 @@ RequestError unknownSet(const std::string& set);
 std::string fullName(const Definition& definition);
 
 /// As in "single".
-std::string_view kindName(const Definition& definition);
+std::string_view kindName(orv::ifc::def::xml::PropertyKind kind);
 
 /// As in "IfcLabel", or "IfcReal to IfcLabel" for a table.
 std::string shownType(const Definition& definition);

@@ -1,6 +1,9 @@
 #include "Annotate/EditIndex.h"
 
 #include "Annotate/EarlierEdit.h"
+#include "Annotate/EditText.h"
+#include "Annotate/ItemText.h"
+#include "Annotate/ValueText.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,6 +12,7 @@ namespace annotate {
 
 using orv::host::PropertyEdit;
 using orv::host::PropertyEdits;
+using orv::ifc::def::xml::PropertyKind;
 
 namespace {
 
@@ -24,6 +28,24 @@ PropertyEdit editOf(const EarlierEdit& earlier) {
         edit.values.resize(1); // the record may have none
     }
     return edit;
+}
+
+/// Gives an edit that has choices or bounds in one text, as before 0.2 and where hosts set it so, the form of its
+/// property. A text with more parts than there are bounds stays as it is.
+void takeApart(PropertyEdit& edit) {
+    const auto* const definition = orv::ifc::findSchemaDefForProperty(edit.set, edit.property);
+    if (edit.form != PropertyEdit::Form::Single || definition == nullptr) {
+        return;
+    }
+    const std::string text = valueText(edit.values.front());
+    const std::vector<std::string> items = itemsIn(text);
+    if (definition->kind == PropertyKind::Bounded && items.size() <= 3) {
+        edit.form = PropertyEdit::Form::Bounded;
+        edit.values = boundsIn(*definition, text);
+    } else if (definition->kind == PropertyKind::Enumerated) {
+        edit.form = PropertyEdit::Form::Enumerated;
+        edit.values.assign(items.begin(), items.end());
+    }
 }
 
 } // namespace
@@ -43,6 +65,7 @@ EditIndex::EditIndex(const Records& all) {
 }
 
 void EditIndex::take(Entry entry) {
+    takeApart(entry.edit);
     std::vector<std::size_t>& ofObject = places[entry.id];
     const auto known = std::find_if(ofObject.begin(), ofObject.end(), [&](std::size_t place) {
         return entries[place].edit.set == entry.edit.set && entries[place].edit.property == entry.edit.property;

@@ -87,6 +87,21 @@ PropertyEdit editIn(const Definition& definition, const std::string& text) {
     return edit;
 }
 
+PropertyKind kindOf(const PropertyEdit& edit) {
+    switch (edit.form) {
+    case Form::Enumerated:
+        return PropertyKind::Enumerated;
+    case Form::Bounded:
+        return PropertyKind::Bounded;
+    case Form::List:
+        return PropertyKind::List;
+    case Form::Table:
+        return PropertyKind::Table;
+    default:
+        return PropertyKind::Single;
+    }
+}
+
 std::vector<PropertyValue> valuesInOrder(const PropertyEdit& edit) {
     std::vector<PropertyValue> values = edit.values;
     if (edit.form == Form::Bounded) {

@@ -18,6 +18,9 @@ std::vector<orv::object::PropertyValue> boundsIn(const Definition& definition, s
 /// RequestError if it isn't of the form, or the property takes no value.
 orv::host::PropertyEdit editIn(const Definition& definition, const std::string& text);
 
+/// The kind of property that the edit makes.
+orv::ifc::def::xml::PropertyKind kindOf(const orv::host::PropertyEdit& edit);
+
 /// The values that the edit sets the property to, in the order of that form.
 std::vector<orv::object::PropertyValue> valuesInOrder(const orv::host::PropertyEdit& edit);
 

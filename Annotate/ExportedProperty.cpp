@@ -1,8 +1,6 @@
 #include "Annotate/ExportedProperty.h"
 
 #include "Annotate/Arguments.h"
-#include "Annotate/EditText.h"
-#include "Annotate/ItemText.h"
 #include "Annotate/StepParameters.h"
 #include "Annotate/StepValue.h"
 #include "Annotate/StepWriting.h"
@@ -54,7 +52,6 @@ struct PropertyExporter::Content {
     const PropertyEdit& edit;
     const Definition* definition = orv::ifc::findSchemaDefForProperty(edit.set, edit.property);
     std::string fullName = edit.set + '.' + edit.property;
-    Form form = edit.form;
     std::vector<PropertyValue> values = edit.values;
     std::string type{};
     std::string definedType{};
@@ -62,7 +59,7 @@ struct PropertyExporter::Content {
 
 /// Returns whether there is something to be exported, and tells why if there isn't.
 bool PropertyExporter::takeValues(Content& content, const ModelStatements::Statement& model) {
-    const auto& [edit, definition, fullName, form, values, type, definedType] = content;
+    const auto& [edit, definition, fullName, values, type, definedType] = content;
     const std::string leftOut = fullName + " is left out. ";
     if (model.statementClass->kind == StatementKind::ComplexProperty) {
         sentences.insert(leftOut + "The model has a complex property of that name.");
@@ -80,26 +77,15 @@ bool PropertyExporter::takeValues(Content& content, const ModelStatements::State
     }
     content.type = definition->valueType;
     content.definedType = definition->definedValueType;
-    try {
-        if (form == Form::Single && values.size() == 1) { // as it was kept before 0.2 for all of these
-            const std::string text = valueText(values.front());
-            if (definition->kind == PropertyKind::Bounded) {
-                content.form = Form::Bounded;
-                content.values = boundsIn(*definition, text);
-            } else if (definition->kind == PropertyKind::Enumerated) {
-                const std::vector<std::string> items = itemsIn(text);
-                content.form = Form::Enumerated;
-                content.values.assign(items.begin(), items.end());
-            }
-        }
-        if (!edit.unit.empty()) {
+    if (!edit.unit.empty()) {
+        try {
             takeUnits(*definition, *units, edit.unit, content.values);
+        } catch (const RequestError& problem) {
+            sentences.insert(leftOut + problem.what());
+            return false;
         }
-    } catch (const RequestError& problem) {
-        sentences.insert(leftOut + problem.what());
-        return false;
     }
-    if (form == Form::Bounded) {
+    if (edit.form == Form::Bounded) {
         content.values.resize(3);
         const bool hasBound = !values[0].isEmpty() || !values[1].isEmpty();
         if (version == IfcVersion::Ifc2x3 && !values[2].isEmpty()) {
@@ -143,7 +129,7 @@ std::optional<ExportedProperty> PropertyExporter::exported(const PropertyEdit& e
     const bool hasModel = !model.text.empty();
     const StatementKind kind = model.statementClass->kind;
     std::string parameters = hasModel ? parts[0] + ',' + parts[1] + ',' : stepString(edit.property) + ",$,";
-    switch (content.form) {
+    switch (edit.form) {
     case Form::Enumerated:
         parameters += valuesOf(content.values, FcValueType::find(content.type) == nullptr ? "IfcLabel" : content.type) +
                       ',' +
@@ -167,7 +153,7 @@ std::optional<ExportedProperty> PropertyExporter::exported(const PropertyEdit& e
             exportedValue(version, content.values.empty() ? PropertyValue() : content.values.front(), content.type) +
             ",$";
     }
-    return ExportedProperty{std::string(keywordOf(content.form)), std::move(parameters)};
+    return ExportedProperty{std::string(keywordOf(edit.form)), std::move(parameters)};
 }
 
 } // namespace annotate

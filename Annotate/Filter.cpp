@@ -124,8 +124,7 @@ bool Filter::isInStorey(const ModelObject& object) const {
 
 bool Filter::meets(const ModelObject& object, Asked& asked) {
     const Condition& condition = asked.condition;
-    const std::optional<orv::Guid> id = idOf(details->getModel(), object);
-    const EditIndex::Entry* const edit = id ? edits->find(*id, condition.getSet(), condition.getProperty()) : nullptr;
+    const HeldEdit edit = editFor(object, *details, *edits, condition.getSet(), condition.getProperty());
     const MergedProperty property = sets->find(object, edit, condition.getSet(), condition.getProperty());
     asked.isKnown = asked.isKnown || property.model != nullptr || property.edit != nullptr;
     if (property.model != nullptr) {

@@ -27,11 +27,9 @@ std::vector<PropertyValue> heldValues(const MergedProperty& property, const Mode
         return isOneText ? std::vector<PropertyValue>{valuesText(*property.model)} : property.model->values;
     }
     const orv::host::PropertyEdit& edit = property.edit->edit;
-    const auto* const definition = orv::ifc::findSchemaDefForProperty(property.set, property.name);
-    const bool isBounded = definition != nullptr && definition->kind == PropertyKind::Bounded;
     const Overlay overlay(model, records);
     std::vector<PropertyValue> values = Overlay::read(property.edit->id, property.set, property.name);
-    if (!values.empty() && edit.form != Form::Enumerated && !isBounded) {
+    if (!values.empty() && edit.form != Form::Enumerated && edit.form != Form::Bounded) {
         return values;
     }
     // Choices and bounds in one text, or what the overlay doesn't take as its definition is missing today.
@@ -44,17 +42,28 @@ bool isTable(const MergedProperty& property) {
                                     : property.edit->edit.form == Form::Table;
 }
 
-void printHeld(const Arguments& arguments, const std::vector<PropertyValue>& held, bool areRows) {
+/// For programs with the unit, and whose it is.
+void printHeld(const Arguments& arguments, const MergedProperty& property, const std::vector<PropertyValue>& held,
+               const ModelUnits& units) {
+    const bool isTold = arguments.csv || arguments.json;
+    const std::size_t width = isTable(property) ? 2 : 1;
+    std::vector<Column> columns =
+        width == 2 ? std::vector<Column>{{"Defining"}, {"Defined"}} : std::vector<Column>{{"Value"}};
     std::vector<Row> rows;
-    for (std::size_t place = 0; place < held.size(); ++place) {
-        if (areRows && place % 2 == 1) {
-            rows.back().push_back(valueText(held[place]));
-        } else {
-            rows.push_back({valueText(held[place])});
+    for (std::size_t place = 0; place < held.size(); place += width) {
+        Row& row = rows.emplace_back();
+        for (std::size_t column = 0; column < width; ++column) {
+            row.push_back(place + column < held.size() ? valueText(held[place + column]) : "");
+        }
+        if (isTold) {
+            row.push_back(property.edit == nullptr ? unitText(*property.model) : unitOf(property, units));
+            row.push_back(property.edit == nullptr ? "model" : "yours");
         }
     }
-    printTable(arguments, areRows ? std::vector<Column>{{"Defining"}, {"Defined"}} : std::vector<Column>{{"Value"}},
-               rows);
+    if (isTold) {
+        columns.insert(columns.end(), {{"Unit"}, {"Whose"}});
+    }
+    printTable(arguments, columns, rows);
 }
 
 /// As in "model: F60, yours: F90".
@@ -65,7 +74,8 @@ void printBoth(const MergedProperty& property, const ModelUnits& units) {
     }
     if (property.edit != nullptr) {
         text.append(text.empty() ? "" : ", ")
-            .append("yours: " + withUnit(editText(property.edit->edit), unitOf(property, units)));
+            .append(property.editFrom.empty() ? "yours: " : "yours, from " + std::string(property.editFrom) + ": ")
+            .append(withUnit(editText(property.edit->edit), unitOf(property, units)));
     }
     std::cout << printable(text) << '\n';
 }
@@ -77,12 +87,11 @@ void getProperty(const Arguments& arguments) {
     const ModelDetails details = ModelDetails::read(arguments.model);
     const Model& model = details.getModel();
     const ModelObject& object = objectNamed(arguments, model, request.globalId);
-    const std::optional<orv::Guid> id = idOf(model, object);
     const Records records = readStore(arguments);
     const EditIndex edits(records);
     const std::vector<ModelSet> sets = details.setsOf(object);
-    const MergedProperty property = mergedProperty(sets, id ? edits.of(*id) : std::vector<const EditIndex::Entry*>(),
-                                                   request.set, request.property);
+    const HeldEdit edit = editFor(object, details, edits, request.set, request.property);
+    const MergedProperty property = mergedProperty(sets, edit, request.set, request.property);
     if (property.model == nullptr && property.edit == nullptr) {
         throw RequestError(fullName(findDefinition(request.set, request.property)) + " isn't set on " +
                            request.globalId + ", neither in the model nor by you.");
@@ -90,7 +99,7 @@ void getProperty(const Arguments& arguments) {
     if (isForReaders(arguments)) {
         printBoth(property, details.getUnits());
     } else {
-        printHeld(arguments, heldValues(property, model, records), isTable(property));
+        printHeld(arguments, property, heldValues(property, model, records), details.getUnits());
     }
     if (const std::string sentence = changedUnit(property, details.getUnits()); !sentence.empty()) {
         std::cerr << "annotate: " << printable(sentence) << '\n';

@@ -18,7 +18,7 @@ public:
         constexpr std::size_t pieceSize = 1U << 16U;
         piece += markup;
         if (piece.size() >= pieceSize) {
-            finish();
+            flush();
         }
         return *this;
     }
@@ -27,7 +27,7 @@ public:
     HtmlPage& text(std::string_view content) { return *this << htmlText(content); }
 
     /// The file has all of it then.
-    void finish() {
+    void flush() {
         file.write(piece);
         piece.clear();
     }

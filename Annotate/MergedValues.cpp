@@ -8,6 +8,7 @@
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <optional>
 
@@ -15,12 +16,20 @@ namespace annotate {
 
 using orv::ifc::def::xml::PropertyKind;
 using orv::object::PropertyValue;
-using Form = orv::host::PropertyEdit::Form;
 
 namespace {
 
-bool isSet(const EditIndex::Entry& entry) {
-    return entry.edit.form != Form::Unset;
+/// How far away it is that an object has something from.
+int distanceOf(std::string_view from) {
+    return from.empty() ? 0 : from == fromDeclaration ? 1 : 2;
+}
+
+/// Takes the edit, unless the model has the value from something nearer.
+void take(const HeldEdit& edit, MergedProperty& property) {
+    if (property.model == nullptr || distanceOf(edit.from) <= distanceOf(property.model->from)) {
+        property.edit = edit.entry;
+        property.editFrom = edit.from;
+    }
 }
 
 std::string unitInModel(const MergedProperty& property) {
@@ -101,27 +110,25 @@ bool isSame(const MergedProperty& property, const ModelUnits& units) {
 
 } // namespace
 
-std::vector<MergedProperty> merged(const std::vector<ModelSet>& sets,
-                                   const std::vector<const EditIndex::Entry*>& edits) {
+std::vector<MergedProperty> merged(const std::vector<ModelSet>& sets, const std::vector<HeldEdit>& edits) {
     std::vector<MergedProperty> properties;
-    std::vector<const EditIndex::Entry*> rest = edits;
-    std::erase_if(rest, [](const EditIndex::Entry* entry) { return !isSet(*entry); });
-    const auto takeEdit = [&](MergedProperty& property) {
-        const auto found = std::find_if(rest.begin(), rest.end(), [&](const EditIndex::Entry* entry) {
-            return entry->edit.set == property.set && entry->edit.property == property.name;
+    std::vector<HeldEdit> rest = edits;
+    const auto takeEdit = [&rest](MergedProperty& property) {
+        const auto found = std::find_if(rest.begin(), rest.end(), [&property](const HeldEdit& held) {
+            return held.entry->edit.set == property.set && held.entry->edit.property == property.name;
         });
         if (found != rest.end()) {
-            property.edit = *found;
+            take(*found, property);
             rest.erase(found);
         }
     };
     const auto takeNew = [&](const std::string& set) {
-        for (const EditIndex::Entry* const entry : rest) {
-            if (entry->edit.set == set) {
-                properties.push_back({set, entry->edit.property, nullptr, entry});
+        for (const HeldEdit& held : rest) {
+            if (held.entry->edit.set == set) {
+                properties.push_back({set, held.entry->edit.property, nullptr, held.entry, held.from});
             }
         }
-        std::erase_if(rest, [&](const EditIndex::Entry* entry) { return entry->edit.set == set; });
+        std::erase_if(rest, [&set](const HeldEdit& held) { return held.entry->edit.set == set; });
     };
     for (const ModelSet& set : sets) {
         for (const ModelProperty& property : set.properties) {
@@ -130,17 +137,25 @@ std::vector<MergedProperty> merged(const std::vector<ModelSet>& sets,
         takeNew(set.name);
     }
     while (!rest.empty()) {
-        takeNew(std::string(rest.front()->edit.set));
+        takeNew(std::string(rest.front().entry->edit.set));
     }
     return properties;
 }
 
-MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const std::vector<const EditIndex::Entry*>& edits,
-                              std::string_view set, std::string_view name) {
-    const std::vector<MergedProperty> all = merged(sets, edits);
-    const auto found = std::find_if(all.begin(), all.end(),
-                                    [&](const MergedProperty& each) { return each.set == set && each.name == name; });
-    return found == all.end() ? MergedProperty{std::string(set), std::string(name)} : *found;
+MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const HeldEdit& edit, std::string_view set,
+                              std::string_view name) {
+    MergedProperty property{std::string(set), std::string(name)};
+    for (const ModelSet& each : sets) {
+        const auto found = std::find_if(each.properties.begin(), each.properties.end(),
+                                        [name](const ModelProperty& candidate) { return candidate.name == name; });
+        if (property.model == nullptr && each.name == set && found != each.properties.end()) {
+            property.model = &*found;
+        }
+    }
+    if (edit.entry != nullptr) {
+        take(edit, property);
+    }
+    return property;
 }
 
 std::vector<PropertyValue> valuesThatHold(const MergedProperty& property, const ModelUnits& units) {
@@ -150,14 +165,24 @@ std::vector<PropertyValue> valuesThatHold(const MergedProperty& property, const 
     return property.model == nullptr ? std::vector<PropertyValue>() : inProjectUnits(*property.model, units);
 }
 
-std::string_view comparisonOf(const MergedProperty& property, const ModelUnits& units) {
+Comparison comparisonOf(const MergedProperty& property, const ModelUnits& units) {
     if (property.edit == nullptr) {
-        return "";
+        return Comparison::None;
     }
     if (property.model == nullptr) {
-        return "new";
+        return Comparison::New;
     }
-    return isSame(property, units) ? "same" : "differs";
+    return isSame(property, units) ? Comparison::Same : Comparison::Differs;
+}
+
+std::string_view comparisonWord(Comparison comparison) {
+    constexpr std::array<std::string_view, 4> words = {"", "new", "same", "differs"};
+    return words.at(static_cast<std::size_t>(comparison));
+}
+
+std::string comparisonText(const MergedProperty& property, const ModelUnits& units) {
+    std::string text(comparisonWord(comparisonOf(property, units)));
+    return property.editFrom.empty() ? text : text.append(", from ").append(property.editFrom);
 }
 
 std::string unitOf(const MergedProperty& property, const ModelUnits& units) {

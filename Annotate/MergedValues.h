@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Annotate/EditIndex.h"
+#include "Annotate/HeldEdits.h"
 #include "Annotate/ModelDetails.h"
 
 #include <string>
@@ -15,23 +15,32 @@ struct MergedProperty {
     std::string name;
     const ModelProperty* model = nullptr;   ///< Null if the model doesn't have it.
     const EditIndex::Entry* edit = nullptr; ///< Null if nobody set it, or somebody unset it since.
+    std::string_view editFrom = "";         ///< As that of a HeldEdit.
 };
+
+/// How an edit stands to the model's value.
+enum class Comparison { None, New, Same, Differs };
 
 /// The properties of the sets in their order, each with the edit on it. What only edits have stands behind the others
 /// of its set, or behind the other sets. Refers to what is given.
-std::vector<MergedProperty> merged(const std::vector<ModelSet>& sets,
-                                   const std::vector<const EditIndex::Entry*>& edits);
+std::vector<MergedProperty> merged(const std::vector<ModelSet>& sets, const std::vector<HeldEdit>& edits);
 
-/// The property of that name; one with two null pointers if there is none.
-MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const std::vector<const EditIndex::Entry*>& edits,
-                              std::string_view set, std::string_view name);
+/// The property of that name, with its edit; one with two null pointers if there is none.
+MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const HeldEdit& edit, std::string_view set,
+                              std::string_view name);
 
 /// The values that hold, those of the edit, otherwise the model's. Numbers are in the project's unit, as are those that
 /// users give without one; where that isn't known, or theirs isn't, they are as they stand.
 std::vector<orv::object::PropertyValue> valuesThatHold(const MergedProperty& property, const ModelUnits& units);
 
-/// How the edit stands to the model's value: "new", "same", in whatever units, or "differs"; empty without an edit.
-std::string_view comparisonOf(const MergedProperty& property, const ModelUnits& units);
+/// Values are the same in whatever units.
+Comparison comparisonOf(const MergedProperty& property, const ModelUnits& units);
+
+/// As in "differs"; empty without an edit.
+std::string_view comparisonWord(Comparison comparison);
+
+/// The same in a word, and what has the edit if it isn't the object, as in "differs, from type"; empty without an edit.
+std::string comparisonText(const MergedProperty& property, const ModelUnits& units);
 
 /// The unit of what holds: that in which the user gave the values, otherwise that of the model's, or that which the
 /// model has for the values of such a property. Empty if there is none, or none is known.

@@ -143,8 +143,8 @@ std::vector<ModelSet> ModelDetails::setsOf(const ModelObject& object) const {
     std::vector<ModelSet> sets;
     try {
         addSetsOf(object.id, "", sets);
-        addSetsOf(relations.declarationOf(object.id), "declaration", sets);
-        addSetsOf(relations.typeOf(object.id), "type", sets);
+        addSetsOf(relations.declarationOf(object.id), fromDeclaration, sets);
+        addSetsOf(relations.typeOf(object.id), fromType, sets);
     } catch (const StepError& problem) {
         throw brokenModel(file, problem.what());
     }
@@ -211,6 +211,10 @@ const ModelObject* ModelDetails::storeyOf(const ModelObject& object) const {
 
 const ModelObject* ModelDetails::typeOf(const ModelObject& object) const {
     return objectOf(relations.typeOf(object.id));
+}
+
+const ModelObject* ModelDetails::declarationOf(const ModelObject& object) const {
+    return objectOf(relations.declarationOf(object.id));
 }
 
 const ModelObject* ModelDetails::objectOf(std::uint64_t id) const {

@@ -51,6 +51,9 @@ public:
     /// Null if it has none.
     const ModelObject* typeOf(const ModelObject& object) const;
 
+    /// The object that declares what this one has; null if there is none.
+    const ModelObject* declarationOf(const ModelObject& object) const;
+
 private:
     class Reader;
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace annotate {
@@ -26,8 +27,12 @@ struct ModelProperty {
     std::string definedValueType; ///< Of the defined values of a table.
     ModelUnit unit;               ///< Its symbol is empty if the values have none, or none is known.
     ModelUnit definedUnit;
-    std::string from; ///< What the object has it from, as in "type"; empty if it is its own.
+    std::string from; ///< What the object has it from: fromType and the like; empty if it is its own.
 };
+
+/// From the object that declares what the object has, and from its type. What is nearer goes before what is farther.
+constexpr std::string_view fromDeclaration = "declaration";
+constexpr std::string_view fromType = "type";
 
 /// A set of properties or of quantities.
 struct ModelSet {

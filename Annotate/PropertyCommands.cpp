@@ -38,7 +38,7 @@ std::string_view commandFor(const Definition& definition) {
         return "set-table";
     case PropertyKind::Reference:
     case PropertyKind::Complex:
-        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition.kind)) +
                            ", which takes no value.");
     default:
         return "set";
@@ -48,7 +48,7 @@ std::string_view commandFor(const Definition& definition) {
 const Definition& definitionFor(const EditRequest& request, std::string_view command) {
     const Definition& definition = findDefinition(request.set, request.property);
     if (const std::string_view needed = commandFor(definition); needed != command) {
-        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition.kind)) +
                            ". Use the command " + std::string(needed) + '.');
     }
     return definition;
@@ -64,7 +64,7 @@ PropertyValue boundIn(const std::string& text) {
 
 std::vector<PropertyValue> givenBounds(const Arguments& arguments, const Definition& definition) {
     if (definition.kind != PropertyKind::Bounded) {
-        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition)) +
+        throw RequestError(fullName(definition) + " is of the kind " + std::string(kindName(definition.kind)) +
                            ", which has no bounds. Give the VALUE.");
     }
     return {boundIn(arguments.lower), boundIn(arguments.upper), boundIn(arguments.setPoint)};
@@ -82,8 +82,10 @@ PropertyEdit editOf(const EditRequest& request, Form form) {
 /// The bounds that aren't named stay as they are: those that were set, otherwise those of the model.
 void keepOtherBounds(const ModelDetails& details, const Definition& definition, const EditIndex& present,
                      ObjectEdit& each) {
-    const std::vector<ModelSet> sets = details.setsOf(*details.getModel().find(each.id));
-    const MergedProperty held = mergedProperty(sets, present.of(each.id), each.edit.set, each.edit.property);
+    const ModelObject& object = *details.getModel().find(each.id);
+    const std::vector<ModelSet> sets = details.setsOf(object);
+    const HeldEdit edit = editFor(object, details, present, each.edit.set, each.edit.property);
+    const MergedProperty held = mergedProperty(sets, edit, each.edit.set, each.edit.property);
     const bool isModels = held.edit == nullptr && held.model != nullptr && held.model->kind == PropertyKind::Bounded;
     const std::string text = held.edit != nullptr ? editText(held.edit->edit) : isModels ? valuesText(*held.model) : "";
     std::vector<PropertyValue> bounds = boundsIn(definition, text);
@@ -108,7 +110,7 @@ void remarkOnOwnUnits(const ModelDetails& details, const std::vector<orv::Guid>&
     std::set<std::string> own;
     for (const orv::Guid& id : ids) {
         const ModelObject& object = *details.getModel().find(id);
-        const MergedProperty property = sets.find(object, nullptr, edit.set, edit.property);
+        const MergedProperty property = sets.find(object, {}, edit.set, edit.property);
         const std::string unit = property.model == nullptr ? "" : unitText(*property.model);
         if (!unit.empty() && unit != edit.unit && own.insert(unit).second) {
             std::cerr << "annotate: The model has " << printable(edit.set + '.' + edit.property + " in " + unit)

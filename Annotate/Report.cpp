@@ -47,8 +47,10 @@ Standing standingOf(const AddedEdit& edit, const ModelUnits& units) {
     if (edit.object == nullptr) {
         return Standing::Vanished;
     }
-    const std::string_view comparison = comparisonOf(edit.property, units);
-    return comparison == "new" ? Standing::New : comparison == "same" ? Standing::CaughtUp : Standing::Differs;
+    const Comparison comparison = comparisonOf(edit.property, units);
+    return comparison == Comparison::New    ? Standing::New
+           : comparison == Comparison::Same ? Standing::CaughtUp
+                                            : Standing::Differs;
 }
 
 ExportOutcome exportReport(const Arguments& arguments, NewFile& file) {
@@ -72,7 +74,7 @@ ExportOutcome exportReport(const Arguments& arguments, NewFile& file) {
     addNotes(page, additions);
     addVanished(page, status);
     page << "</main>\n<script>" << reportScript << "</script>\n</body>\n</html>\n";
-    page.finish();
+    page.flush();
     return {arguments.file.string() + " reports on " + countOf(additions.getNotes().size(), "note") + " and " +
                 countOf(additions.getEdits().size(), "edit") + '.',
             {}};

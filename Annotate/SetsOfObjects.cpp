@@ -2,22 +2,18 @@
 
 namespace annotate {
 
-MergedProperty SetsOfObjects::find(const ModelObject& object, const EditIndex::Entry* edit, std::string_view set,
+MergedProperty SetsOfObjects::find(const ModelObject& object, const HeldEdit& edit, std::string_view set,
                                    std::string_view property) {
     const auto [known, isNew] = sets.try_emplace(&object);
     if (isNew) {
         known->second = details->setsOf(object);
     }
-    std::vector<const EditIndex::Entry*> edits;
-    if (edit != nullptr) {
-        edits.push_back(edit);
-    }
-    return mergedProperty(known->second, edits, set, property);
+    return mergedProperty(known->second, edit, set, property);
 }
 
 MergedProperty SetsOfObjects::find(const ModelObject* object, const EditIndex::Entry& entry) {
     return object == nullptr ? MergedProperty{entry.edit.set, entry.edit.property, nullptr, &entry}
-                             : find(*object, &entry, entry.edit.set, entry.edit.property);
+                             : find(*object, {&entry, ""}, entry.edit.set, entry.edit.property);
 }
 
 } // namespace annotate

@@ -13,8 +13,8 @@ class SetsOfObjects {
 public:
     explicit SetsOfObjects(const ModelDetails& modelDetails) : details(&modelDetails) {}
 
-    /// The property of the object with the edit, which may be null.
-    MergedProperty find(const ModelObject& object, const EditIndex::Entry* edit, std::string_view set,
+    /// The property of the object with the edit.
+    MergedProperty find(const ModelObject& object, const HeldEdit& edit, std::string_view set,
                         std::string_view property);
 
     /// The property that was edited. Without the model's if the object is null, as the model no longer has it.

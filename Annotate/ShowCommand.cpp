@@ -1,4 +1,6 @@
+#include "Annotate/AdditionsJson.h"
 #include "Annotate/Commands.h"
+#include "Annotate/EditTable.h"
 #include "Annotate/EditText.h"
 #include "Annotate/Filter.h"
 #include "Annotate/MergedValues.h"
@@ -16,8 +18,6 @@
 namespace annotate {
 
 namespace {
-
-using Entries = std::vector<const EditIndex::Entry*>;
 
 /// As in "IfcWall North wall".
 std::string shown(const ModelObject& object) {
@@ -50,6 +50,13 @@ std::string shown(std::int64_t number, const Note& note) {
     return text + ')';
 }
 
+std::vector<std::pair<std::int64_t, Note*>> notesOn(const ModelObject& object, const ModelDetails& details,
+                                                    const Records& records) {
+    auto notes = numberedNotes(records);
+    std::erase_if(notes, [&](const auto& each) { return details.getModel().find(each.second->ownerId) != &object; });
+    return notes;
+}
+
 void printHead(const ModelDetails& details, const ModelObject& object, const Records& records) {
     std::cout << shown(object) << "\nGlobalId: " << printable(object.globalId) << '\n';
     if (const auto place = details.placeOf(object); !place.empty()) {
@@ -58,19 +65,36 @@ void printHead(const ModelDetails& details, const ModelObject& object, const Rec
     if (const ModelObject* const type = details.typeOf(object)) {
         std::cout << "Type: " << shown(*type) << ", " << printable(type->globalId) << '\n';
     }
-    for (const auto& [number, note] : numberedNotes(records)) {
-        if (details.getModel().find(note->ownerId) == &object) {
-            std::cout << shown(number, *note) << '\n';
-        }
+    for (const auto& [number, note] : notesOn(object, details, records)) {
+        std::cout << shown(number, *note) << '\n';
     }
 }
 
-/// What is set on the property, with its unit where that isn't the one of the model's value.
-std::string yours(const MergedProperty& property, const ModelUnits& units) {
-    if (property.edit == nullptr) {
-        return "";
-    }
-    return withUnit(editText(property.edit->edit), unitBesideModel(property, units));
+/// What is known of an object. Its properties refer to its sets.
+struct Shown {
+    const ModelObject* object;
+    std::vector<ModelSet> sets;
+    std::vector<ModelSet> materialSets;
+    std::vector<MergedProperty> properties;
+};
+
+Shown shownOf(const ModelObject& object, const ModelDetails& details, const EditIndex& edits) {
+    Shown shown{&object, details.setsOf(object), details.materialSetsOf(object), {}};
+    shown.properties = merged(shown.sets, editsFor(object, details, edits));
+    const std::vector<MergedProperty> ofMaterials = merged(shown.materialSets, {});
+    shown.properties.insert(shown.properties.end(), ofMaterials.begin(), ofMaterials.end());
+    return shown;
+}
+
+/// The unit of the model's value, or if it has none that of what is set.
+std::string unitShown(const MergedProperty& property, const ModelUnits& units) {
+    return property.model == nullptr ? unitOf(property, units) : unitText(*property.model);
+}
+
+Row rowOf(const MergedProperty& property, const ModelUnits& units) {
+    const ModelProperty* const model = property.model;
+    return {property.set, property.name, model == nullptr ? "" : valuesText(*model), unitShown(property, units),
+            model == nullptr ? "" : model->from};
 }
 
 /// The columns of the users' own are there if there is something in them.
@@ -83,18 +107,94 @@ void printValues(const Arguments& arguments, const std::vector<MergedProperty>& 
     }
     std::vector<Row> rows;
     for (const MergedProperty& property : properties) {
-        const ModelProperty* const model = property.model;
-        Row& row = rows.emplace_back(Row{property.set, property.name, model == nullptr ? "" : valuesText(*model),
-                                         model == nullptr ? unitOf(property, units) : unitText(*model),
-                                         model == nullptr ? "" : model->from});
+        Row& row = rows.emplace_back(rowOf(property, units));
         if (isEdited) {
-            row.insert(row.end(), {yours(property, units), std::string(comparisonOf(property, units))});
+            const std::string unit = unitBesideModel(property, units);
+            row.push_back(property.edit == nullptr ? "" : withUnit(editText(property.edit->edit), unit));
+            row.push_back(comparisonText(property, units));
         }
     }
     if (!rows.empty()) {
         printTable(arguments, columns, rows);
     }
-    for (const MergedProperty& property : properties) {
+}
+
+void printCsv(const Arguments& arguments, const std::vector<Shown>& objects, const ModelUnits& units) {
+    const std::vector<Column> columns = {{"GlobalId"}, {"Set"},   {"Property"},      {"Value"},      {"Unit"},
+                                         {"From"},     {"Yours"}, {"Unit of yours"}, {"Yours from"}, {"Compared"}};
+    std::vector<Row> rows;
+    for (const Shown& shown : objects) {
+        for (const MergedProperty& property : shown.properties) {
+            Row row = rowOf(property, units);
+            row.insert(row.begin(), shown.object->globalId);
+            if (property.edit != nullptr) {
+                row.insert(row.end(), {editText(property.edit->edit), property.edit->edit.unit});
+            }
+            row.resize(columns.size() - 2);
+            row.insert(row.end(),
+                       {std::string(property.editFrom), std::string(comparisonWord(comparisonOf(property, units)))});
+            rows.push_back(std::move(row));
+        }
+    }
+    printTable(arguments, columns, rows);
+}
+
+Json jsonOf(const MergedProperty& property, const ModelUnits& units) {
+    Json json{{"propertySet", property.set}, {"property", property.name}, {"model", nullptr}, {"edit", nullptr}};
+    if (const ModelProperty* const model = property.model) {
+        json["model"] = {{"kind", kindName(model->kind)},
+                         {"value", valueJson(model->kind, model->values)},
+                         {"unit", orNull(unitText(*model))},
+                         {"from", orNull(model->from)}};
+    }
+    if (property.edit != nullptr) {
+        const orv::host::PropertyEdit& edit = property.edit->edit;
+        json["edit"] = {{"kind", kindName(kindOf(edit))},
+                        {"value", valueJson(edit)},
+                        {"unit", orNull(edit.unit)},
+                        {"from", orNull(std::string(property.editFrom))},
+                        {"compared", comparisonWord(comparisonOf(property, units))},
+                        {"author", orNull(edit.author)},
+                        {"time", orNull(timeOf(edit))}};
+    }
+    return json;
+}
+
+Json jsonOf(const ModelObject* object) {
+    return object == nullptr ? Json() : objectJson(object->globalId, object);
+}
+
+Json jsonOf(const Shown& shown, const ModelDetails& details, const Records& records) {
+    Json json = jsonOf(shown.object);
+    json["place"] = Json::array();
+    for (const ModelObject* const part : details.placeOf(*shown.object)) {
+        json["place"].push_back(jsonOf(part));
+    }
+    json["type"] = jsonOf(details.typeOf(*shown.object));
+    json["notes"] = Json::array();
+    for (const auto& [number, note] : notesOn(*shown.object, details, records)) {
+        json["notes"].push_back(noteJson(number, *note, shown.object));
+    }
+    json["properties"] = Json::array();
+    for (const MergedProperty& property : shown.properties) {
+        json["properties"].push_back(jsonOf(property, details.getUnits()));
+    }
+    return json;
+}
+
+void printText(const Arguments& arguments, const std::vector<Shown>& objects, const ModelDetails& details,
+               const Records& records) {
+    std::string_view separator;
+    for (const Shown& shown : objects) {
+        std::cout << separator;
+        printHead(details, *shown.object, records);
+        printValues(arguments, shown.properties, details.getUnits());
+        separator = "\n";
+    }
+}
+
+void printChangedUnits(const Shown& shown, const ModelUnits& units) {
+    for (const MergedProperty& property : shown.properties) {
         if (const std::string sentence = changedUnit(property, units); !sentence.empty()) {
             std::cerr << "annotate: " << printable(sentence) << '\n';
         }
@@ -107,22 +207,23 @@ void showObjects(const Arguments& arguments) {
     const ModelDetails details = ModelDetails::read(arguments.model);
     const Records records = readStore(arguments);
     const EditIndex edits(records);
-    std::vector<const ModelObject*> wanted;
+    std::vector<Shown> objects;
     for (const std::string& globalId : arguments.globalIds) {
-        wanted.push_back(&objectNamed(arguments, details.getModel(), globalId));
+        objects.push_back(shownOf(objectNamed(arguments, details.getModel(), globalId), details, edits));
     }
-    std::string_view separator;
-    for (const ModelObject* const object : wanted) {
-        std::cout << separator;
-        printHead(details, *object, records);
-        const std::vector<ModelSet> sets = details.setsOf(*object);
-        const std::vector<ModelSet> materialSets = details.materialSetsOf(*object);
-        const std::optional<orv::Guid> id = idOf(details.getModel(), *object);
-        std::vector<MergedProperty> properties = merged(sets, id ? edits.of(*id) : Entries());
-        const std::vector<MergedProperty> ofMaterials = merged(materialSets, {});
-        properties.insert(properties.end(), ofMaterials.begin(), ofMaterials.end());
-        printValues(arguments, properties, details.getUnits());
-        separator = "\n";
+    if (arguments.json) {
+        Json all = Json::array();
+        for (const Shown& shown : objects) {
+            all.push_back(jsonOf(shown, details, records));
+        }
+        std::cout << textOf(all);
+    } else if (arguments.csv) {
+        printCsv(arguments, objects, details.getUnits());
+    } else {
+        printText(arguments, objects, details, records);
+    }
+    for (const Shown& shown : objects) {
+        printChangedUnits(shown, details.getUnits());
     }
 }
 

@@ -76,7 +76,7 @@ void Status::take(const AddedEdit& added) {
     if (added.object == nullptr) {
         ++vanished[globalId].edits;
     }
-    if (comparisonOf(added.property, additions->getDetails().getUnits()) == "same") {
+    if (comparisonOf(added.property, additions->getDetails().getUnits()) == Comparison::Same) {
         caughtUp.push_back({globalId, edit.set, edit.property, editText(edit), edit.author});
     }
 }

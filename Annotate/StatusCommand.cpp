@@ -1,3 +1,4 @@
+#include "Annotate/AdditionsJson.h"
 #include "Annotate/Commands.h"
 #include "Annotate/Status.h"
 #include "Annotate/System.h"
@@ -5,7 +6,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 namespace annotate {
 
@@ -76,7 +76,6 @@ void printInPipe(const Status& status) {
 }
 
 void printAsJson(const Status& status) {
-    using Json = nlohmann::ordered_json;
     const auto objectsOf = [](const std::vector<Column>& columns, const std::vector<Row>& rows) {
         Json objects = Json::array();
         for (const Row& row : rows) {
@@ -103,7 +102,7 @@ void printAsJson(const Status& status) {
     all[byClass] = countsOf("Class", status.openByClass());
     all[onVanished] = objectsOf(vanishedColumns(), status.vanishedRows());
     all[hasCaughtUp] = objectsOf(caughtUpColumns(), status.caughtUpRows());
-    std::cout << all.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    std::cout << textOf(all);
 }
 
 } // namespace

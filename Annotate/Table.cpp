@@ -1,12 +1,12 @@
 #include "Annotate/Table.h"
 
+#include "Annotate/AdditionsJson.h"
 #include "Annotate/CsvText.h"
 #include "Annotate/System.h"
 #include "Annotate/Terminal.h"
 
 #include <algorithm>
 #include <iostream>
-#include <nlohmann/json.hpp>
 
 namespace annotate {
 
@@ -45,20 +45,20 @@ void printAligned(const std::vector<Row>& rows) {
 }
 
 void printJson(const std::vector<Column>& columns, const std::vector<Row>& rows) {
-    auto array = nlohmann::ordered_json::array();
+    Json array = Json::array();
     for (const Row& row : rows) {
-        auto object = nlohmann::ordered_json::object();
+        Json object = Json::object();
         for (std::size_t column = 0; column < columns.size(); ++column) {
-            auto& cell = object[columns[column].name];
+            Json& cell = object[columns[column].name];
             if (!columns[column].isNumber) {
                 cell = row[column];
             } else if (!row[column].empty()) {
-                cell = nlohmann::ordered_json::parse(row[column], nullptr, false);
+                cell = Json::parse(row[column], nullptr, false);
             }
         }
         array.push_back(std::move(object));
     }
-    std::cout << array.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    std::cout << textOf(array);
 }
 
 } // namespace
