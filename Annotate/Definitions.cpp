@@ -36,6 +36,11 @@ std::string takenBy(std::string_view typeName) {
     return "";
 }
 
+void removeRepetitions(std::vector<std::string_view>& names) {
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+}
+
 } // namespace
 
 std::vector<const Definition*> allDefinitions() {
@@ -53,16 +58,17 @@ const Definition& findDefinition(const std::string& set, const std::string& prop
     if (const Definition* const definition = orv::ifc::findSchemaDefForProperty(set, property)) {
         return *definition;
     }
-    std::vector<std::string_view> names;
+    throw unknownProperty(set, property, {});
+}
+
+RequestError unknownProperty(const std::string& set, const std::string& property, std::vector<std::string_view> names) {
     for (const Definition* const definition : allDefinitions()) {
         if (definition->propertySet == set) {
             names.push_back(definition->property);
         }
     }
-    if (names.empty()) {
-        throw unknownSet(set);
-    }
-    throw RequestError(set + " has no " + property + didYouMean(property, names));
+    removeRepetitions(names);
+    return names.empty() ? unknownSet(set) : RequestError(set + " has no " + property + didYouMean(property, names));
 }
 
 RequestError unknownSet(const std::string& set) {
@@ -70,9 +76,10 @@ RequestError unknownSet(const std::string& set) {
     for (const Definition* const definition : allDefinitions()) {
         names.push_back(definition->propertySet);
     }
-    std::sort(names.begin(), names.end());
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    return RequestError("There is no property set " + set + didYouMean(set, names));
+    removeRepetitions(names);
+    const std::string end = didYouMean(set, names);
+    return RequestError("No property set " + set + " is defined" +
+                        (end == "." ? ". Definitions of others are taken from files that --definitions names." : end));
 }
 
 std::string fullName(const Definition& definition) {

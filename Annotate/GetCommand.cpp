@@ -10,6 +10,7 @@
 #include "Annotate/ValueText.h"
 
 #include <iostream>
+#include <utility>
 
 namespace annotate {
 
@@ -80,6 +81,23 @@ void printBoth(const MergedProperty& property, const ModelUnits& units) {
     std::cout << printable(text) << '\n';
 }
 
+/// That the object doesn't have the property, or that nobody knows it.
+RequestError notSet(const EditRequest& request, const std::vector<ModelSet>& sets) {
+    if (orv::ifc::findSchemaDefForProperty(request.set, request.property) != nullptr) {
+        return RequestError(request.set + '.' + request.property + " isn't set on " + request.globalId +
+                            ", neither in the model nor by you.");
+    }
+    std::vector<std::string_view> names;
+    for (const ModelSet& set : sets) {
+        for (const ModelProperty& property : set.properties) {
+            if (set.name == request.set) {
+                names.emplace_back(property.name);
+            }
+        }
+    }
+    return unknownProperty(request.set, request.property, std::move(names));
+}
+
 } // namespace
 
 void getProperty(const Arguments& arguments) {
@@ -93,8 +111,7 @@ void getProperty(const Arguments& arguments) {
     const HeldEdit edit = editFor(object, details, edits, request.set, request.property);
     const MergedProperty property = mergedProperty(sets, edit, request.set, request.property);
     if (property.model == nullptr && property.edit == nullptr) {
-        throw RequestError(fullName(findDefinition(request.set, request.property)) + " isn't set on " +
-                           request.globalId + ", neither in the model nor by you.");
+        throw notSet(request, sets);
     }
     if (isForReaders(arguments)) {
         printBoth(property, details.getUnits());

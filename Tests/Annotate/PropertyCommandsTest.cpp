@@ -64,7 +64,7 @@ TEST_F(PropertyCommandsTest, setsEachKindOfPropertyWithItsCommandAndRefusesOther
     const std::string content = contentOf(store);
     const std::pair<std::string, std::string> refused[] = {
         {"set|Pset_WallCommon|FireRate|F90", "Pset_WallCommon has no FireRate; did you mean FireRating?"},
-        {"get|Pset_WalCommon|FireRating", "There is no property set Pset_WalCommon; did you mean Pset_WallCommon?"},
+        {"get|Pset_WalCommon|FireRating", "No property set Pset_WalCommon is defined; did you mean Pset_WallCommon?"},
         {"set|Pset_WallCommon|ThermalTransmittance|warm",
          "IfcThermalTransmittanceMeasure: numbers with a point, as in 0.24. What was given isn't one."},
         {"set|Pset_AirTerminalBoxTypeCommon|AirPressureRange|1;x", "What was given isn't one. Nothing was stored."},
