@@ -3,14 +3,49 @@
 #include "Annotate/NearNames.h"
 
 #include <algorithm>
+#include <sstream>
 #include <system_error>
 
 namespace annotate {
 
 namespace {
 
+constexpr std::size_t terminalWidth = 80;
+
+/// With lines of at most so many bytes, unless a word is longer.
+std::string wrapped(const std::string& text, std::size_t width) {
+    std::string lines;
+    std::size_t length = 0;
+    std::istringstream words(text);
+    for (std::string word; words >> word; length += word.size()) {
+        if (length > 0) {
+            const bool fits = length + 1 + word.size() <= width;
+            lines += fits ? ' ' : '\n';
+            length = fits ? length + 1 : 0;
+        }
+        lines += word;
+    }
+    return lines;
+}
+
 class HelpFormatter : public CLI::Formatter {
 public:
+    std::string make_description(const CLI::App* app) const override {
+        return wrapped(app->get_description(), terminalWidth) + '\n';
+    }
+
+    std::string make_option_desc(const CLI::Option* option) const override {
+        return wrapped(CLI::Formatter::make_option_desc(option), terminalWidth - get_column_width());
+    }
+
+    std::string make_subcommand(const CLI::App* command) const override {
+        std::stringstream line;
+        CLI::detail::format_help(line, command->get_name(),
+                                 wrapped(command->get_description(), terminalWidth - get_column_width()),
+                                 get_column_width());
+        return line.str();
+    }
+
     std::string make_usage(const CLI::App* app, std::string /*name*/) const override {
         return "Usage: " + usageOf(*app) + '\n';
     }

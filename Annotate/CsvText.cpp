@@ -36,6 +36,12 @@ char separatorIn(std::string_view line) {
     return separators.at(static_cast<std::size_t>(std::max_element(counts.begin(), counts.end()) - counts.begin()));
 }
 
+/// Like "sep=;", which some spreadsheets write above the header.
+bool onlyTellsSeparator(std::string_view line) {
+    constexpr std::string_view mark = "sep=";
+    return line.starts_with(mark) && line.find_last_not_of("\r\n") == mark.size();
+}
+
 bool isUtf8(std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = orv::xml::decodeUtf8(text).length;
@@ -140,11 +146,16 @@ std::vector<CsvRow> readCsv(std::string_view text) {
         }
     }
     rest = text;
-    Parser parser(separatorIn(takeLine(rest)));
+    const std::string_view first = takeLine(rest);
+    Parser parser(separatorIn(first));
     while (!text.empty()) {
         parser.parse(takeLine(text));
     }
-    return parser.finish();
+    std::vector<CsvRow> rows = parser.finish();
+    if (onlyTellsSeparator(first)) {
+        rows.erase(rows.begin());
+    }
+    return rows;
 }
 
 std::string textInUtf8(std::string_view text) {

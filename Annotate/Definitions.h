@@ -18,8 +18,8 @@ std::vector<const Definition*> allDefinitions();
 /// Throws RequestError, with the nearest names, if there is no such set or property.
 const Definition& findDefinition(const std::string& set, const std::string& property);
 
-/// That the set has no such property, with the nearest of the names and those that are defined; or that there is no such
-/// set, if it has none of either.
+/// That the set has no such property, with the nearest of the names and those that are defined; or that there is no
+/// such set, if it has none of either.
 RequestError unknownProperty(const std::string& set, const std::string& property, std::vector<std::string_view> names);
 
 /// That there is no definition of such a set.

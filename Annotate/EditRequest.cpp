@@ -23,10 +23,21 @@ namespace {
 /// Texts, each with the number of times that it was said.
 using Said = std::map<std::string, std::size_t>;
 
+/// Says the first of them, and of how many objects more is to be said.
 void print(const Said& said, std::size_t edits) {
+    constexpr std::size_t most = 20;
+    std::size_t texts = 0;
+    std::size_t others = 0;
     for (const auto& [text, count] : said) {
+        if (++texts > most) {
+            others += count;
+            continue;
+        }
         std::cerr << "annotate: " << printable(text)
                   << (edits > 1 ? " (" + countOf(count, "object") + ")" : std::string()) << '\n';
+    }
+    if (others > 0) {
+        std::cerr << "annotate: And so on for " << countOf(others, "more object") << ".\n";
     }
 }
 

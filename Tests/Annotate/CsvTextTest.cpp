@@ -51,6 +51,8 @@ TEST(CsvText, hasTheSeparatorThatItsFirstLineHasMostOutsideOfQuotationMarks) {
         {"a,b\nc;d;e\n", "1[a][b]\n2[c;d;e]\n"},
         {"a;b,c\n", "1[a;b][c]\n"},
         {"alone\nx;y\n", "1[alone]\n2[x;y]\n"},
+        {"sep=;\r\na,b;c\n", "2[a,b][c]\n"},
+        {"sep=ab;c\n", "1[sep=ab][c]\n"},
     };
     for (const auto& [text, rows] : texts) {
         EXPECT_EQ(parsed(text), rows) << text;
