@@ -1,5 +1,6 @@
 #include "Annotate/Arguments.h"
 
+#include "Annotate/AsciiCase.h"
 #include "Annotate/System.h"
 
 #include <algorithm>
@@ -8,14 +9,6 @@
 namespace annotate {
 
 namespace {
-
-char lowerCase(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-bool equalInAnyCase(char a, char b) {
-    return lowerCase(a) == lowerCase(b);
-}
 
 std::string namedAuthor(const Arguments& arguments) {
     if (!arguments.author.empty()) {
@@ -68,10 +61,6 @@ orv::Guid idOf(const std::string& globalId) {
                                       "The command objects lists them.");
     }
     return id;
-}
-
-bool equalsInAnyCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), equalInAnyCase);
 }
 
 } // namespace annotate

@@ -41,7 +41,6 @@ struct Arguments {
     std::vector<std::int64_t> numbers;
 
     std::string propertySet;
-    std::string property;
     std::string lower;
     std::string upper;
     std::string setPoint;
@@ -90,8 +89,5 @@ bool hasControlCharacter(std::string_view text);
 
 /// The id of the object. Throws RequestError if the text is none.
 orv::Guid idOf(const std::string& globalId);
-
-/// Of the letters A to Z: for keywords. AnyCase compares what people write.
-bool equalsInAnyCase(std::string_view a, std::string_view b);
 
 } // namespace annotate

@@ -4,6 +4,7 @@
 #include "Annotate/Exports.h"
 #include "Annotate/Filter.h"
 #include "Annotate/Terminal.h"
+#include "Annotate/Utf8Text.h"
 #include "Host/TimeText.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "Annotate/Arguments.h"
 #include "Annotate/FormulaCell.h"
-#include "Xml/Utf8.h"
+#include "Annotate/Utf8Text.h"
 
 #include <algorithm>
 #include <array>
@@ -40,17 +40,6 @@ char separatorIn(std::string_view line) {
 bool onlyTellsSeparator(std::string_view line) {
     constexpr std::string_view mark = "sep=";
     return line.starts_with(mark) && line.find_last_not_of("\r\n") == mark.size();
-}
-
-bool isUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t length = orv::xml::decodeUtf8(text).length;
-        if (length == 0) {
-            return false;
-        }
-        text.remove_prefix(length);
-    }
-    return true;
 }
 
 /// The parser of libcsv with what it has read.
@@ -156,16 +145,6 @@ std::vector<CsvRow> readCsv(std::string_view text) {
         rows.erase(rows.begin());
     }
     return rows;
-}
-
-std::string textInUtf8(std::string_view text) {
-    std::string replaced;
-    while (!text.empty()) {
-        const orv::xml::Utf8Character next = orv::xml::decodeUtf8(text);
-        orv::xml::appendUtf8(replaced, next.length == 0 || next.codePoint == 0 ? U'\ufffd' : next.codePoint);
-        text.remove_prefix(std::max<std::size_t>(next.length, 1));
-    }
-    return replaced;
 }
 
 std::string csvLine(const std::vector<std::string>& cells) {

@@ -24,7 +24,4 @@ std::vector<CsvRow> readCsv(std::string_view text);
 /// are shielded from that.
 std::string csvLine(const std::vector<std::string>& cells);
 
-/// With U+FFFD in the place of NULs and of bytes that aren't UTF-8, which readCsv refuses.
-std::string textInUtf8(std::string_view text);
-
 } // namespace annotate

@@ -1,5 +1,6 @@
 #include "Annotate/DefinitionFiles.h"
 
+#include "Annotate/AsciiCase.h"
 #include "Annotate/Definitions.h"
 #include "Annotate/NearNames.h"
 #include "Annotate/Terminal.h"

@@ -1,3 +1,4 @@
+#include "Annotate/AsciiCase.h"
 #include "Annotate/Commands.h"
 #include "Annotate/Exports.h"
 #include "Annotate/Interruption.h"

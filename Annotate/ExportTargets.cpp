@@ -14,7 +14,6 @@ namespace {
 using Ids = std::vector<std::uint64_t>;
 
 constexpr std::size_t nameOfSet = 2;
-constexpr std::size_t membersOfSet = 4;
 
 Ids membersOf(const ModelStatements& statements, std::uint64_t set) {
     return StepParameters(statements.find(set).text)[membersOfSet].references();

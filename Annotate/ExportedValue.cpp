@@ -1,5 +1,6 @@
 #include "Annotate/ExportedValue.h"
 
+#include "Annotate/AsciiCase.h"
 #include "Annotate/StepWriting.h"
 #include "FoundationClasses/FcValue.h"
 
@@ -150,9 +151,7 @@ std::string exportedValue(IfcVersion version, const PropertyValue& value, std::s
         name = "IfcText";
     }
     std::string literal(name);
-    std::transform(literal.begin(), literal.end(), literal.begin(), [](char letter) {
-        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 32) : letter;
-    });
+    std::transform(literal.begin(), literal.end(), literal.begin(), toUpper);
     const bool isReal = known != nullptr && known->content == FcContent::Real;
     return literal.append("(").append(literalOf(content, isReal)).append(")");
 }

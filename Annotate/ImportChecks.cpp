@@ -5,6 +5,7 @@
 #include "Annotate/NamedObject.h"
 #include "Annotate/Notes.h"
 #include "Annotate/UnitEntry.h"
+#include "Annotate/Utf8Text.h"
 #include "Host/TimeText.h"
 
 #include <utility>

@@ -46,6 +46,7 @@ public:
     template <typename Action>
     void takeRows(const Action& take) {
         ProgressBar bar("Checking the lines:", file.rows.size());
+        std::size_t checked = 0;
         for (const ImportRow& row : file.rows) {
             try {
                 take(row);
@@ -53,7 +54,7 @@ public:
             } catch (const RequestError& error) {
                 file.refused.push_back({row.line, error.what()});
             }
-            bar.step();
+            bar.reach(++checked);
         }
         std::stable_sort(file.refused.begin(), file.refused.end(),
                          [](const RefusedLine& a, const RefusedLine& b) { return a.line < b.line; });

@@ -1,6 +1,7 @@
 #include "Annotate/ImportRows.h"
 
 #include "Annotate/Arguments.h"
+#include "Annotate/AsciiCase.h"
 #include "Annotate/NearNames.h"
 #include "Host/NearestNames.h"
 

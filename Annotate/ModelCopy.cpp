@@ -60,8 +60,8 @@ private:
         position = stop;
     }
 
-    std::map<std::uintmax_t, ModelExport::Replacement>::const_iterator next;
-    std::map<std::uintmax_t, ModelExport::Replacement>::const_iterator last;
+    Replacements::const_iterator next;
+    Replacements::const_iterator last;
     NewFile& file;
     std::uintmax_t position = 0;
     std::uintmax_t skipped = 0; ///< Up to here the file is left out.

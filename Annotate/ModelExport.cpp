@@ -1,6 +1,7 @@
 #include "Annotate/ModelExport.h"
 
 #include "Annotate/Arguments.h"
+#include "Annotate/AsciiCase.h"
 #include "Annotate/ExportTargets.h"
 #include "Annotate/ExportedProperty.h"
 #include "Annotate/SetEditor.h"

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Annotate/Replacements.h"
+
 #include <cstddef>
-#include <cstdint>
-#include <map>
 #include <set>
 #include <string>
 
@@ -13,16 +13,11 @@ class ModelDetails;
 
 /// What makes of a model's file one that has the edits in it.
 struct ModelExport {
-    struct Replacement {
-        std::uintmax_t end = 0; ///< Of the bytes that it takes the place of.
-        std::string text;
-    };
-
-    std::map<std::uintmax_t, Replacement> replacements; ///< By their places in the file.
-    std::size_t properties = 0;                         ///< How many are exported.
-    std::size_t objects = 0;                            ///< Of so many.
-    std::size_t vanished = 0;                           ///< Edits of objects that the model doesn't have.
-    std::set<std::string> remarks;                      ///< Sentences on what isn't exported as it is.
+    Replacements replacements;
+    std::size_t properties = 0;    ///< How many are exported.
+    std::size_t objects = 0;       ///< Of so many.
+    std::size_t vanished = 0;      ///< Edits of objects that the model doesn't have.
+    std::set<std::string> remarks; ///< Sentences on what isn't exported as it is.
 
     /// Where an object has a set of the name, it has that set with the edits in it afterwards, and others that share
     /// the set keep it. Otherwise it gets a new set, shared by those with the same edits. Reads the model's file again.

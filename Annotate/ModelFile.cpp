@@ -1,8 +1,8 @@
 #include "Annotate/ModelFile.h"
 
+#include "Annotate/ProgressBar.h"
 #include "Annotate/StepScanner.h"
 #include "Annotate/StepString.h"
-#include "Annotate/Terminal.h"
 #include "Annotate/ZippedFile.h"
 #include "FoundationClasses/IfcClass.h"
 
@@ -114,7 +114,7 @@ bool takeFileStart(StepScanner& scanner, InstanceReader& reader) {
 }
 
 void takeFile(std::istream& file, std::uintmax_t size, InstanceReader& reader) {
-    ReadProgress progress(size);
+    ProgressBar progress("Reading the model:", size);
     StepScanner scanner(file);
     scanner.takePart([&] { return takeFileStart(scanner, reader); });
     while (scanner.takePart([&] { return takeDataStart(scanner); })) {

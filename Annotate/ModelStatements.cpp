@@ -1,5 +1,6 @@
 #include "Annotate/ModelStatements.h"
 
+#include "Annotate/AsciiCase.h"
 #include "Annotate/ModelFile.h"
 
 #include <algorithm>
@@ -103,10 +104,6 @@ constexpr std::array statementClasses{
 };
 
 constexpr std::size_t blockSize = 1024UL * 1024;
-
-constexpr char toUpper(char letter) {
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
 
 constexpr bool precedes(std::string_view a, std::string_view b) {
     return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),

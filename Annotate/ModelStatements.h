@@ -104,4 +104,7 @@ private:
     std::deque<Entry> entries;
 };
 
+/// The place of the members among the parameters of a set of properties.
+constexpr std::size_t membersOfSet = 4;
+
 } // namespace annotate

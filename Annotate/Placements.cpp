@@ -1,6 +1,6 @@
 #include "Annotate/Placements.h"
 
-#include "Annotate/Arguments.h"
+#include "Annotate/AsciiCase.h"
 #include "Annotate/ModelFile.h"
 #include "Annotate/ModelUnits.h"
 #include "Annotate/StepParameters.h"

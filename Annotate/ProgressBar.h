@@ -1,7 +1,7 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace annotate {
@@ -10,22 +10,27 @@ namespace annotate {
 /// and takes itself away at the end.
 class ProgressBar {
 public:
-    /// The title tells what is done, total of how many steps that is.
-    ProgressBar(std::string shownTitle, std::size_t totalSteps);
+    /// The title tells what is done, total how much that is.
+    ProgressBar(std::string shownTitle, std::uintmax_t totalAmount);
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();
 
-    /// One more step is done.
-    void step();
+    /// So much of it is done.
+    void reach(std::uintmax_t done) {
+        if (done >= nextAmount) {
+            show(done);
+        }
+    }
 
 private:
     using Clock = std::chrono::steady_clock;
 
+    void show(std::uintmax_t done);
+
     std::string title;
-    std::size_t total;
-    std::size_t done = 0;
-    bool isTerminal;
+    std::uintmax_t total;
+    std::uintmax_t nextAmount = 0; ///< Not to ask the clock at each one.
     bool isShown = false;
     Clock::time_point next = Clock::now() + std::chrono::seconds(1);
 };

@@ -10,7 +10,6 @@ namespace annotate {
 namespace {
 
 constexpr std::size_t globalIdOfSet = 0;
-constexpr std::size_t membersOfSet = 4;
 
 /// Where a statement of the kind has properties; nothing if it has none.
 std::optional<std::size_t> placeOfProperties(StatementKind kind) {
@@ -63,7 +62,7 @@ void SetEditor::replace(const FoundStatement& statement, std::string_view parame
     replacements[statement.position] = {statement.end, statementText(statement.id, statement.keyword, parameters)};
 }
 
-std::map<std::uintmax_t, ModelExport::Replacement> SetEditor::takeReplacements() {
+Replacements SetEditor::takeReplacements() {
     if (!added.getText().empty()) {
         replacements[finder.getDataEnd()] = {finder.getDataEnd(), added.getText()};
     }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Annotate/ExportedProperty.h"
-#include "Annotate/ModelExport.h"
 #include "Annotate/NewStatements.h"
+#include "Annotate/Replacements.h"
 #include "Annotate/StatementFinder.h"
 
 #include <cstdint>
@@ -40,7 +40,7 @@ public:
     NewStatements& getNew() { return added; }
 
     /// All that is changed and added.
-    std::map<std::uintmax_t, ModelExport::Replacement> takeReplacements();
+    Replacements takeReplacements();
 
 private:
     std::size_t countUses(std::uint64_t property);
@@ -51,7 +51,7 @@ private:
     NewStatements added;
     std::map<std::pair<std::uint64_t, std::string>, std::uint64_t> variants;
     std::unordered_map<std::uint64_t, std::size_t> uses; ///< Of properties, once they are counted.
-    std::map<std::uintmax_t, ModelExport::Replacement> replacements;
+    Replacements replacements;
 };
 
 } // namespace annotate

@@ -1,5 +1,6 @@
 #include "Annotate/StatementFinder.h"
 
+#include "Annotate/AsciiCase.h"
 #include "Annotate/ModelStatements.h"
 #include "Annotate/StepParameters.h"
 #include "Annotate/StepScanner.h"

@@ -1,5 +1,7 @@
 #include "Annotate/StepScanner.h"
 
+#include "Annotate/AsciiCase.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -36,10 +38,6 @@ constexpr std::array<unsigned char, 256> kindsOfCharacters = [] {
 
 constexpr bool is(unsigned char kind, char character) {
     return (kindsOfCharacters[static_cast<unsigned char>(character)] & kind) != 0;
-}
-
-constexpr char toUpper(char character) {
-    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "Annotate/StepString.h"
 
 #include "Annotate/CodePages.h"
+#include "Annotate/Utf8Text.h"
 #include "Xml/Utf8.h"
 
 #include <charconv>
@@ -25,17 +26,6 @@ constexpr bool isLineEnd(char character) {
 void appendCharacter(std::string& text, char32_t character) {
     const bool isUnknown = character > 0x10ffff || isHighSurrogate(character) || isLowSurrogate(character);
     orv::xml::appendUtf8(text, isUnknown ? replacement : character);
-}
-
-bool isUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t length = orv::xml::decodeUtf8(text).length;
-        if (length == 0) {
-            return false;
-        }
-        text.remove_prefix(length);
-    }
-    return true;
 }
 
 /// The number that count hexadecimal digits at the beginning of text make.

@@ -1,6 +1,6 @@
 #include "Annotate/StepValue.h"
 
-#include "Annotate/Arguments.h"
+#include "Annotate/AsciiCase.h"
 #include "Annotate/StepParameters.h"
 #include "Annotate/StepString.h"
 #include "Annotate/ValueText.h"

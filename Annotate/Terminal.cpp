@@ -98,26 +98,4 @@ void printStored(const std::string& sentence) {
     }
 }
 
-ReadProgress::ReadProgress(std::uintmax_t fileSize) : size(fileSize) {
-    if (!isTerminal(StandardStream::Error)) {
-        nextStep = std::numeric_limits<std::uintmax_t>::max();
-    }
-}
-
-ReadProgress::~ReadProgress() {
-    if (isShown) {
-        std::cerr << "\r                       \r";
-    }
-}
-
-void ReadProgress::step(std::uintmax_t position) {
-    constexpr auto moment = std::chrono::milliseconds(50);
-    const std::uintmax_t percent = std::max<std::uintmax_t>(size / 100, 1);
-    nextStep = position + percent;
-    if (std::chrono::steady_clock::now() - start >= moment) {
-        std::cerr << "\rReading the model: " + std::to_string(std::min<std::uintmax_t>(position / percent, 99)) + "%";
-        isShown = true;
-    }
-}
-
 } // namespace annotate

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <chrono>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -23,30 +21,5 @@ std::string countOf(std::size_t count, const std::string& one, const std::string
 
 /// Says what is in the file now, in a sentence. Throws RequestError if that couldn't be said.
 void printStored(const std::string& sentence);
-
-/// Shows in the terminal that standard error may be how far the reading of a model is. It stays away for the first
-/// moment, and takes itself away at the end.
-class ReadProgress {
-public:
-    explicit ReadProgress(std::uintmax_t fileSize);
-    ReadProgress(const ReadProgress&) = delete;
-    ReadProgress& operator=(const ReadProgress&) = delete;
-    ~ReadProgress();
-
-    /// So much of the file has been read.
-    void reach(std::uintmax_t position) {
-        if (position >= nextStep) {
-            step(position);
-        }
-    }
-
-private:
-    void step(std::uintmax_t position);
-
-    std::uintmax_t size;
-    std::uintmax_t nextStep = 0;
-    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
-    bool isShown = false;
-};
 
 } // namespace annotate

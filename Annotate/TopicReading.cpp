@@ -1,6 +1,7 @@
 #include "Annotate/TopicReading.h"
 
 #include "Annotate/Arguments.h"
+#include "Annotate/AsciiCase.h"
 #include "Annotate/DerivedId.h"
 #include "Annotate/TopicEscapes.h"
 #include "Annotate/TopicText.h"

@@ -1,5 +1,6 @@
 #include "Annotate/TopicsImport.h"
 
+#include "Annotate/AsciiCase.h"
 #include "Annotate/Interruption.h"
 #include "Annotate/Model.h"
 #include "Annotate/Notes.h"

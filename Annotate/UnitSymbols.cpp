@@ -1,6 +1,6 @@
 #include "Annotate/UnitSymbols.h"
 
-#include "Annotate/Arguments.h"
+#include "Annotate/AsciiCase.h"
 
 #include <algorithm>
 #include <array>
@@ -196,9 +196,7 @@ std::string unitKind(std::string_view valueType) {
         return {};
     }
     std::string kind(valueType.substr(start.size(), valueType.size() - start.size() - end.size()));
-    std::transform(kind.begin(), kind.end(), kind.begin(), [](char letter) {
-        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-    });
+    std::transform(kind.begin(), kind.end(), kind.begin(), toUpper);
     return kind + "UNIT";
 }
 

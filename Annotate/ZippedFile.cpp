@@ -1,6 +1,6 @@
 #include "Annotate/ZippedFile.h"
 
-#include "Annotate/Arguments.h"
+#include "Annotate/AsciiCase.h"
 #include "Annotate/ModelFile.h"
 
 #include <string>
