@@ -85,7 +85,7 @@ Json noteJson(std::int64_t number, const Note& note, const ModelObject* object) 
             {"changed", orNull(note.changed)}};
 }
 
-std::string textOf(const Json& json) {
+std::string jsonText(const Json& json) {
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 

@@ -30,6 +30,6 @@ Json objectJson(const std::string& globalId, const ModelObject* object);
 Json noteJson(std::int64_t number, const Note& note, const ModelObject* object);
 
 /// With what isn't UTF-8 as U+FFFD, and a line feed at the end.
-std::string textOf(const Json& json);
+std::string jsonText(const Json& json);
 
 } // namespace annotate

@@ -45,7 +45,7 @@ ExportOutcome exportJson(const Arguments& arguments, NewFile& file) {
     const Json json{{"model", arguments.model.filename().string()},
                     {"edits", jsonOf(additions.getEdits())},
                     {"notes", jsonOf(additions.getNotes())}};
-    file.write(textOf(json));
+    file.write(jsonText(json));
     return {arguments.file.string() + " has " + countOf(additions.getNotes().size(), "note") + " and " +
                 countOf(additions.getEdits().size(), "edit") + '.',
             {}};

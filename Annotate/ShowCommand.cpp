@@ -216,7 +216,7 @@ void showObjects(const Arguments& arguments) {
         for (const Shown& shown : objects) {
             all.push_back(jsonOf(shown, details, records));
         }
-        std::cout << textOf(all);
+        std::cout << jsonText(all);
     } else if (arguments.csv) {
         printCsv(arguments, objects, details.getUnits());
     } else {

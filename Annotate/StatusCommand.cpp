@@ -102,7 +102,7 @@ void printAsJson(const Status& status) {
     all[byClass] = countsOf("Class", status.openByClass());
     all[onVanished] = objectsOf(vanishedColumns(), status.vanishedRows());
     all[hasCaughtUp] = objectsOf(caughtUpColumns(), status.caughtUpRows());
-    std::cout << textOf(all);
+    std::cout << jsonText(all);
 }
 
 } // namespace

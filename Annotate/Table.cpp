@@ -58,7 +58,7 @@ void printJson(const std::vector<Column>& columns, const std::vector<Row>& rows)
         }
         array.push_back(std::move(object));
     }
-    std::cout << textOf(array);
+    std::cout << jsonText(array);
 }
 
 } // namespace
