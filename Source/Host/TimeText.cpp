@@ -229,13 +229,11 @@ bool take(std::string_view text, UtcTime& value) {
     // Towards zero, so that the first day of the range doesn't overflow on the way.
     const std::int64_t days = date->daysSince1970();
     const std::int64_t rest = time->seconds - *zone * secondsPerMinute - (days < 0 ? secondsPerDay : 0);
-    std::int64_t seconds = 0;
-    if (__builtin_mul_overflow(days + (days < 0 ? 1 : 0), secondsPerDay, &seconds) ||
-        __builtin_add_overflow(seconds, rest, &seconds)) {
-        return false;
+    const auto seconds = productAndSum(days + (days < 0 ? 1 : 0), secondsPerDay, rest);
+    if (seconds) {
+        value = {*seconds, time->nanoseconds};
     }
-    value = {seconds, time->nanoseconds};
-    return true;
+    return seconds.has_value();
 }
 
 } // namespace orv::host

@@ -4,9 +4,12 @@
 
 #include <chrono>
 #include <cstdint>
+#include <limits>
+#include <optional>
 #include <ratio>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// The texts of dates and times, as FieldText.h says: xs:date and xs:dateTime.
 namespace orv::host {
@@ -27,6 +30,18 @@ ORV_HOST_EXPORT std::string textOf(UtcTime value);
 ORV_HOST_EXPORT bool take(std::string_view text, UtcTime& value);
 
 constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
+
+/// value * factor + addend; nothing if that, or the product, has more than 64 bits. The factor is positive.
+constexpr std::optional<std::int64_t> productAndSum(std::int64_t value, std::int64_t factor, std::int64_t addend) {
+    constexpr auto least = std::numeric_limits<std::int64_t>::min();
+    constexpr auto greatest = std::numeric_limits<std::int64_t>::max();
+    if (value < least / factor || value > greatest / factor) {
+        return std::nullopt;
+    }
+    const std::int64_t product = value * factor;
+    const bool fits = addend < 0 ? product >= least - addend : product <= greatest - addend;
+    return fits ? std::optional(product + addend) : std::nullopt;
+}
 
 /// Seconds, or a decimal part of them down to nanoseconds.
 template <typename Count, std::intmax_t Parts>
@@ -52,12 +67,11 @@ requires(nanosecondsPerSecond % Parts == 0) bool take(std::string_view text, Utc
     // Towards zero, so that the first second of the range doesn't overflow on the way.
     const bool isBefore = time.seconds < 0 && time.nanoseconds > 0;
     const std::int64_t rest = time.nanoseconds / part - (isBefore ? Parts : 0);
-    Count count = 0;
-    if (__builtin_mul_overflow(time.seconds + (isBefore ? 1 : 0), Parts, &count) ||
-        __builtin_add_overflow(count, rest, &count)) {
+    const auto count = productAndSum(time.seconds + (isBefore ? 1 : 0), Parts, rest);
+    if (!count || !std::in_range<Count>(*count)) {
         return false;
     }
-    value = UtcTimePoint<Count, Parts>(typename UtcTimePoint<Count, Parts>::duration(count));
+    value = UtcTimePoint<Count, Parts>(typename UtcTimePoint<Count, Parts>::duration(static_cast<Count>(*count)));
     return true;
 }
 

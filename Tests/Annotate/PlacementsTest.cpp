@@ -51,7 +51,7 @@ TEST(PlacementsTest, followTheChainOfLocalPlacements) {
     };
     const orv::tests::TemporaryDirectory directory;
     for (const Case& each : cases) {
-        const std::string file = directory / "a.ifc";
+        const std::string file = (directory / "a.ifc").string();
         setContent(file, header + placedWall + each.statements + footer);
         const ModelDetails details = ModelDetails::read(file);
         std::string place = "none";
@@ -66,7 +66,7 @@ TEST(PlacementsTest, followTheChainOfLocalPlacements) {
 
 TEST(PlacementsTest, areRefusedWhereAStatementIsMalformed) {
     const orv::tests::TemporaryDirectory directory;
-    const std::string file = directory / "a.ifc";
+    const std::string file = (directory / "a.ifc").string();
     setContent(file, header + placedWall + footer);
     const ModelDetails details = ModelDetails::read(file);
     setContent(file, header + placedWall + "#10=IFCLOCALPLACEMENT($,#20);#20=IFCAXIS2PLACEMENT3D(#40,,);" + footer);
