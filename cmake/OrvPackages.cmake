@@ -1,14 +1,22 @@
-# Debian packages by `cpack --preset packages`: the libraries, what building a host takes, and annotate.
+# Debian packages by `cpack --preset packages`: the libraries, what building a host takes, and annotate. For Windows
+# there is one archive with all of it, by `cpack --preset windows`.
 
 set(ORV_PACKAGE_CONTACT "OrvEnhancements <maintainers@orvenhancements.invalid>" CACHE STRING "Who maintains the packages")
 
-set(CPACK_GENERATOR DEB)
-set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_PACKAGE_NAME orvenhancements)
 set(CPACK_PACKAGE_VENDOR OrvEnhancements)
 set(CPACK_PACKAGE_CONTACT ${ORV_PACKAGE_CONTACT})
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
+if(WIN32)
+    set(CPACK_GENERATOR ZIP)
+    set(CPACK_PACKAGE_FILE_NAME orvenhancements-${PROJECT_VERSION}-windows-x86_64)
+    include(CPack)
+    return()
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/Debian/Documents.cmake)
 
 set(CPACK_COMPONENTS_ALL OrvRuntime OrvDevelopment)
