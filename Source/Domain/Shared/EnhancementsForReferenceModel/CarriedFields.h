@@ -11,7 +11,7 @@
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
-/// What the file holds in a record's element that its kind doesn't give back: child elements of other names, comments,
+/// What the file holds in a record's element that its kind doesn't return: child elements of other names, comments,
 /// texts between the children, attributes of the element. Every rewrite repeats it, behind OwnerId and ahead of the
 /// record's own attributes, so that where a newer name stands beside an older one the newer is read last.
 class CarriedFields {
@@ -29,7 +29,7 @@ public:
     /// Whether there is nothing, and nothing that could be.
     bool isEmpty() const { return !read && attributes.empty() && fields.empty(); }
 
-    /// Tells what the record gives back, OwnerId first. What was carried under one of these names goes. Returns whether
+    /// Tells what the record returns, OwnerId first. What was carried under one of these names goes. Returns whether
     /// all that was read under these names comes back as it was; the first call alone may return false.
     bool settle(const std::vector<Written>& written);
 

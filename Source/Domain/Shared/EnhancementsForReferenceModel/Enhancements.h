@@ -16,7 +16,7 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 ///
 /// Nothing that the file holds is lost by this. What the load doesn't turn into a record (an element of a kind that
 /// isn't registered, a record for which the lock can't be had, a comment) stays in the file as it stands and where it
-/// stands among the records, and so does what another program adds meanwhile. What a record's kind doesn't give back of
+/// stands among the records, and so does what another program adds meanwhile. What a record's kind doesn't return of
 /// its element (a field of a newer host, a comment) stays in the element. Before anything else is overwritten that this
 /// process neither read nor wrote, it is copied to NAME.kept-UTCTIME beside the file; docs/enhancements-file.md tells
 /// more.

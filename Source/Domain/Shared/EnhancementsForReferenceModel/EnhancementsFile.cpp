@@ -211,7 +211,7 @@ bool EnhancementsFile::replace(utilities::LockedFile& file, const std::optional<
     return isReplaced;
 }
 
-/// Makes sure that texts which the document holds and records give back as others are in a copy.
+/// Makes sure that texts which the document holds and records return as others are in a copy.
 bool EnhancementsFile::keepAlteredTexts(const utilities::LockedFile& file,
                                         const std::optional<std::string>& content) const {
     RecordDocument& document = enhancementsDb.state->document;

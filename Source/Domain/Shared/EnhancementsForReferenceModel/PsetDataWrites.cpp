@@ -86,7 +86,7 @@ void reportOtherType() {
     }
 }
 
-/// The texts of the upper bound, the lower bound and the set point, as far as the value gives them.
+/// The texts of the upper bound, the lower bound and the set point, as far as the value has them.
 std::vector<std::string> boundTexts(const PropertyValue& value) {
     if (const auto* text = value.getIf<std::string>()) {
         return splitOnSemicolon(*text);

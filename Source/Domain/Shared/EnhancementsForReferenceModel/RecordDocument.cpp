@@ -26,7 +26,7 @@ CarriedFields::Written writtenAs(const std::string& name, const object::Property
     return {name, spelled, true};
 }
 
-/// Whether the record gives back all that was read under the names that it gives.
+/// Whether the record returns all that was read under the names that it returns.
 bool settle(CarriedFields& fields, const Guid& owner,
             const std::vector<std::pair<std::string, object::PropertyValue>>& attributes) {
     const auto ownerId = owner.toGlobalId();

@@ -68,7 +68,7 @@ public:
     /// without a draft, if it is called by one of these.
     bool render();
 
-    /// Whether a record gives back a text of the document that is being loaded as another one.
+    /// Whether a record returns a text of the document that is being loaded as another one.
     bool altersTexts() const { return isAltered; }
 
     /// The altered texts are kept elsewhere.

@@ -13,7 +13,7 @@
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
 /// What an element of the document was rendered from, in a form that takes less memory than the element. As long as a
-/// record gives the same, its element is the same.
+/// record returns the same, its element is the same.
 class RenderedFrom {
 public:
     using Attributes = std::vector<std::pair<std::string, object::PropertyValue>>;
