@@ -159,8 +159,9 @@ std::string Condition::objection(bool areNumbers) const {
     }
     const std::string taken = valuesTakenBy(*definition);
     const std::vector<std::string> choices = partsOf(taken);
-    const bool isTaken = taken.empty() || (taken == anyNumber && orv::host::take(value, number)) ||
-                         std::find(choices.begin(), choices.end(), value) != choices.end();
+    const bool isTaken =
+        taken.empty() || (taken == anyNumber ? orv::host::take(value, number)
+                                             : std::find(choices.begin(), choices.end(), value) != choices.end());
     return isTaken ? ""
                    : "By its definition the values of " + set + '.' + property + " are " + taken + ", and \"" + value +
                          "\" isn't among them.";

@@ -30,11 +30,11 @@ public:
     /// RequestError, with what would be taken, for a unit that can't be.
     void takeUnit(const Definition& definition, const ModelUnits& units);
 
-    /// Whether it holds for one of the values of the property, which are none if nobody gave it one. Two numbers are
-    /// compared as such, everything else as texts. Without a value nothing holds but absent.
+    /// Whether it holds for one of the values of the property; for != whether there are values and none of them equals.
+    /// Two numbers are compared as such, everything else as texts. Without a value nothing holds but absent.
     bool holds(const std::vector<std::string>& values) const;
 
-    /// Whether one of the values is such that it makes the condition true, or false if it is one of !=.
+    /// Whether one of the values is such as the condition asks for: as holds, but for != whether one equals.
     bool concerns(const std::vector<std::string>& values) const;
 
     /// What the property's definition says against the condition's value, in a sentence; or that its values are

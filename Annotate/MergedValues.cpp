@@ -146,10 +146,12 @@ MergedProperty mergedProperty(const std::vector<ModelSet>& sets, const HeldEdit&
                               std::string_view name) {
     MergedProperty property{std::string(set), std::string(name)};
     for (const ModelSet& each : sets) {
-        const auto found = std::find_if(each.properties.begin(), each.properties.end(),
-                                        [name](const ModelProperty& candidate) { return candidate.name == name; });
-        if (property.model == nullptr && each.name == set && found != each.properties.end()) {
+        const auto found = std::find_if(each.properties.begin(), each.properties.end(), [&](const auto& candidate) {
+            return each.name == set && candidate.name == name;
+        });
+        if (found != each.properties.end()) {
             property.model = &*found;
+            break;
         }
     }
     if (edit.entry != nullptr) {

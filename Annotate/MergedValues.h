@@ -14,7 +14,7 @@ struct MergedProperty {
     std::string set;
     std::string name;
     const ModelProperty* model = nullptr;   ///< Null if the model doesn't have it.
-    const EditIndex::Entry* edit = nullptr; ///< Null if nobody set it, or somebody unset it since.
+    const EditIndex::Entry* edit = nullptr; ///< Null if none holds: there is none, or the model's is nearer.
     std::string_view editFrom = "";         ///< As that of a HeldEdit.
 };
 

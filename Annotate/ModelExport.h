@@ -11,11 +11,11 @@ namespace annotate {
 class EditIndex;
 class ModelDetails;
 
-/// What makes of a model's file one that has the edits in it.
+/// The changes that put edits into a model's file.
 struct ModelExport {
     Replacements replacements;
-    std::size_t properties = 0;    ///< How many are exported.
-    std::size_t objects = 0;       ///< Of so many.
+    std::size_t properties = 0;    ///< How many have the values of edits then, those that had them before among them.
+    std::size_t objects = 0;       ///< How many have such properties.
     std::size_t vanished = 0;      ///< Edits of objects that the model doesn't have.
     std::set<std::string> remarks; ///< Sentences on what isn't exported as it is.
 

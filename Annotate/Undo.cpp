@@ -2,9 +2,9 @@
 
 #include "Annotate/EditIndex.h"
 #include "Annotate/Notes.h"
+#include "Host/FieldText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -19,7 +19,7 @@ constexpr std::string_view none = "none";
 constexpr std::string_view noteSubject = "note ";
 constexpr std::string_view editSubject = "edit ";
 
-/// A record without a change tells nothing.
+/// Those that tell of a change.
 std::vector<LastCommand*> commandsOf(const std::string& author) {
     std::vector<LastCommand*> commands = allOf<LastCommand>(Store::getRecords());
     std::erase_if(commands, [&author](const LastCommand* command) {
@@ -28,7 +28,7 @@ std::vector<LastCommand*> commandsOf(const std::string& author) {
     return commands;
 }
 
-/// Those that tell nothing.
+/// Those that tell of none, as a command leaves one of its own before it removes what it replaces.
 std::vector<const EnhancementBase*> emptyCommands() {
     std::vector<const EnhancementBase*> empty;
     for (const LastCommand* const command : allOf<const LastCommand>(Store::getRecords())) {
@@ -44,6 +44,10 @@ std::string nameOfEdit(const orv::host::PropertyEdit& edit, const orv::Guid& own
     return edit.set + '.' + edit.property + " of " + owner.toString(false);
 }
 
+RequestError notUnderstood() {
+    return RequestError("What the store tells of a last command isn't understood. It can't be taken back.");
+}
+
 /// A note or an edit that a command changed, as it stands now.
 class Subject {
 public:
@@ -52,7 +56,9 @@ public:
         : edits(editIndex) {
         if (subject.starts_with(noteSubject)) {
             std::int64_t number = 0;
-            std::from_chars(subject.data() + noteSubject.size(), subject.data() + subject.size(), number);
+            if (!orv::host::take(std::string_view(subject).substr(noteSubject.size()), number)) {
+                throw notUnderstood();
+            }
             note = notebook.tryFind(number);
             shown = subject;
             present = note == nullptr ? none : textOfNote(*note);
@@ -60,7 +66,7 @@ public:
         }
         const auto edit = orv::host::editOf(before == none ? after : before);
         if (!edit || !subject.starts_with(editSubject) || !owner.boSet(subject.substr(editSubject.size()))) {
-            throw RequestError("What the store tells of a last command isn't understood. It can't be taken back.");
+            throw notUnderstood();
         }
         set = edit->set;
         property = edit->property;

@@ -81,6 +81,8 @@ TEST(ConditionTest, objectsToValuesThatTheDefinitionDoesNotHave) {
         {"IsExternal~yes", ""},
         {"IsExternal present", ""},
         {"ThermalTransmittance<low", thermal},
+        {"ThermalTransmittance=numbers", "By its definition the values of Pset_WallCommon.ThermalTransmittance are "
+                                         "numbers, and \"numbers\" isn't among them."},
         {"ThermalTransmittance<0.3", ""},
         {"Status=new", status},
         {"Status=NEW", ""},
