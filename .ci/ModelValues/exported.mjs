@@ -6,9 +6,6 @@ import { readFileSync } from 'node:fs';
 
 const [annotate, model, exported] = process.argv.slice(2);
 
-// What was set on an object, as others have it that it is the type or the declaration of.
-const inherited = new Set();
-
 // SET, PROPERTY, VALUE and FROM of all that hold for each object, by GlobalId.
 function held(path) {
     const run = (...command) =>
@@ -24,10 +21,8 @@ function held(path) {
                 rows.set(line.slice('GlobalId: '.length), current);
             } else if (from !== undefined) {
                 const holds = comparison ? yours.replace(/;+$/, '') : value;
-                current.push([set, property, holds, comparison ? '' : from].join('\t'));
-                if (comparison) {
-                    ['type', 'declaration'].forEach((source) => inherited.add([set, property, holds, source].join('\t')));
-                }
+                const source = comparison ? comparison.split(', from ')[1] ?? '' : from;
+                current.push([set, property, holds, source].join('\t'));
             }
         }
     }
@@ -56,7 +51,7 @@ const expected = held(model);
 const found = held(exported);
 let count = 0;
 for (const [id, rows] of expected) {
-    const others = (found.get(id) ?? []).filter((row) => rows.includes(row) || !inherited.has(row)).sort();
+    const others = (found.get(id) ?? []).sort();
     count += rows.length;
     if (rows.sort().join('\n') !== others.join('\n')) {
         rows.filter((row) => !others.includes(row)).forEach((row) => complain(`${id} is missing: ${row}`));
