@@ -1,8 +1,8 @@
 #include "Annotate/EditWriting.h"
 
+#include "Annotate/CommandChanges.h"
 #include "Annotate/EditIndex.h"
 #include "Annotate/Note.h"
-#include "Annotate/Undo.h"
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ using orv::host::ObjectEdit;
 
 void writeEdits(Store& store, const std::string& author, const std::string& command, EditIndex& present,
                 std::vector<ObjectEdit> edits) {
-    ChangeLog log(store, author, command);
+    CommandChanges changes(store, author, command);
     const Time time = now();
     for (ObjectEdit& each : edits) {
         const EditIndex::Entry* const before = present.find(each.id, each.edit.set, each.edit.property);
@@ -22,10 +22,10 @@ void writeEdits(Store& store, const std::string& author, const std::string& comm
                 before == nullptr ? time : std::max(time, before->edit.time + std::chrono::milliseconds(1));
         }
         const std::string line = before == nullptr ? "" : before->line;
-        log.replace(line, each);
+        changes.replace(line, each);
         present.put(store, each.id, line, lineOf(each.edit));
     }
-    log.write();
+    changes.write();
 }
 
 } // namespace annotate

@@ -1,3 +1,4 @@
+#include "Annotate/CommandChanges.h"
 #include "Annotate/Commands.h"
 #include "Annotate/EditWriting.h"
 #include "Annotate/ImportChecks.h"
@@ -8,7 +9,6 @@
 #include "Annotate/Terminal.h"
 #include "Annotate/TextFile.h"
 #include "Annotate/TopicsImport.h"
-#include "Annotate/Undo.h"
 
 #include <algorithm>
 #include <iostream>
@@ -133,12 +133,12 @@ void importNotes(const Arguments& arguments, Import& run, const Model& model) {
     });
     run.store("note", notes.size(), [&] {
         const std::string author = authorOf(arguments);
-        ChangeLog log(store, author, arguments.command);
+        CommandChanges changes(store, author, arguments.command);
         for (const auto& [present, content] : notes) {
             if (present == nullptr) {
-                log.add(notebook.add(content, author));
+                changes.add(notebook.add(content, author));
             } else {
-                log.change(*present, [&changed = *present, &content = content, &author] {
+                changes.change(*present, [&changed = *present, &content = content, &author] {
                     changed.text = content.text;
                     changed.priority = content.priority;
                     changed.resolved = content.resolved;
@@ -147,7 +147,7 @@ void importNotes(const Arguments& arguments, Import& run, const Model& model) {
                 });
             }
         }
-        log.write();
+        changes.write();
     });
     run.finish();
 }

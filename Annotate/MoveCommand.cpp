@@ -1,3 +1,4 @@
+#include "Annotate/CommandChanges.h"
 #include "Annotate/Commands.h"
 #include "Annotate/EarlierEdit.h"
 #include "Annotate/EditIndex.h"
@@ -6,7 +7,6 @@
 #include "Annotate/NamedObject.h"
 #include "Annotate/Notes.h"
 #include "Annotate/Terminal.h"
-#include "Annotate/Undo.h"
 
 #include <algorithm>
 
@@ -70,19 +70,19 @@ public:
 
     /// Does it, with one rewrite of the store.
     void write(const std::string& command) {
-        ChangeLog log(store, author, command);
+        CommandChanges changes(store, author, command);
         for (Note* const note : notes) {
-            log.change(*note, [&] {
+            changes.change(*note, [&] {
                 note->ownerId = to;
                 note->changedBy = author;
                 note->changed = now();
             });
         }
         for (const EditIndex::Entry& entry : moved) {
-            arrive(log, entry);
-            leave(log, entry);
+            arrive(changes, entry);
+            leave(changes, entry);
         }
-        log.write();
+        changes.write();
     }
 
     std::string describe() const {
@@ -94,7 +94,7 @@ public:
 
 private:
     /// The other object gets the edit, by whoever made it, unless it has the same.
-    void arrive(ChangeLog& log, const EditIndex::Entry& entry) {
+    void arrive(CommandChanges& changes, const EditIndex::Entry& entry) {
         const EditIndex::Entry* const present = edits.find(to, entry.edit.set, entry.edit.property);
         if (isSet(present)) {
             return;
@@ -104,13 +104,13 @@ private:
         if (present != nullptr) {
             arriving.edit.time = std::max(arriving.edit.time, present->edit.time + std::chrono::milliseconds(1));
         }
-        log.replace(line, arriving);
+        changes.replace(line, arriving);
         edits.put(store, to, line, lineOf(arriving.edit));
     }
 
     /// The edit goes, with the older ones that it took the place of. Those of an annotate before 0.2 stay, and a later
     /// one unsets them.
-    void leave(ChangeLog& log, const EditIndex::Entry& entry) {
+    void leave(CommandChanges& changes, const EditIndex::Entry& entry) {
         for (PropertyEdits* const record : allOf<PropertyEdits>(Store::getRecords())) {
             if (record->ownerId == from) {
                 std::erase_if(record->lines, [&entry](const std::string& line) {
@@ -120,7 +120,7 @@ private:
             }
         }
         if (!hasEarlier(entry)) {
-            return log.remove(entry.line, from);
+            return changes.remove(entry.line, from);
         }
         ObjectEdit unset{from, {}};
         unset.edit.set = entry.edit.set;
@@ -128,7 +128,7 @@ private:
         unset.edit.form = Form::Unset;
         unset.edit.author = author;
         unset.edit.time = std::max(now(), entry.edit.time + std::chrono::milliseconds(1));
-        log.replace(entry.line, unset);
+        changes.replace(entry.line, unset);
         edits.put(store, from, "", lineOf(unset.edit));
     }
 

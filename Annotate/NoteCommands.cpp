@@ -1,3 +1,4 @@
+#include "Annotate/CommandChanges.h"
 #include "Annotate/Commands.h"
 #include "Annotate/Filter.h"
 #include "Annotate/Model.h"
@@ -38,7 +39,7 @@ public:
           author(authorOf(arguments)),
           store(path),
           notebook(store),
-          log(store, author, arguments.command) {}
+          changes(store, author, arguments.command) {}
 
     /// Throws RequestError if there is none of one of the numbers.
     std::vector<Note*> find(const std::vector<std::int64_t>& numbers) const {
@@ -50,7 +51,7 @@ public:
 
     template <typename Action>
     void change(Note& note, const Action& action) {
-        log.change(note, [&] {
+        changes.change(note, [&] {
             action(note);
             note.changedBy = author;
             note.changed = now();
@@ -59,26 +60,26 @@ public:
 
     void add(const Note& content) {
         const Note& note = notebook.add(content, author);
-        log.add(note);
-        log.write();
+        changes.add(note);
+        changes.write();
         printStored(beginSentence({*note.number}) + " stored in " + path.string() + '.');
     }
 
     void remove(const std::vector<Note*>& notes) {
         for (const Note* const note : notes) {
-            log.remove(*note);
+            changes.remove(*note);
         }
-        log.write({notes.begin(), notes.end()});
+        changes.write({notes.begin(), notes.end()});
     }
 
-    void write() { log.write(); }
+    void write() { changes.write(); }
 
 private:
     std::filesystem::path path;
     std::string author;
     Store store;
     Notebook notebook;
-    ChangeLog log;
+    CommandChanges changes;
 };
 
 /// The text that is given, or what is on standard input if that is a dash, without the line end that closes it. Throws

@@ -1,13 +1,13 @@
 #include "Annotate/TopicsImport.h"
 
 #include "Annotate/AsciiCase.h"
+#include "Annotate/CommandChanges.h"
 #include "Annotate/Interruption.h"
 #include "Annotate/Model.h"
 #include "Annotate/Notes.h"
 #include "Annotate/Terminal.h"
 #include "Annotate/TopicReading.h"
 #include "Annotate/TopicText.h"
-#include "Annotate/Undo.h"
 
 #include <algorithm>
 #include <iostream>
@@ -44,7 +44,7 @@ public:
         : model(Model::read(arguments.model)),
           store(storePath(arguments)),
           notebook(store),
-          log(store, authorOf(arguments), arguments.command) {
+          changes(store, authorOf(arguments), arguments.command) {
         for (Note* const note : notebook.getNotes()) {
             known.emplace(*note->id, note);
         }
@@ -63,14 +63,14 @@ public:
         }
         Note note = topic.note;
         note.ownerId = *owner;
-        log.add(notebook.put(note));
+        changes.add(notebook.put(note));
         severalObjects += topic.globalIds.size() > 1 ? 1 : 0;
         ++added;
     }
 
     void write() {
         if (added + changed > 0) {
-            log.write();
+            changes.write();
         }
     }
 
@@ -103,7 +103,7 @@ private:
         } else if (lastChange(topic) <= lastChange(note)) {
             kept.push_back(*note.number);
         } else {
-            log.change(note, [&] {
+            changes.change(note, [&] {
                 note.text = topic.text;
                 note.priority = topic.priority;
                 note.resolved = topic.resolved;
@@ -117,7 +117,7 @@ private:
     Model model;
     Store store;
     Notebook notebook;
-    ChangeLog log;
+    CommandChanges changes;
     std::unordered_map<orv::Guid, Note*> known;
     std::vector<std::string> unplaced; ///< The texts of those topics.
     std::vector<std::int64_t> kept;    ///< The numbers of notes that are newer than their topics.
