@@ -12,7 +12,8 @@ namespace annotate {
 
 namespace {
 
-const std::string byName = "by its GlobalId, or like '#123' by its number in the file";
+/// How an object is named.
+const std::string objectNaming = "by its GlobalId, or like '#123' by its number in the file";
 
 void addNoteCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* note =
@@ -20,7 +21,7 @@ void addNoteCommands(CLI::App& app, Arguments& arguments) {
                           {"note", "Add a note to an object of the model",
                            "House.ifc note 1jXyBr6EAquR0PHYXIrQ4_ 'Is this a load-bearing wall?' --priority 2"},
                           arguments, addNote);
-    note->add_option("GLOBALID", arguments.globalId, "The object, " + byName)->required()->check(refuseEmpty);
+    note->add_option("GLOBALID", arguments.globalId, "The object, " + objectNaming)->required()->check(refuseEmpty);
     note->add_option("TEXT", arguments.text,
                      "The note; after -- it may begin with a dash, and - alone reads it from standard input")
         ->required();
@@ -48,7 +49,8 @@ void addNoteCommands(CLI::App& app, Arguments& arguments) {
                                       {"notes", "List the notes, with the objects' classes and names",
                                        "House.ifc notes --open --storey 'Ground floor'"},
                                       arguments, listNotes);
-    notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object, " + byName)->check(refuseEmpty);
+    notes->add_option("GLOBALID", arguments.globalId, "Only the notes on this object, " + objectNaming)
+        ->check(refuseEmpty);
     notes->add_flag("--open", arguments.open, "Only those that aren't resolved");
     notes->add_flag("--resolved", arguments.onlyResolved, "Only those that are resolved");
     addActFilters(notes, arguments);
@@ -65,7 +67,7 @@ CLI::App* addEditCommand(CLI::App& app, const CommandText& text, Arguments& argu
                          const std::string& words, const std::string& explanation) {
     CLI::App* added = addWritingCommand(app, text, arguments, command);
     addWords(added, arguments, words,
-             explanation + "GLOBALID names the object, " + byName +
+             explanation + "GLOBALID names the object, " + objectNaming +
                  ", and is left out where --class, --match, --storey or --where choose objects");
     addObjectFilters(added, arguments);
     addStrictness(added, arguments);
@@ -78,7 +80,7 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
                                      "House.ifc get 1jXyBr6EAquR0PHYXIrQ4_ Pset_WallCommon FireRating"},
                                     arguments, getProperty);
     addWords(get, arguments, "GLOBALID PSET PROPERTY",
-             "The object, " + byName + ", and the property as in Pset_WallCommon FireRating");
+             "The object, " + objectNaming + ", and the property as in Pset_WallCommon FireRating");
     addDefinitionFiles(get, arguments);
     addListing(get, arguments);
 
@@ -119,17 +121,18 @@ void addPropertyCommands(CLI::App& app, Arguments& arguments) {
                                        "A=B;C=D, with a backslash before a ; = or backslash within one",
                                        "House.ifc edits --author Anna --since 2026-03-31"},
                                       arguments, listEdits);
-    edits->add_option("GLOBALID", arguments.globalId, "Only on this object, " + byName)->check(refuseEmpty);
+    edits->add_option("GLOBALID", arguments.globalId, "Only on this object, " + objectNaming)->check(refuseEmpty);
     addActFilters(edits, arguments);
     addListing(edits, arguments);
 
-    CLI::App* definitions = addCommand(app,
-                                       {"definitions",
-                                        "List what can be set, with kinds, value types, their SI units, and "
-                                        "enumeration values; needs no model, and takes that for the definitions beside "
-                                        "it",
-                                        "definitions --class IfcDoor --match fire"},
-                                       [&arguments] { listDefinitions(arguments); });
+    CLI::App* definitions =
+        addCommand(app,
+                   {"definitions",
+                    "List what can be set, with kinds, value types, their SI units, and "
+                    "enumeration values; needs no model, and reads the definitions beside one that is "
+                    "named",
+                    "definitions --class IfcDoor --match fire"},
+                   [&arguments] { listDefinitions(arguments); });
     definitions->add_option("PSET", arguments.propertySet, "Only the properties of this set")->check(refuseEmpty);
     definitions
         ->add_option("--class", arguments.classes,
@@ -151,7 +154,7 @@ void addHelp(CLI::App& app, Arguments& arguments) {
 }
 
 /// Those on many notes and edits at once.
-void addStoreCommands(CLI::App& app, Arguments& arguments) {
+void addCommandsOnMany(CLI::App& app, Arguments& arguments) {
     CLI::App* status = addStoreCommand(
         app,
         {"status",
@@ -190,7 +193,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
             "table for spreadsheets, which the command import reads again; a .json is for programs")
         ->required()
         ->check(refuseEmpty);
-    exporting->add_option("--bcf", arguments.bcfVersion, "The version of a .bcf, 2.1 or 3.0, which it is otherwise")
+    exporting->add_option("--bcf", arguments.bcfVersion, "The version of a .bcf, 2.1 or 3.0; 3.0 if not given")
         ->check(CLI::IsMember({"2.1", "3.0"}));
     exporting->add_flag("--notes", arguments.onlyNotes, "To a .csv, export the notes in place of the edits");
     addDefinitionFiles(exporting, arguments);
@@ -203,7 +206,7 @@ void addStoreCommands(CLI::App& app, Arguments& arguments) {
                      "The object that has them, by its GlobalId as it may have vanished from the model, or like '#123'")
         ->required()
         ->check(refuseEmpty);
-    move->add_option("NEW", arguments.globalId, "The object of the model that gets them, " + byName)
+    move->add_option("NEW", arguments.globalId, "The object of the model that gets them, " + objectNaming)
         ->required()
         ->check(refuseEmpty);
 }
@@ -227,16 +230,18 @@ void addCommands(CLI::App& app, Arguments& arguments) {
         {"show", "Show objects with their places, types, notes and values, the model's and those set on them",
          "House.ifc show 1jXyBr6EAquR0PHYXIrQ4_"},
         arguments, showObjects);
-    show->add_option("GLOBALID", arguments.globalIds, "The objects, each " + byName)->required()->check(refuseEmpty);
+    show->add_option("GLOBALID", arguments.globalIds, "The objects, each " + objectNaming)
+        ->required()
+        ->check(refuseEmpty);
     addDefinitionFiles(show, arguments);
     addListing(show, arguments);
     addNoteCommands(app, arguments);
     addPropertyCommands(app, arguments);
-    addStoreCommands(app, arguments);
+    addCommandsOnMany(app, arguments);
     addWritingCommand(app,
                       {"undo",
-                       "Take your last command back, or bring it forward again; refused where somebody has changed "
-                       "since what it changed",
+                       "Take your last command back, or bring it forward again; refused where somebody has "
+                       "changed the same since then",
                        "House.ifc undo"},
                       arguments, undo);
     addHelp(app, arguments);

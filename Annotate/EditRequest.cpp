@@ -68,7 +68,7 @@ void takeOutRefused(const Overlay& overlay, bool isStrict, std::vector<ObjectEdi
 EditRequest::EditRequest(const Arguments& arguments, std::size_t minimumValues, std::size_t maximumValues) {
     const std::size_t names = arguments.choosesObjects() ? 2 : 3;
     const std::vector<std::string>& words = arguments.words;
-    if (words.size() < names + minimumValues || words.size() > names + maximumValues) {
+    if (words.size() < names + minimumValues || words.size() - names > maximumValues) {
         const std::string_view shownValues = maximumValues == 0   ? "."
                                              : maximumValues == 1 ? " VALUE."
                                              : minimumValues > 1  ? " DEFINING DEFINED ..."

@@ -59,13 +59,14 @@ struct PropertyExporter::Content {
 
 /// Returns whether there is something to be exported, and tells why if there isn't.
 bool PropertyExporter::takeValues(Content& content, const ModelStatements::Statement& model) {
-    const auto& [edit, definition, fullName, values, type, definedType] = content;
-    const std::string leftOut = fullName + " is left out. ";
+    const PropertyEdit& edit = content.edit;
+    std::vector<PropertyValue>& values = content.values;
+    const std::string leftOut = content.fullName + " is left out. ";
     if (model.statementClass->kind == StatementKind::ComplexProperty) {
         sentences.insert(leftOut + "The model has a complex property of that name.");
         return false;
     }
-    if (definition == nullptr) {
+    if (content.definition == nullptr) {
         if (!edit.unit.empty()) {
             sentences.insert(
                 leftOut + "It was set in " + edit.unit +
@@ -75,21 +76,21 @@ bool PropertyExporter::takeValues(Content& content, const ModelStatements::State
         content.type = model.text.empty() ? "" : stepValue(StepParameters(model.text)[2]).type;
         return true;
     }
-    content.type = definition->valueType;
-    content.definedType = definition->definedValueType;
+    content.type = content.definition->valueType;
+    content.definedType = content.definition->definedValueType;
     if (!edit.unit.empty()) {
         try {
-            takeUnits(*definition, *units, edit.unit, content.values);
+            takeUnits(*content.definition, *units, edit.unit, values);
         } catch (const RequestError& problem) {
             sentences.insert(leftOut + problem.what());
             return false;
         }
     }
     if (edit.form == Form::Bounded) {
-        content.values.resize(3);
+        values.resize(3);
         const bool hasBound = !values[0].isEmpty() || !values[1].isEmpty();
         if (version == IfcVersion::Ifc2x3 && !values[2].isEmpty()) {
-            sentences.insert("The set point of " + fullName + " is left out, as IFC2X3 has none.");
+            sentences.insert("The set point of " + content.fullName + " is left out, as IFC2X3 has none.");
             return hasBound;
         }
     }

@@ -223,28 +223,21 @@ private:
 
     /// New sets of that name, one for the objects that are alike; but types share none.
     void addSets(const std::string& name, const ContentOfObjects& ofObjects) {
-        NewStatements& added = sets.getNew();
         std::map<std::string, Ids> alike;
         for (const auto& [object, content] : ofObjects) {
             alike[content.key + (findType(object) == nullptr ? "" : idOf(object))].push_back(object);
         }
         for (const auto& [key, objects] : alike) {
-            std::string identity = "set\n";
-            identity.append(name).append("\n").append(key).append(idOf(objects.front()));
-            const std::string id = globalIdOf(identity);
-            const std::string root = ',' + ownerOf(finder.get(objects.front())) + ',';
-            Ids members;
-            for (const SetMember& member : ofObjects.at(objects.front()).members) {
-                members.push_back(added.addOnce(member.property.keyword, member.property.parameters));
-            }
-            const std::uint64_t set =
-                added.add("IFCPROPERTYSET", id + root + stepString(name) + ",$," + stepReferences(members));
+            const std::string owner = ownerOf(finder.get(objects.front()));
+            const std::vector<SetMember>& members = ofObjects.at(objects.front()).members;
+            const std::uint64_t set = sets.makeSet(name, owner, key, members, idOf(objects.front()));
             if (Holder* const type = findType(objects.front())) {
                 type->sets.push_back(set);
                 type->isChanged = true;
             } else {
-                added.add("IFCRELDEFINESBYPROPERTIES",
-                          relationId(id) + root + "$,$," + stepReferences(objects) + ',' + reference(set));
+                const std::string id = relationId(name + '\n' + key + idOf(objects.front()));
+                sets.getNew().add("IFCRELDEFINESBYPROPERTIES",
+                                  id + ',' + owner + ",$,$," + stepReferences(objects) + ',' + reference(set));
             }
         }
     }

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <limits>
 #include <set>
 #include <utility>
 
@@ -27,7 +28,7 @@ using Form = PropertyEdit::Form;
 
 namespace {
 
-constexpr std::size_t any = 1 << 20;
+constexpr std::size_t noMaximum = std::numeric_limits<std::size_t>::max();
 
 /// The command that sets a property of the kind.
 std::string_view commandFor(const Definition& definition) {
@@ -70,12 +71,12 @@ std::vector<PropertyValue> givenBounds(const Arguments& arguments, const Definit
     return {boundIn(arguments.lower), boundIn(arguments.upper), boundIn(arguments.setPoint)};
 }
 
-/// Without values.
-PropertyEdit editOf(const EditRequest& request, Form form) {
+PropertyEdit editOf(const EditRequest& request, Form form, std::vector<PropertyValue> values = {}) {
     PropertyEdit edit;
     edit.set = request.set;
     edit.property = request.property;
     edit.form = form;
+    edit.values = std::move(values);
     return edit;
 }
 
@@ -119,15 +120,14 @@ void remarkOnOwnUnits(const ModelDetails& details, const std::vector<orv::Guid>&
     }
 }
 
-/// Makes the same edit of all the objects.
-void makeEdits(const Arguments& arguments, const EditRequest& request, const Definition& definition, Form form,
-               const std::vector<PropertyValue>& values) {
+/// Makes the edit of all the objects, its values as they were given.
+void makeEdits(const Arguments& arguments, const EditRequest& request, const Definition& definition,
+               PropertyEdit edit) {
     const ModelDetails details = ModelDetails::read(arguments.model);
-    PropertyEdit edit = editOf(request, form);
-    edit.values = values;
+    const bool hasPlainNumbers = arguments.unit.empty() && arePlainNumbers(edit.values);
     edit.unit = takeUnits(definition, details.getUnits(), arguments.unit, edit.values);
     const RequestedObjects objects = request.objectsIn(details, arguments);
-    if (!edit.unit.empty() && arguments.unit.empty() && arePlainNumbers(values)) {
+    if (!edit.unit.empty() && hasPlainNumbers) {
         remarkOnOwnUnits(details, objects.ids, edit);
     }
     RequestedEdits requested{{}, objects.refusals, {}};
@@ -142,39 +142,47 @@ void makeEdits(const Arguments& arguments, const EditRequest& request, const Def
     makeEdits(arguments, details.getModel(), std::move(requested));
 }
 
-} // namespace
+std::vector<PropertyValue> givenValues(const EditRequest& request) {
+    return {request.values.begin(), request.values.end()};
+}
 
-void setProperty(const Arguments& arguments) {
-    const std::size_t valueCount = hasBounds(arguments) ? 0 : 1;
-    if (hasBounds(arguments) && arguments.words.size() == (arguments.choosesObjects() ? 3 : 4)) {
+/// Sets the bounds that options name.
+void setBounds(const Arguments& arguments) {
+    if (arguments.words.size() == (arguments.choosesObjects() ? 3 : 4)) {
         throw UsageError(
             "VALUE sets all the bounds, and --lower, --upper and --set-point one each. Give the one or the "
             "others.");
     }
-    const EditRequest request(arguments, valueCount, valueCount);
+    const EditRequest request(arguments, 0, 0);
     const Definition& definition = definitionFor(request, "set");
+    makeEdits(arguments, request, definition, editOf(request, Form::Bounded, givenBounds(arguments, definition)));
+}
+
+} // namespace
+
+void setProperty(const Arguments& arguments) {
     if (hasBounds(arguments)) {
-        makeEdits(arguments, request, definition, Form::Bounded, givenBounds(arguments, definition));
-    } else {
-        const PropertyEdit edit = editIn(definition, request.values.front());
-        makeEdits(arguments, request, definition, edit.form, edit.values);
+        return setBounds(arguments);
     }
+    const EditRequest request(arguments, 1, 1);
+    const Definition& definition = definitionFor(request, "set");
+    makeEdits(arguments, request, definition, editIn(definition, request.values.front()));
 }
 
 void setListProperty(const Arguments& arguments) {
-    const EditRequest request(arguments, 1, any);
-    makeEdits(arguments, request, definitionFor(request, "set-list"), Form::List,
-              {request.values.begin(), request.values.end()});
+    const EditRequest request(arguments, 1, noMaximum);
+    makeEdits(arguments, request, definitionFor(request, "set-list"),
+              editOf(request, Form::List, givenValues(request)));
 }
 
 void setTableProperty(const Arguments& arguments) {
-    const EditRequest request(arguments, 2, any);
+    const EditRequest request(arguments, 2, noMaximum);
     if (request.values.size() % 2 != 0) {
         throw UsageError("A table takes pairs, DEFINING DEFINED, behind the property " + request.property +
                          ". The last, " + request.values.back() + ", is half a pair.");
     }
-    makeEdits(arguments, request, definitionFor(request, "set-table"), Form::Table,
-              {request.values.begin(), request.values.end()});
+    makeEdits(arguments, request, definitionFor(request, "set-table"),
+              editOf(request, Form::Table, givenValues(request)));
 }
 
 void unsetProperty(const Arguments& arguments) {

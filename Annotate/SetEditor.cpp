@@ -1,6 +1,7 @@
 #include "Annotate/SetEditor.h"
 
 #include "Annotate/StepParameters.h"
+#include "Annotate/StepWriting.h"
 
 #include <algorithm>
 #include <optional>
@@ -28,6 +29,11 @@ std::optional<std::size_t> placeOfProperties(StatementKind kind) {
     }
 }
 
+/// The GlobalId of a set that is made of the one that is named.
+std::string setId(const std::string& origin, const std::string& key, const std::string& ownerId) {
+    return globalIdOf(std::string("set\n").append(origin).append("\n").append(key).append(ownerId));
+}
+
 } // namespace
 
 void SetEditor::edit(std::uint64_t set, const std::vector<SetMember>& members) {
@@ -52,10 +58,20 @@ std::uint64_t SetEditor::variantOf(std::uint64_t set, const std::string& key, co
     if (variant == 0) {
         const FoundStatement& original = finder.get(set);
         StatementParts parts = withMembers(original, members);
-        parts.set(globalIdOfSet, globalIdOf("set\n" + original.parts[globalIdOfSet] + ownerId + '\n' + key));
+        parts.set(globalIdOfSet, setId(original.parts[globalIdOfSet], key, ownerId));
         variant = added.add(original.keyword, parts.text());
     }
     return variant;
+}
+
+std::uint64_t SetEditor::makeSet(const std::string& name, const std::string& ownerHistory, const std::string& key,
+                                 const std::vector<SetMember>& members, const std::string& ownerId) {
+    std::vector<std::uint64_t> ids;
+    for (const auto& [property, replaced] : members) {
+        ids.push_back(added.addOnce(property.keyword, property.parameters));
+    }
+    return added.add("IFCPROPERTYSET", setId(name, key, ownerId) + ',' + ownerHistory + ',' + stepString(name) + ",$," +
+                                           stepReferences(ids));
 }
 
 void SetEditor::replace(const FoundStatement& statement, std::string_view parameters) {

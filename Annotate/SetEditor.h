@@ -20,7 +20,7 @@ struct SetMember {
     std::uint64_t replaced = 0; ///< The one of that name that the set has; 0 if it has none.
 };
 
-/// Edits sets of properties for an export, and collects what that makes of the file.
+/// Edits sets of properties for an export, makes new ones, and collects all that the export changes in the file.
 class SetEditor {
 public:
     /// Of a model's statements, those of them that are to be edited as they were found.
@@ -30,10 +30,15 @@ public:
     /// Puts the members into the set itself.
     void edit(std::uint64_t set, const std::vector<SetMember>& members);
 
-    /// A copy of the set with the members in it, the same one for the same key. Its GlobalId comes from all that and
-    /// from the GlobalId of the first object that gets it.
+    /// A copy of the set with the members in it, the same one for the same key, which is equal for equal members. Its
+    /// GlobalId comes from the set's, the key, and the GlobalId of the first object that gets it.
     std::uint64_t variantOf(std::uint64_t set, const std::string& key, const std::vector<SetMember>& members,
                             const std::string& ownerId);
+
+    /// A new set of the name with the members in it. Its GlobalId comes from the name, the key, and the GlobalId of the
+    /// first object that gets it.
+    std::uint64_t makeSet(const std::string& name, const std::string& ownerHistory, const std::string& key,
+                          const std::vector<SetMember>& members, const std::string& ownerId);
 
     void replace(const FoundStatement& statement, std::string_view parameters);
 
