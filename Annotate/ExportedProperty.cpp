@@ -15,7 +15,6 @@ namespace annotate {
 
 using orv::fc::FcValueType;
 using orv::host::PropertyEdit;
-using orv::ifc::def::xml::PropertyKind;
 using orv::object::PropertyValue;
 using Form = PropertyEdit::Form;
 

@@ -15,7 +15,7 @@ struct MergedProperty {
     std::string name;
     const ModelProperty* model = nullptr;   ///< Null if the model doesn't have it.
     const EditIndex::Entry* edit = nullptr; ///< Null if none holds: there is none, or the model's is nearer.
-    std::string_view editFrom = "";         ///< As that of a HeldEdit.
+    std::string_view editFrom{};            ///< As that of a HeldEdit.
 };
 
 /// How an edit stands to the model's value.

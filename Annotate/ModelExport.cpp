@@ -235,9 +235,9 @@ private:
                 type->sets.push_back(set);
                 type->isChanged = true;
             } else {
-                const std::string id = relationId(name + '\n' + key + idOf(objects.front()));
-                sets.getNew().add("IFCRELDEFINESBYPROPERTIES",
-                                  id + ',' + owner + ",$,$," + stepReferences(objects) + ',' + reference(set));
+                std::string relation = relationId(std::string(name).append("\n").append(key) + idOf(objects.front()));
+                relation.append(",").append(owner).append(",$,$,").append(stepReferences(objects));
+                sets.getNew().add("IFCRELDEFINESBYPROPERTIES", relation.append(",").append(reference(set)));
             }
         }
     }

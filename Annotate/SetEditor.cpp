@@ -67,6 +67,7 @@ std::uint64_t SetEditor::variantOf(std::uint64_t set, const std::string& key, co
 std::uint64_t SetEditor::makeSet(const std::string& name, const std::string& ownerHistory, const std::string& key,
                                  const std::vector<SetMember>& members, const std::string& ownerId) {
     std::vector<std::uint64_t> ids;
+    ids.reserve(members.size());
     for (const auto& [property, replaced] : members) {
         ids.push_back(added.addOnce(property.keyword, property.parameters));
     }
