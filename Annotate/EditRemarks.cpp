@@ -59,14 +59,14 @@ constexpr Range ranges[] = {
 };
 
 /// Texts that are written as ISO 8601 tells.
-struct Form {
+struct TimeForm {
     std::string_view type;
     const char* pattern;
     std::string_view told;
 };
 
 constexpr const char* zonePattern = "(Z|[+-][0-9]{2}(:?[0-9]{2})?)?";
-constexpr Form forms[] = {
+constexpr TimeForm forms[] = {
     {"IfcDate", "", "dates like 2026-03-31"},
     {"IfcDateTime", "T", "times like 2026-03-31T09:30:00"},
     {"IfcDuration",
@@ -75,7 +75,7 @@ constexpr Form forms[] = {
     {"IfcTime", "([01][0-9]|2[0-3])(:[0-5][0-9]){1,2}([.,][0-9]+)?", "times like 09:30:00"},
 };
 
-bool isOfForm(const Form& form, const std::string& text) {
+bool isOfForm(const TimeForm& form, const std::string& text) {
     const std::string pattern = form.pattern;
     if (pattern.size() > 1) {
         const std::regex whole(form.type == "IfcTime" ? pattern + zonePattern : pattern);
@@ -100,7 +100,7 @@ std::string remarkOnValue(const Definition& definition, std::string_view type, c
                    " isn't one.";
         }
     }
-    for (const Form& form : forms) {
+    for (const TimeForm& form : forms) {
         if (form.type == type && !isOfForm(form, valueText(value))) {
             return fullName(definition) + " is for " + std::string(form.told) + ", and \"" + valueText(value) +
                    "\" isn't one.";
