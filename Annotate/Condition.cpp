@@ -196,14 +196,4 @@ std::partial_ordering Condition::comparedWith(const std::string& candidate) cons
     return isNumber ? number <=> other : std::partial_ordering(candidate <=> value);
 }
 
-std::vector<std::string> textsThatHold(const MergedProperty& property, const ModelUnits& units) {
-    std::vector<std::string> texts;
-    for (const orv::object::PropertyValue& value : valuesThatHold(property, units)) {
-        if (!value.isEmpty()) {
-            texts.push_back(valueText(value));
-        }
-    }
-    return texts;
-}
-
 } // namespace annotate

@@ -56,7 +56,4 @@ private:
     std::optional<AnyCase> part; ///< The value, if it is to be within another.
 };
 
-/// The values that hold, as texts, without empty ones; of an enumeration each choice.
-std::vector<std::string> textsThatHold(const MergedProperty& property, const ModelUnits& units);
-
 } // namespace annotate

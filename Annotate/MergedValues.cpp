@@ -206,4 +206,14 @@ std::string changedUnit(const MergedProperty& property, const ModelUnits& units)
                                              ", where the model has " + (now.empty() ? "no unit" : now) + '.';
 }
 
+std::vector<std::string> textsThatHold(const MergedProperty& property, const ModelUnits& units) {
+    std::vector<std::string> texts;
+    for (const orv::object::PropertyValue& value : valuesThatHold(property, units)) {
+        if (!value.isEmpty()) {
+            texts.push_back(valueText(value));
+        }
+    }
+    return texts;
+}
+
 } // namespace annotate

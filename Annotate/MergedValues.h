@@ -52,4 +52,7 @@ std::string unitBesideModel(const MergedProperty& property, const ModelUnits& un
 /// That the project's unit has changed since the edit was made, in a sentence; empty if it hasn't.
 std::string changedUnit(const MergedProperty& property, const ModelUnits& units);
 
+/// The values that hold, as texts, without empty ones; of an enumeration each choice.
+std::vector<std::string> textsThatHold(const MergedProperty& property, const ModelUnits& units);
+
 } // namespace annotate

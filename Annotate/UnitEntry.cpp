@@ -93,7 +93,7 @@ std::string spelledAlike(std::string_view symbol) {
     return text;
 }
 
-/// The unit of the kind with that symbol; nothing if none is known.
+/// The unit of the kind with that symbol, as spelledAlike makes it; nothing if none is known.
 std::optional<ModelUnit> unitOfSymbol(std::string_view kind, const std::string& symbol) {
     for (const SiUnitName& unit : SiUnitName::all()) {
         if (const SiPrefix* const prefix = unit.kind == kind ? prefixOfSymbol(unit, symbol) : nullptr) {
@@ -195,9 +195,7 @@ std::string unitOfValues(const Definition& definition, const ModelUnits& units) 
 std::string takeUnits(const Definition& definition, const ModelUnits& units, const std::string& named,
                       std::vector<PropertyValue>& values) {
     const bool isTable = definition.kind == PropertyKind::Table;
-    const std::size_t equals = isTable ? std::min(named.find('='), named.size()) : named.size();
-    const std::string first = isTable && named.starts_with("1=") ? "" : named.substr(0, equals);
-    const std::string second = named.substr(std::min(equals + 1, named.size()));
+    const auto [first, second] = isTable ? unitsInTable(named) : std::pair(named, std::string());
     for (std::size_t place = 0; place < values.size(); ++place) {
         const bool isDefined = isTable && place % 2 == 1;
         takeUnit(definition, isDefined ? definition.definedValueType : definition.valueType, units,

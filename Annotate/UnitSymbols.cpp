@@ -175,6 +175,15 @@ std::string unitsOfTable(const std::string& defining, const std::string& defined
     return defined.empty() ? defining : (defining.empty() ? "1" : defining) + '=' + defined;
 }
 
+std::pair<std::string, std::string> unitsInTable(const std::string& units) {
+    const std::size_t equals = units.find('=');
+    if (equals == std::string::npos) {
+        return {units, ""};
+    }
+    const std::string defining = units.substr(0, equals);
+    return {defining == "1" ? "" : defining, units.substr(equals + 1)};
+}
+
 std::string raised(std::string_view symbol, int power) {
     constexpr std::array<std::string_view, 10> digits{"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
     std::string text(symbol);

@@ -3,6 +3,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace annotate {
 
@@ -47,6 +48,9 @@ std::string siSymbol(std::string_view valueType);
 /// The units of a table's values as DEFINING=DEFINED, with 1 for defining ones without a unit; DEFINING alone if the
 /// defined ones have none.
 std::string unitsOfTable(const std::string& defining, const std::string& defined);
+
+/// The two that unitsOfTable made that of; empty where there is none.
+std::pair<std::string, std::string> unitsInTable(const std::string& units);
 
 /// The symbol with the power, as in m².
 std::string raised(std::string_view symbol, int power);
