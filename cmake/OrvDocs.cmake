@@ -18,7 +18,7 @@ file(GLOB guides RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS docs/*.md)
 
 set(DOXYGEN_PROJECT_BRIEF ${PROJECT_DESCRIPTION})
 set(DOXYGEN_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/docs)
-set(DOXYGEN_STRIP_FROM_PATH ${PROJECT_SOURCE_DIR}/Source)
+set(DOXYGEN_STRIP_FROM_PATH ${PROJECT_SOURCE_DIR}/Source ${PROJECT_SOURCE_DIR})
 set(DOXYGEN_STRIP_FROM_INC_PATH ${PROJECT_SOURCE_DIR}/Source)
 set(DOXYGEN_USE_MDFILE_AS_MAINPAGE ${PROJECT_SOURCE_DIR}/docs/reference.md)
 set(DOXYGEN_IMAGE_PATH ${PROJECT_SOURCE_DIR}/docs)
@@ -34,3 +34,12 @@ set(DOXYGEN_HAVE_DOT NO)
 set(DOXYGEN_QUIET YES)
 set(DOXYGEN_WARN_AS_ERROR FAIL_ON_WARNINGS)
 doxygen_add_docs(docs ${documented} ${guides})
+# What the guides link to beside each other, in the same place from the pages.
+add_custom_command(
+    TARGET docs
+    POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/Examples ${DOXYGEN_OUTPUT_DIRECTORY}/Examples
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/Tests/Siblings
+            ${DOXYGEN_OUTPUT_DIRECTORY}/Tests/Siblings
+    COMMAND ${CMAKE_COMMAND} -E copy ${PROJECT_SOURCE_DIR}/docs/annotate.schema.json ${DOXYGEN_OUTPUT_DIRECTORY}/html
+)
