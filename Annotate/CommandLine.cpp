@@ -165,9 +165,11 @@ void addCommandsOnMany(CLI::App& app, Arguments& arguments) {
     addDefinitionFiles(status, arguments);
     status->add_flag("--json", arguments.json, "Print JSON; what isn't UTF-8 is told as U+FFFD");
 
-    CLI::App* import = addWritingCommand(
-        app, {"import", "Set properties, or add notes, as the lines of a file tell", "House.ifc import values.csv"},
-        arguments, importFile);
+    CLI::App* import =
+        addWritingCommand(app,
+                          {"import", "Set properties, or add notes, as the lines of a file or BCF topics tell",
+                           "House.ifc import values.csv"},
+                          arguments, importFile);
     addPath(*import, "FILE", arguments.file,
             "Separated values in UTF-8 (comma, semicolon or tab) below a header with GlobalId, set, property, "
             "value and perhaps unit, author and time, or with GlobalId, text and perhaps priority, state, author, "
@@ -183,7 +185,8 @@ void addCommandsOnMany(CLI::App& app, Arguments& arguments) {
 
     CLI::App* exporting = addStoreCommand(
         app,
-        {"export", "Write a copy of the model with what was set in it, a report of what was added, or tables of it",
+        {"export",
+         "Write a copy of the model with what was set in it, or a report, tables or BCF topics of what was added",
          "House.ifc export House.new.ifc"},
         arguments, exportFile, true);
     addPath(*exporting, "FILE", arguments.file,

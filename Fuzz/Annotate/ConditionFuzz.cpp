@@ -1,4 +1,4 @@
-// Any text is a condition, which is met or not, or gives a RequestError.
+// Any text is a condition, which is met or not, or throws a RequestError.
 
 #include "Annotate/Arguments.h"
 #include "Annotate/Condition.h"

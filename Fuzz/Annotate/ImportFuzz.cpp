@@ -1,4 +1,4 @@
-// Any bytes are rows of separated values or give a RequestError; what was read is read again from what is written of
+// Any bytes are rows of separated values or throw a RequestError; what was read is read again from what is written of
 // it.
 
 #include "Annotate/Arguments.h"

@@ -1,4 +1,4 @@
-// Any bytes are a model or give a ModelError, and the objects of a model and their values are what they promise.
+// Any bytes are a model or throw a ModelError, and the objects of a model and their values are what they promise.
 
 #include "Annotate/ModelDetails.h"
 #include "FoundationClasses/IfcClass.h"

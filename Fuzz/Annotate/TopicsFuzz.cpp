@@ -1,4 +1,4 @@
-// Any bytes are an archive of topics, or the markup of a topic in one, or give a RequestError; the text of a topic that
+// Any bytes are an archive of topics, or the markup of a topic in one, or throw a RequestError; the text of a topic that
 // was read is read again from what is written of it.
 
 #include "Annotate/Arguments.h"

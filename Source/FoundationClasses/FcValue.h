@@ -17,6 +17,7 @@ namespace orv::fc {
 /// A text of the type IfcLabel.
 class FcLabel {
 public:
+    /// Of any text in UTF-8, the empty one included.
     explicit FcLabel(std::string label) : text(std::move(label)) {}
 
     std::string text;
@@ -25,6 +26,7 @@ public:
 /// One of the simple types; those that are built from outside are labels.
 class FcSimpleValue {
 public:
+    /// Holds the label.
     explicit FcSimpleValue(FcLabel content) : label(std::move(content)) {}
 
     FcLabel label;

@@ -46,13 +46,20 @@ concept Integer = std::integral<T> &&(sizeof(T) == 4 || sizeof(T) == 8) && !std:
 /// The text without the blanks of XML around it.
 ORV_HOST_EXPORT std::string_view trimmed(std::string_view text);
 
+/// "true" or "false"; "1" and "0" are taken as well.
+/// @{
 ORV_HOST_EXPORT std::string textOf(bool value);
 ORV_HOST_EXPORT bool take(std::string_view text, bool& value);
+/// @}
 
 /// The shortest text that reads back as the same number; "INF", "-INF" and "NaN".
+/// @{
 ORV_HOST_EXPORT std::string textOf(double value);
 ORV_HOST_EXPORT bool take(std::string_view text, double& value);
+/// @}
 
+/// The text itself, with its blanks.
+/// @{
 inline std::string textOf(const std::string& value) {
     return value;
 }
@@ -60,11 +67,16 @@ inline bool take(std::string_view text, std::string& value) {
     value = text;
     return true;
 }
+/// @}
 
 /// The GlobalId; a UUID is taken as well.
+/// @{
 ORV_HOST_EXPORT std::string textOf(const Guid& value);
 ORV_HOST_EXPORT bool take(std::string_view text, Guid& value);
+/// @}
 
+/// Decimal digits; a plus sign is taken as well.
+/// @{
 template <Integer T>
 std::string textOf(T value) {
     return std::to_string(value);
@@ -82,6 +94,7 @@ bool take(std::string_view text, T& value) {
     value = isWhole ? taken : value;
     return isWhole;
 }
+/// @}
 
 /// A value without a name has its number as text, which isn't taken.
 template <NamedEnumeration T>

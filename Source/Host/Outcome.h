@@ -8,6 +8,7 @@ namespace orv::host {
 
 /// What came of a write to the overlay. True if it was done.
 struct Outcome {
+    /// Whether it was done, and if not, why.
     enum class Result {
         Done,
         NoSuchSet,      ///< See nearestNames.

@@ -16,6 +16,7 @@ namespace orv::host {
 
 /// What somebody set a property of an object to, or that it was unset.
 struct PropertyEdit {
+    /// The kind of property that it makes; Unset takes the property's values away.
     enum class Form { Single, Enumerated, Bounded, List, Table, Unset };
 
     std::string set;

@@ -17,6 +17,7 @@ namespace orv::host {
 
 /// Why no records were read.
 struct ReadFailure {
+    /// What is wrong with the file.
     enum class Reason {
         Missing,       ///< There is no file.
         Unreadable,    ///< It can't be read, or isn't a regular file. The detail tells.

@@ -16,8 +16,10 @@ namespace orv::host {
 
 /// The date, "0000-00-00" if it is year_month_day{}. What isn't a date otherwise has a text too, which isn't taken. A
 /// time zone is passed over.
+/// @{
 ORV_HOST_EXPORT std::string textOf(std::chrono::year_month_day value);
 ORV_HOST_EXPORT bool take(std::string_view text, std::chrono::year_month_day& value);
+/// @}
 
 /// A time in UTC as counted from 1970 on.
 struct UtcTime {
@@ -26,8 +28,10 @@ struct UtcTime {
 };
 
 /// Ends with "Z". A text must name its time zone, which may be any.
+/// @{
 ORV_HOST_EXPORT std::string textOf(UtcTime value);
 ORV_HOST_EXPORT bool take(std::string_view text, UtcTime& value);
+/// @}
 
 constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 
@@ -47,6 +51,8 @@ constexpr std::optional<std::int64_t> productAndSum(std::int64_t value, std::int
 template <typename Count, std::intmax_t Parts>
 using UtcTimePoint = std::chrono::sys_time<std::chrono::duration<Count, std::ratio<1, Parts>>>;
 
+/// As of a UtcTime. A text that is finer than the parts, or out of their range, isn't taken.
+/// @{
 template <Integer Count, std::intmax_t Parts>
 requires(nanosecondsPerSecond % Parts == 0) std::string textOf(UtcTimePoint<Count, Parts> value) {
     const std::int64_t count = value.time_since_epoch().count();
@@ -56,7 +62,6 @@ requires(nanosecondsPerSecond % Parts == 0) std::string textOf(UtcTimePoint<Coun
         UtcTime{count / Parts - (isBefore ? 1 : 0), (rest + (isBefore ? Parts : 0)) * (nanosecondsPerSecond / Parts)});
 }
 
-/// A text that is finer than the parts, or out of their range, isn't taken.
 template <Integer Count, std::intmax_t Parts>
 requires(nanosecondsPerSecond % Parts == 0) bool take(std::string_view text, UtcTimePoint<Count, Parts>& value) {
     UtcTime time;
@@ -74,5 +79,6 @@ requires(nanosecondsPerSecond % Parts == 0) bool take(std::string_view text, Utc
     value = UtcTimePoint<Count, Parts>(typename UtcTimePoint<Count, Parts>::duration(static_cast<Count>(*count)));
     return true;
 }
+/// @}
 
 } // namespace orv::host

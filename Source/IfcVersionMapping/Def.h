@@ -25,10 +25,12 @@ public:
     constexpr DefText(std::uint32_t placeOfCarried, std::uint32_t lengthOfCarried)
         : place(placeOfCarried), length(lengthOfCarried) {}
 
+    /// The characters, which live as long as the definition.
     constexpr operator std::string_view() const {
         return own != nullptr || length == 0 ? std::string_view(own, length) : carried();
     }
 
+    /// Whether it has no characters.
     constexpr bool empty() const { return length == 0; }
 
     friend constexpr bool operator==(const DefText& a, std::string_view b) { return std::string_view(a) == b; }

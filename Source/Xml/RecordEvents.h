@@ -16,6 +16,7 @@ class ORV_XML_EXPORT RecordEvents {
 public:
     virtual ~RecordEvents() = default;
 
+    /// Names and values, in the order of the document.
     using Fields = std::vector<std::pair<std::string, std::string>>;
 
     /// The root, ahead of all else. If this returns false, nothing else is told.

@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(ReadRecordsTest, givesWhatALoadGives) {
+TEST_F(ReadRecordsTest, findsWhatALoadFinds) {
     const std::string document = R"(<?xml version="1.0" encoding="ISO-8859-1"?>
 <!DOCTYPE Enhancements [<!ENTITY door "Door">]>
 <!-- c --><Enhancements x="1">text<Sample y="2"><OwnerId>1jXyBr6EAquR0PHYXIrQ4_</OwnerId>

@@ -131,7 +131,7 @@ TEST(XmlFile, isSavedIndentedExceptAroundText) {
     EXPECT_EQ(saved(bare, LineEnding::CrLf), "<a>\r\n  <b>\r\n    <c/>\r\n  </b>\r\n</a>\r\n");
 }
 
-TEST(XmlFile, givesTheNodesOfAllKindsInDocumentOrder) {
+TEST(XmlFile, hasTheNodesOfAllKindsInDocumentOrder) {
     File file;
     const auto root = parsed(
         file, "<!-- before --><r a='1' b='&lt;&#10;&quot;'>x<![CDATA[<y>]]>&amp;z<e/><!-- c --><?pi data?> </r>\n");
@@ -172,7 +172,7 @@ std::string nestedEntities(int count, const std::string& reference) {
     return text + "]><r>&e" + std::to_string(count) + ";</r>";
 }
 
-TEST(XmlFile, givesNoValueForWhatIsNoWellFormedDocument) {
+TEST(XmlFile, hasNoValueForWhatIsNoWellFormedDocument) {
     const std::string refused[] = {
         // clang-format off
         "", " \n", "x", "<r>", "<r></r", "<r></s>", "<r/><r/>", "<r/>x", "<r>&nbsp;</r>", "<r>\x01</r>",

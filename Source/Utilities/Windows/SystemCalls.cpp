@@ -2,6 +2,7 @@
 
 #include "Utilities/DirectoryNames.h"
 #include "Utilities/Windows/Access.h"
+#include "Utilities/Windows/OpenHandle.h"
 
 #include <algorithm>
 #include <cstring>
@@ -15,9 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Others may do with an open file what they may elsewhere: read and write it, rename and remove it.
-constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
 HANDLE number(Handle file) {
     return reinterpret_cast<HANDLE>(file); // NOLINT(performance-no-int-to-ptr)
 }
@@ -26,26 +24,6 @@ HANDLE number(Handle file) {
 std::errc outcome(BOOL result) {
     return result == FALSE ? lastError() : done;
 }
-
-/// Closed at the end.
-class OpenHandle {
-public:
-    OpenHandle(const fs::path& path, DWORD access, DWORD special)
-        : handle(::CreateFileW(path.c_str(), access, shareAll, nullptr, OPEN_EXISTING, special, nullptr)) {}
-    OpenHandle(const OpenHandle&) = delete;
-    OpenHandle& operator=(const OpenHandle&) = delete;
-    ~OpenHandle() {
-        if (isOpen()) {
-            ::CloseHandle(handle);
-        }
-    }
-
-    bool isOpen() const { return handle != INVALID_HANDLE_VALUE; }
-    HANDLE get() const { return handle; }
-
-private:
-    HANDLE handle;
-};
 
 /// Whether it names another file or directory. Files that a service keeps elsewhere are reparse points as well.
 bool isLink(HANDLE file) {

@@ -177,7 +177,7 @@ void addFloor(benchmark::State& state) {
 
 // Loads
 
-/// What the function gives in a process of its own: a process loads once.
+/// What the function returns in a process of its own: a process loads once.
 template <typename Function>
 double inAnotherProcess(Function function) {
     std::array<int, 2> ends{};

@@ -1,4 +1,4 @@
-// The records of any document that is loaded are written again so that the next load gives the same, and the next write
+// The records of any document that is loaded are written again so that the next load finds the same, and the next write
 // the same document.
 
 #include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
@@ -15,7 +15,7 @@ using namespace orv::domain::shared::enhancementsforreferencemodel;
 
 namespace {
 
-/// The database with nothing but what the document gives, or null if it is refused.
+/// The database with nothing but the records of the document, or null if it is refused.
 std::shared_ptr<Enhancements> load(const std::string& document) {
     const auto database = Enhancements::getOrCreateEnhancementsDb();
     *database = Enhancements();

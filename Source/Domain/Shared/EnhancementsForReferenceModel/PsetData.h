@@ -30,8 +30,11 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 /// handle.
 class PsetData {
 public:
+    /// Returns the shadow database for reading; null if there is none.
     using ReadOnlyCallback = std::function<std::shared_ptr<fc::FcShadowDb>()>;
+    /// Returns the shadow database for writing, null if there is none, and what is to be done once that has ended.
     using ReadWriteCallback = std::function<std::pair<std::shared_ptr<fc::FcShadowDb>, ScopeGuard>()>;
+    /// Returns the model's object of that Guid; null if it has none.
     using ObjectCallback = std::function<std::shared_ptr<const fc::core::kernel::FcObjectDefinition>(const Guid& guid)>;
 
     /// Sets what returns the shadow database for reading. An empty function leaves none; so for the other two.

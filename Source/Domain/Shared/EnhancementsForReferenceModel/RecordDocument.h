@@ -26,7 +26,7 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 /// which every rewrite repeats as it stood and where it stood. The records, which it doesn't own, are in the order of
 /// the database.
 ///
-/// A load goes: startLoad; for each element startTurn, offer if it gave a record, and endTurn; endLoad.
+/// A load goes: startLoad; for each element startTurn, offer if a record came of it, and endTurn; endLoad.
 class RecordDocument {
 public:
     static constexpr const char* rootName = "Enhancements";
@@ -37,7 +37,7 @@ public:
     /// The next element of the load, which is in turn now; nothing behind the last one. Valid until endLoad.
     std::optional<xml::Outline::Part> startTurn();
 
-    /// The element in turn gave that record; once it is added, it stands for the element.
+    /// That record came of the element in turn; once it is added, it stands for the element.
     void offer(const EnhancementBase& record, std::unique_ptr<CarriedFields> fields);
 
     /// An element that no record stands for stays markup.
@@ -49,7 +49,7 @@ public:
     /// The document as the running load read it; nothing at other times.
     std::optional<std::string_view> getLoaded() const;
 
-    /// Takes a new record: in the place of the element in turn, if that gave it, otherwise behind the other records.
+    /// Takes a new record: in the place of the element in turn if it came of that, otherwise behind the other records.
     void add(const EnhancementBase& record);
 
     /// Whether the element in turn has its record, so that the next document holds nothing that the file doesn't hold.
@@ -135,7 +135,7 @@ private:
     std::shared_ptr<const xml::Outline> loading;
     std::size_t nextElement = 0;                // whose turn is next
     std::uint64_t slotInTurn = noSlot;          // of the element in turn, if there is one
-    const EnhancementBase* candidate = nullptr; // that the element in turn gave
+    const EnhancementBase* candidate = nullptr; // that came of the element in turn
     std::unique_ptr<CarriedFields> candidateFields;
     bool isTurnTaken = false;
     bool isAltered = false;
