@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -68,7 +69,7 @@ public:
                 readTopic(name, entry.parent_path().generic_string());
             }
         }
-        if (read.topics.empty()) {
+        if (read.topics.empty() && read.leftOut.empty()) {
             throw RequestError(path.string() + " is a zip archive without a topic of BCF in it (markup.bcf).");
         }
         return std::move(read);
@@ -105,8 +106,10 @@ private:
         const bool selects = std::any_of(viewpoints.begin(), viewpoints.end(),
                                          [](const Viewpoint& each) { return !each.selected.empty(); });
         Topic topic = topicIn(*element, folder, selects);
+        std::unordered_set<std::string> selected(topic.globalIds.begin(), topic.globalIds.end());
         for (const Viewpoint& each : viewpoints) {
-            topic.globalIds.insert(topic.globalIds.end(), each.selected.begin(), each.selected.end());
+            std::copy_if(each.selected.begin(), each.selected.end(), std::back_inserter(topic.globalIds),
+                         [&selected](const std::string& id) { return selected.insert(id).second; });
         }
         countLeftOut(*element);
         const Note note = topic.note;
@@ -136,7 +139,7 @@ private:
             ++read.leftOut["priorities that aren't whole numbers"];
         }
         note.author = textIn(element, "CreationAuthor");
-        note.made = momentIn(element.textOf("CreationDate"));
+        note.made = takeMoment(element.textOf("CreationDate"));
         takeChange(element, note);
         return topic;
     }
@@ -147,7 +150,7 @@ private:
         Note& note = comment.note;
         note.text = textIn(element, "Comment");
         note.author = textIn(element, "Author");
-        note.made = momentIn(element.textOf("Date"));
+        note.made = takeMoment(element.textOf("Date"));
         note.id = idIn(element.attribute("Guid"), note.author + element.textOf("Date") + note.text);
         note.resolved = about.resolved;
         takeChange(element, note);
@@ -159,8 +162,16 @@ private:
         add(std::move(comment));
     }
 
-    static void takeChange(const XmlElement& element, Note& note) {
-        note.changed = momentIn(element.textOf("ModifiedDate"));
+    std::optional<Time> takeMoment(const std::string& text) {
+        const std::optional<Time> moment = momentIn(text);
+        if (!moment && !orv::host::trimmed(text).empty()) {
+            ++read.leftOut["times that aren't understood"];
+        }
+        return moment;
+    }
+
+    void takeChange(const XmlElement& element, Note& note) {
+        note.changed = takeMoment(element.textOf("ModifiedDate"));
         note.changedBy = note.changed ? textIn(element, "ModifiedAuthor") : "";
     }
 

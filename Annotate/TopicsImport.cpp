@@ -88,8 +88,8 @@ public:
                       << printable(text.substr(0, text.find('\n'))) << '\n';
         }
         if (severalObjects > 0) {
-            std::cerr << "annotate: " << countOf(severalObjects, "topic")
-                      << " are on several objects; the notes are on the first that the model has.\n";
+            std::cerr << "annotate: " << countOf(severalObjects, "topic is", "topics are")
+                      << " on several objects; each note is on the first that the model has.\n";
         }
         for (const std::int64_t number : kept) {
             std::cerr << "annotate: Note " << number << " stays, as the topic isn't newer.\n";

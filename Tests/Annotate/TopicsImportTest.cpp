@@ -60,7 +60,8 @@ TEST_F(TopicsImportTest, areReadAsOtherProgramsWriteThem) {
          {{"export\\" + std::string(topicId) + "\\markup.bcf",
            markup(topicId,
                   "<Title>Gap</Title><Priority>High</Priority><CreationDate>2014-10-16T13:10:56</CreationDate>"
-                  "<CreationAuthor>eva@example.org</CreationAuthor><Description>Between both</Description>",
+                  "<CreationAuthor>eva@example.org</CreationAuthor><ModifiedDate>Friday</ModifiedDate>"
+                  "<Description>Between both</Description>",
                   "<Viewpoints Guid='" + std::string(otherId) +
                       "'><Viewpoint>v.bcfv</Viewpoint><Snapshot>s.png</Snapshot></Viewpoints>",
                   "closed")},
@@ -68,10 +69,11 @@ TEST_F(TopicsImportTest, areReadAsOtherProgramsWriteThem) {
            viewpointOf("<Component IfcGuid='" + std::string(wallOfHouse) +
                        "' Selected='false'/><Component Selected='true' "
                        "IfcGuid='" +
-                       doorOfHouse + "'/>")}},
+                       doorOfHouse + "'/><Component IfcGuid='" + doorOfHouse + "'/>")}},
          "1 note added and 0 changed in notes.xml.\n"
          "annotate: Left out: priorities that aren't whole numbers (1).\n"
          "annotate: Left out: snapshots (1).\n"
+         "annotate: Left out: times that aren't understood (1).\n"
          "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\teva@example.org\t"
          "2014-10-16T13:10:56Z\t\t\tGap\\n\\nBetween both\n"},
         {"2.1, with comments, finer times and a zone",
@@ -88,13 +90,16 @@ TEST_F(TopicsImportTest, areReadAsOtherProgramsWriteThem) {
           {"t/viewpoint.bcfv",
            viewpointOf(selection + "<Visibility><Exceptions><Component IfcGuid='x'/></Exceptions></Visibility>")}},
          "2 notes added and 0 changed in notes.xml.\n"
-         "annotate: 2 topics are on several objects; the notes are on the first that the model has.\n"
+         "annotate: 2 topics are on several objects; each note is on the first that the model has.\n"
          "annotate: Left out: colours and hidden objects of viewpoints (1).\n"
          "annotate: Left out: due dates (1).\n"
          "annotate: Left out: labels (1).\n"
          "annotate: Left out: topics and comments without a text (1).\n"
          "1\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tEva\t2020-02-01T00:30:00Z\t\t\tGap\n"
          "2\t2b_TX4KeSUsSwjWBToxytC\tIfcDoor\tFront door\t0\tresolved\tMax\t2020-02-02T00:00:00Z\t\t\tSeen.\n"},
+        {"without a text",
+         {{"t/markup.bcf", markup(topicId, "<Title/>")}},
+         "Nothing was stored.\nannotate: Left out: topics and comments without a text (1).\n"},
         {"3.0, one on no object of the model, one twice, with a namespace",
          {{"bcf.version", "<Version VersionId='3.0'/>"},
           {"a/markup.bcf",
