@@ -1,5 +1,5 @@
-// Any bytes are an archive of topics, or the markup of a topic in one, or throw a RequestError; the text of a topic that
-// was read is read again from what is written of it.
+// Any bytes are an archive of topics, or the markup of a topic in one, or throw a RequestError; the text of a topic
+// that was read is read again from what is written of it.
 
 #include "Annotate/Arguments.h"
 #include "Annotate/TopicReading.h"
