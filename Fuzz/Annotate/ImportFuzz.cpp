@@ -22,7 +22,7 @@ void requireUtf8(std::string_view text) {
 }
 
 std::string written(const std::vector<annotate::CsvRow>& rows) {
-    std::string text = "\xEF\xBB\xBF"; // a second one would belong to the first cell
+    std::string text = "\xEF\xBB\xBFsep=,\n"; // a second mark or separator would belong to the first cell
     for (const annotate::CsvRow& row : rows) {
         text += annotate::csvLine(row.cells);
     }
