@@ -31,7 +31,7 @@ std::shared_ptr<FcBase> makeEntity(const IfcClass& row, const std::weak_ptr<Data
     default:
         break;
     }
-    if (row.kindNumber >= FcProperty::firstClassNumber && row.kindNumber <= FcProperty::lastClassNumber) {
+    if (FcProperty::isProperty(row.kindNumber)) {
         return std::make_shared<FcPropertyWithoutValue>(row);
     }
     // The neighbours of the object definitions in the table have the same form.

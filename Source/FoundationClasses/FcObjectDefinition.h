@@ -35,8 +35,8 @@ public:
         }));
     }
 
-    /// The same, made and appended if there is none. owner, the Data of the object, belongs to models whose sets are
-    /// entities of it; these are not.
+    /// The same, made and appended if there is none. owner isn't used: sets aren't entities of a
+    /// Data here.
     template <typename Set>
     std::shared_ptr<Set> getOrCreatePropertySetDefinition([[maybe_unused]] Data& owner, const std::string& setName) {
         auto definition = getPropertySetDefinitionNonConst<Set>(setName);

@@ -22,7 +22,7 @@ void FcProperty::deleteProperty(Data& /*data*/, bool /*keepEntity*/) {
     }
 }
 
-// Each class has an operation here, so that its table of them stands in this library alone.
+// The first virtual operation of each class is defined here, so that its vtable is in this library alone.
 
 std::uint32_t FcPropertyWithoutValue::kindNumber() const {
     return classNumber;

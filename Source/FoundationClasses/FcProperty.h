@@ -18,15 +18,19 @@ class FcPropertySet;
 /// A property of any class.
 class ORV_FOUNDATION_CLASSES_EXPORT FcProperty : public FcBase {
 public:
-    static constexpr std::uint32_t firstClassNumber = 166;
-    static constexpr std::uint32_t lastClassNumber = 174;
+    /// Whether the number is that of IfcProperty or of a class below it.
+    static bool isProperty(std::uint32_t number) {
+        constexpr std::uint32_t first = 166;
+        constexpr std::uint32_t last = 174;
+        return first <= number && number <= last;
+    }
 
     /// Of "Name", returns the name.
     std::optional<std::string> getAttributeAsString(const std::string& attribute) const override;
 
     /// Takes the property out of the set that adopted it; does nothing if none has.
-    /// The object lives on for as long as somebody holds it. data and keepEntity belong to models whose properties are
-    /// entities of their Data; these aren't.
+    /// The object lives on for as long as somebody holds it. data and keepEntity aren't used: properties aren't
+    /// entities of a Data here.
     void deleteProperty(Data& data, bool keepEntity);
 
     std::string name;

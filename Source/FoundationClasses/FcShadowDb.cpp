@@ -30,6 +30,12 @@ std::shared_ptr<FcObjectDefinition> FcShadowDb::getShadowObject(const FcObjectDe
     return shadow;
 }
 
+std::shared_ptr<FcObjectDefinition> FcShadowDb::findShadowObject(const Guid& guid) const {
+    auto found = model->findByGuid(guid);
+    const bool isObject = found && IfcClass::isObjectDefinition(found->kindNumber());
+    return isObject ? std::static_pointer_cast<FcObjectDefinition>(std::move(found)) : nullptr;
+}
+
 void FcShadowDb::reportOtherType() {
     if (assert::Assert::isEnabled()) {
         assert::Assert::addAssert({0,

@@ -24,6 +24,9 @@ public:
     /// is, and one is made beside it, which is found from then on.
     std::shared_ptr<core::kernel::FcObjectDefinition> getShadowObject(const core::kernel::FcObjectDefinition& master);
 
+    /// The object definition with that Guid; null if there is none.
+    std::shared_ptr<core::kernel::FcObjectDefinition> findShadowObject(const Guid& guid) const;
+
     /// Reports, if reports are enabled, that what has a master's Guid is no object definition.
     static void reportOtherType();
 

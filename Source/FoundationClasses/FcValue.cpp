@@ -162,9 +162,12 @@ bool isPlainDecimal(std::string text, double number) {
 /// What a value without a type makes of the content.
 Content untyped(const Given& given) {
     const auto number = realOf(given);
+    if (std::holds_alternative<double>(given)) {
+        return contentOrNone(number);
+    }
     const auto* const text = std::get_if<std::string_view>(&given);
-    const bool isNumber = text == nullptr || (number && isPlainDecimal(withPoint(*text), *number));
-    return std::holds_alternative<double>(given) || (number && isNumber) ? contentOrNone(number) : kept(given);
+    const bool isNumber = number && (text == nullptr || isPlainDecimal(withPoint(*text), *number));
+    return isNumber ? contentOrNone(number) : kept(given);
 }
 
 Content converted(const Given& given, FcContent wanted) {

@@ -79,7 +79,7 @@ private:
 
     void take(const Given& given);
 
-    [[no_unique_address]] Content content; // has room behind it for the number
+    [[no_unique_address]] Content content; // typeNumber fits into the padding at its end
     std::uint8_t typeNumber = 0;
 };
 

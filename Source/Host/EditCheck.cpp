@@ -1,6 +1,7 @@
 #include "Host/EditCheck.h"
 
 #include "FoundationClasses/FcValue.h"
+#include "Host/EditLine.h"
 #include "Host/NearestNames.h"
 #include "IfcVersionMapping/SchemaDefinitions.h"
 
@@ -45,7 +46,7 @@ std::vector<PropertyValue> split(std::string_view text) {
     return parts;
 }
 
-/// Makes the value what a property's value of the type holds of it, if it takes it.
+/// Converts the value to what a value of the type holds of it; returns whether the type takes it.
 bool convert(PropertyValue& value, const FcValueType* type) {
     if (value.getIf<std::string>() != nullptr && type != nullptr && type->content == fc::FcContent::Text) {
         return true; // as it is, without copies
@@ -92,31 +93,15 @@ bool fitBounded(PropertyEdit& edit, const FcValueType* type) {
 }
 
 bool fitTable(PropertyEdit& edit, const FcValueType* definingType, const FcValueType* definedType) {
-    bool isTaken = edit.form == Form::Table && !edit.values.empty();
+    bool isTaken = edit.form == Form::Table;
     for (std::size_t number = 0; isTaken && number < edit.values.size(); ++number) {
         isTaken = convert(edit.values[number], number % 2 == 0 ? definingType : definedType);
     }
     return isTaken;
 }
 
-/// Whether there are as many values as the form takes.
-bool isOfItsForm(const PropertyEdit& edit) {
-    switch (edit.form) {
-    case Form::Single:
-        return edit.values.size() == 1;
-    case Form::Bounded:
-        return edit.values.size() == 3;
-    case Form::Table:
-        return edit.values.size() % 2 == 0;
-    case Form::Unset:
-        return edit.values.empty();
-    default:
-        return true;
-    }
-}
-
 bool fit(PropertyEdit& edit, const Def& definition) {
-    if (!isOfItsForm(edit)) {
+    if (!hasValuesOfItsForm(edit)) {
         return false;
     }
     if (definition.kind == PropertyKind::Enumerated) {

@@ -6,11 +6,12 @@
 
 namespace orv::host {
 
-/// Says that there is no definition of the property, with the names that are nearest.
+/// The outcome for an edit whose property has no definition, NoSuchSet or NoSuchProperty, with the nearest names.
 Outcome unknown(const PropertyEdit& edit);
 
-/// Holds the edit against the definition of its property, and brings its values into the form in which the property
-/// will hold them. Looks at neither the object nor the store.
+/// The outcome for an edit of a property with that definition: Done, TakesNoValue or ValueRefused. Brings the values
+/// into the form in which the property will hold them; if they are refused, some may be in it. Looks at neither the
+/// object nor the store.
 Outcome check(const ifc::def::xml::Def& definition, PropertyEdit& edit);
 
 } // namespace orv::host

@@ -20,8 +20,8 @@ concept SingleValue = requires(const T value, T& taken) {
 }
 &&!std::is_const_v<T>;
 
-/// How a field's value stands in the file: as the texts of elements that bear the field's name. Declared alone for a
-/// type that can't be a field, so that a compiler says no more of it than that.
+/// How a field's value stands in the file: as the texts of elements that bear the field's name. For other
+/// types nothing is defined, so that the assertion in field is the compiler's only message.
 template <typename T>
 struct FieldForm {
     static constexpr bool isKnown = false;

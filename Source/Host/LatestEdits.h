@@ -15,7 +15,7 @@ class LatestEdits {
 public:
     struct Edit {
         PropertyEdit content;
-        const std::string* line = nullptr; ///< Never null.
+        const std::string* line = nullptr; ///< That which tells the edit; not null in what get returns.
     };
 
     void clear();
@@ -24,7 +24,8 @@ public:
     /// line outlives this.
     bool take(const std::string& line);
 
-    /// In the order in which the properties came first.
+    /// The latest edit of each property, in the order in which the properties came first; to be changed in place. Good
+    /// until the next take or clear.
     std::span<Edit> get() { return {edits.data(), count}; }
 
 private:

@@ -12,7 +12,7 @@ namespace orv::host {
 class NumberTable {
 public:
     void clear() {
-        // As large as for many items, it would take long to clear for each of the few that come next.
+        // The slots go: after an object with many items, wiping them all would cost each of the small ones that follow.
         slots.clear();
         used = 0;
     }

@@ -16,14 +16,14 @@ struct Outcome {
         NoSuchObject,   ///< Neither the shadow database nor the model has one, or the host hands in no shadow database.
         TakesNoValue,   ///< A reference or complex property.
         ValueRefused,   ///< See neededType.
-        StoreRefused,   ///< The file couldn't be written. As before, so is the overlay.
+        StoreRefused,   ///< The file couldn't be written; the overlay is as it was.
         NotUnderstood   ///< A line in the file that tells no edit.
     };
 
     Result result = Result::Done;
 
     // Remarks on what was done all the same.
-    bool isOutsideEnumeration = false; ///< The values to choose from don't have it.
+    bool isOutsideEnumeration = false; ///< A value isn't one of those that the definition offers.
     bool isOfOtherClass = false;       ///< The set is for objects of other classes.
 
     /// The names that the fewest edits make of the one that there isn't. They live as long as the process.

@@ -31,12 +31,6 @@ Outcome failed(Result result) {
     return outcome;
 }
 
-std::shared_ptr<FcObjectDefinition> findShadow(fc::FcShadowDb& database, const Guid& id) {
-    auto found = database.data().findByGuid(id);
-    const bool isObject = found && fc::IfcClass::isObjectDefinition(found->kindNumber());
-    return isObject ? std::static_pointer_cast<FcObjectDefinition>(std::move(found)) : nullptr;
-}
-
 /// An object, and whether that is the one in the overlay.
 struct Found {
     Object object; ///< Null if there is none.
@@ -48,16 +42,16 @@ Found findObject(PsetData& overlay, const Guid& id, const Overlay::FindObject& f
     if (!database) {
         return {};
     }
-    if (Object shadow = findShadow(*database, id)) {
+    if (Object shadow = database->findShadowObject(id)) {
         return {std::move(shadow), true};
     }
-    Object master = findInModel ? findInModel(id) : nullptr;
-    const bool isObject = master && fc::IfcClass::isObjectDefinition(master->kindNumber());
-    return {isObject ? std::move(master) : nullptr};
+    Object original = findInModel ? findInModel(id) : nullptr;
+    const bool isObject = original && fc::IfcClass::isObjectDefinition(original->kindNumber());
+    return {isObject ? std::move(original) : nullptr};
 }
 
 std::shared_ptr<fc::FcProperty> findProperty(fc::FcShadowDb& database, const PropertyEdit& edit, const Guid& id) {
-    const auto shadow = findShadow(database, id);
+    const auto shadow = database.findShadowObject(id);
     const auto set = shadow ? shadow->getPropertySetDefinitionNonConst<FcPropertySet>(edit.set) : nullptr;
     auto property = set ? set->findProperty(edit.property) : nullptr;
     if (property) {
@@ -158,8 +152,8 @@ Outcome checkAgain(PropertyEdit& edit) {
 
 } // namespace
 
-Overlay::Overlay(FindObject findMaster, std::string authorOfEdits)
-    : findInModel(std::move(findMaster)), author(std::move(authorOfEdits)) {
+Overlay::Overlay(FindObject findObjectInModel, std::string authorOfEdits)
+    : findInModel(std::move(findObjectInModel)), author(std::move(authorOfEdits)) {
     Factory::registerClass(std::make_unique<PropertyEdits>());
 }
 
@@ -189,14 +183,19 @@ Outcome Overlay::set(const Guid& id, const std::string& pset, const std::string&
 }
 
 Outcome Overlay::unset(const Guid& id, const std::string& pset, const std::string& property) {
-    PsetData overlay(false);
     const PropertyEdit edit = editOfForm(Form::Unset, pset, property, {}, {});
-    const Object object = findObject(overlay, id, findInModel).object;
-    if (isEditStored(id, pset, property) || (object && findProperty(*overlay.getDb(), edit, id))) {
+    bool isInModel = false;
+    bool isSet = isEditStored(id, pset, property);
+    {
+        PsetData overlay(false); // which ends before setAll asks the host for another
+        isInModel = findObject(overlay, id, findInModel).object != nullptr;
+        isSet = isSet || (isInModel && findProperty(*overlay.getDb(), edit, id) != nullptr);
+    }
+    if (isSet) {
         return setAll({{id, edit}}).front();
     }
     const bool isKnown = ifc::findSchemaDefForProperty(pset, property) != nullptr;
-    return !isKnown ? unknown(edit) : object ? Outcome() : failed(Result::NoSuchObject);
+    return !isKnown ? unknown(edit) : isInModel ? Outcome() : failed(Result::NoSuchObject);
 }
 
 Outcome Overlay::set(const Guid& id, PropertyEdit edit) {
@@ -204,6 +203,11 @@ Outcome Overlay::set(const Guid& id, PropertyEdit edit) {
 }
 
 Outcome Overlay::check(const Guid& id, PropertyEdit& edit) const {
+    PsetData overlay(true);
+    return check(overlay, id, edit);
+}
+
+Outcome Overlay::check(PsetData& overlay, const Guid& id, PropertyEdit& edit) const {
     if (edit.form == Form::Unset) {
         edit.values.clear();
         return {};
@@ -213,7 +217,6 @@ Outcome Overlay::check(const Guid& id, PropertyEdit& edit) const {
     if (!outcome) {
         return outcome;
     }
-    PsetData overlay(false);
     const Object object = findObject(overlay, id, findInModel).object;
     if (!object) {
         return failed(Result::NoSuchObject);
@@ -225,10 +228,13 @@ Outcome Overlay::check(const Guid& id, PropertyEdit& edit) const {
 std::vector<Outcome> Overlay::setAll(std::vector<ObjectEdit> edits) {
     const auto now = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     std::vector<Outcome> outcomes;
-    for (auto& [id, edit] : edits) {
-        outcomes.push_back(check(id, edit));
-        edit.author = edit.author.empty() ? author : edit.author;
-        edit.time = edit.time == decltype(edit.time){} ? now : edit.time;
+    {
+        PsetData overlay(true);
+        for (auto& [id, edit] : edits) {
+            outcomes.push_back(check(overlay, id, edit));
+            edit.author = edit.author.empty() ? author : edit.author;
+            edit.time = edit.time == decltype(edit.time){} ? now : edit.time;
+        }
     }
     if (!std::all_of(outcomes.begin(), outcomes.end(), [](const Outcome& outcome) { return bool(outcome); })) {
         return outcomes;

@@ -32,12 +32,12 @@ public:
     /// Returns the object of the reference model with that Guid, or null.
     using FindObject = domain::shared::enhancementsforreferencemodel::PsetData::ObjectCallback;
 
-    /// findMaster is what PsetData was given to find the objects of the reference model. author is written to each
+    /// findInModel is what PsetData was given to find the objects of the reference model. author is written to each
     /// edit. Registers PropertyEdits with Factory.
-    Overlay(FindObject findMaster, std::string author);
+    Overlay(FindObject findInModel, std::string author);
 
-    /// Sets a single property, or an enumerated one to the values in a text with semicolons between them. It is set to
-    /// nothing else afterwards, whatever it held; so for the other three. The unit is for people to read.
+    /// Sets a single property, or an enumerated one to the values in a text with semicolons between them. They replace
+    /// all that the property held, as in the other three. The unit is for people to read.
     Outcome set(const Guid& id, const std::string& pset, const std::string& property,
                 const object::PropertyValue& value, const std::string& unit = {});
 
@@ -55,16 +55,18 @@ public:
                 const std::string& unit = {});
 
     /// Takes the property out of the overlay. That is an edit too, so that it wins over an older one of somebody else.
-    /// Done without one if the property has never been set.
+    /// If the property was never set, no edit is stored, and the outcome is Done.
     Outcome unset(const Guid& id, const std::string& pset, const std::string& property);
 
-    /// What would come of the edit: as set and unset tell, but for the store's refusal. Brings its values into the form
-    /// in which the property would hold them. Nothing is changed.
+    /// The outcome that storing the edit would have, StoreRefused aside. Brings its values into the form in which the
+    /// property would hold them, and clears those of an edit that unsets. Sets and stores nothing: the host is asked
+    /// for its database to read alone.
     Outcome check(const Guid& id, PropertyEdit& edit) const;
 
     /// Makes many edits, sets and unsets, as one: all are stored, with one rewrite of the file, or none. Returns an
-    /// outcome for each, as check does; if one isn't done, or the store refuses them, nothing has changed. An edit
-    /// without an author or a time is by this Overlay's, now.
+    /// outcome for each, as check does; if one isn't done, or the store refuses them, nothing has changed. The host is
+    /// asked for its database once to read and once to write. An edit without an author or a time is by this
+    /// Overlay's, now.
     std::vector<Outcome> setAll(std::vector<ObjectEdit> edits);
 
     /// An edit that restore couldn't make.
@@ -87,6 +89,7 @@ private:
     using PsetData = domain::shared::enhancementsforreferencemodel::PsetData;
 
     Outcome set(const Guid& id, PropertyEdit edit);
+    Outcome check(PsetData& overlay, const Guid& id, PropertyEdit& edit) const;
 
     FindObject findInModel;
     std::string author;

@@ -62,7 +62,8 @@ struct ValueText {
     }
 };
 
-/// Reads a line from its beginning, word by word. What isn't there leaves the line unread.
+/// Reads a line from its beginning, word by word. skip reads nothing if something else comes next; where another
+/// operation fails, the line is of no more use.
 class LineReader {
 public:
     explicit LineReader(std::string_view line) : rest(line) {}
@@ -171,21 +172,25 @@ bool readValues(LineReader& line, PropertyEdit& edit) {
     return true;
 }
 
-/// Whether so many values make sense for the form.
-bool hasItsValues(const PropertyEdit& edit) {
+} // namespace
+
+bool hasValuesOfItsForm(const PropertyEdit& edit) {
+    const std::size_t count = edit.values.size();
     switch (edit.form) {
     case Form::Single:
-        return edit.values.size() == 1;
+        return count == 1;
+    case Form::Bounded:
+        return count == 3;
     case Form::Table:
-        return !edit.values.empty() && edit.values.size() % 2 == 0;
+        return count > 0 && count % 2 == 0;
+    case Form::Enumerated:
+    case Form::List:
+        return count > 0;
     case Form::Unset:
-        return edit.values.empty();
-    default:
-        return !edit.values.empty();
+        return count == 0;
     }
+    return false;
 }
-
-} // namespace
 
 std::string lineOf(const PropertyEdit& edit) {
     std::string line = nameText(edit.set) + '.' + nameText(edit.property) + ' ';
@@ -218,7 +223,7 @@ bool readEdit(std::string_view line, PropertyEdit& edit) {
     edit.form = static_cast<Form>(std::distance(formNames.begin(), form));
     edit.values.clear();
     edit.unit.clear();
-    return readValues(reader, edit) && hasItsValues(edit) && (!reader.skip(" unit ") || reader.text(edit.unit)) &&
+    return readValues(reader, edit) && hasValuesOfItsForm(edit) && (!reader.skip(" unit ") || reader.text(edit.unit)) &&
            reader.skip(" by ") && reader.text(edit.author) && reader.skip(" at ") && take(reader.word(), edit.time) &&
            edit.time < decltype(edit.time)::max() && // there is a later one
            reader.isAtEnd();

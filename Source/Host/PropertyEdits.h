@@ -16,7 +16,7 @@ namespace orv::host {
 
 /// What somebody set a property of an object to, or that it was unset.
 struct PropertyEdit {
-    /// The kind of property that it makes; Unset takes the property's values away.
+    /// The kind of property that it makes; Unset takes the property out of the overlay.
     enum class Form { Single, Enumerated, Bounded, List, Table, Unset };
 
     std::string set;
@@ -29,6 +29,8 @@ struct PropertyEdit {
 
     std::string unit;   ///< Of the values, empty if it isn't known.
     std::string author; ///< Empty if that isn't known.
+
+    /// When it was made, in UTC; at the epoch, Overlay::setAll puts the present in its place.
     std::chrono::sys_time<std::chrono::milliseconds> time;
 };
 

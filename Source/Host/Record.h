@@ -33,9 +33,9 @@ namespace orv::host {
 /// is no element; any other field for which there is none keeps its default.
 ///
 /// What stands in the file is written back as it stands until the program sets the field, so "1.50" stays "1.50"; also
-/// a text that the field can't take, which leaves it at its default. A field counts as set when its value isn't the one
-/// that the reading left, or wasn't when the attributes were last asked for. To set a field to just that, call
-/// setAsItIs as well.
+/// a text that the field can't take, which leaves it at its default. A field counts as set, for good, once the
+/// attributes are asked for, as each save does, while its value isn't the one that the reading left. To have a value
+/// that equals the one that was read written anew, call setAsItIs.
 template <typename Kind>
 class Record : public domain::shared::enhancementsforreferencemodel::EnhancementBase {
 public:

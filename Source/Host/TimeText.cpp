@@ -44,7 +44,7 @@ struct Date {
     std::int64_t month = 0;
     std::int64_t day = 0;
 
-    bool isOne() const { return inCycle().ok(); }
+    bool exists() const { return inCycle().ok(); }
 
     std::int64_t daysSince1970() const {
         return sys_days(inCycle()).time_since_epoch().count() + flooredDivision(year, yearsPerCycle) * daysPerCycle;
@@ -117,7 +117,7 @@ public:
         return days && !hasZeros ? std::optional(Date{isNegative ? -*years : *years, *months, *days}) : std::nullopt;
     }
 
-    /// The seconds since the beginning of the day.
+    /// The time since the beginning of the day; 24:00:00 is taken.
     std::optional<UtcTime> timeOfDay() {
         const auto hours = twoDigits(hoursPerDay);
         const auto minutes = hours && skip(':') ? twoDigits(minutesPerHour - 1) : std::nullopt;
@@ -189,7 +189,7 @@ bool take(std::string_view text, year_month_day& value) {
     }
     const bool isNone = date->year == 0 && date->month == 0 && date->day == 0;
     const bool isInRange =
-        date->year >= static_cast<int>(year::min()) && date->year <= static_cast<int>(year::max()) && date->isOne();
+        date->year >= static_cast<int>(year::min()) && date->year <= static_cast<int>(year::max()) && date->exists();
     if (isNone || isInRange) {
         value = year_month_day(year(static_cast<int>(date->year)), month(static_cast<unsigned>(date->month)),
                                day(static_cast<unsigned>(date->day)));
@@ -221,7 +221,7 @@ std::string textOf(UtcTime value) {
 bool take(std::string_view text, UtcTime& value) {
     Reader reader(text);
     const auto date = reader.date();
-    const auto time = date && date->isOne() && reader.skip('T') ? reader.timeOfDay() : std::nullopt;
+    const auto time = date && date->exists() && reader.skip('T') ? reader.timeOfDay() : std::nullopt;
     const auto zone = time ? reader.zone() : std::nullopt;
     if (!zone || !reader.isAtEnd()) {
         return false;

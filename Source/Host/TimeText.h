@@ -14,8 +14,8 @@
 /// The texts of dates and times, as FieldText.h says: xs:date and xs:dateTime.
 namespace orv::host {
 
-/// The date, "0000-00-00" if it is year_month_day{}. What isn't a date otherwise has a text too, which isn't taken. A
-/// time zone is passed over.
+/// The date, "0000-00-00" if it is year_month_day{}. Any other value that isn't a date has a text too, but take
+/// refuses it. A time zone is passed over.
 /// @{
 ORV_HOST_EXPORT std::string textOf(std::chrono::year_month_day value);
 ORV_HOST_EXPORT bool take(std::string_view text, std::chrono::year_month_day& value);

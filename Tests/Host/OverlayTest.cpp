@@ -55,6 +55,29 @@ TEST_F(OverlayTest, unsetsForGood) {
     EXPECT_EQ(readingOf(wall, "Pset_WallCommon", "FireRating"), "0:");
 }
 
+TEST_F(OverlayTest, asksTheHostForItsDatabaseOnceForManyEditsAndNeverForAnother) {
+    int calls = 0;
+    bool isOpen = false;
+    PsetData::getPsetShadowDbReadWriteCallbackSet([&] {
+        EXPECT_FALSE(std::exchange(isOpen, true));
+        ++calls;
+        return std::pair(shadows, ScopeGuard([&isOpen] { isOpen = false; }));
+    });
+    PropertyEdit edit;
+    edit.set = "Pset_WallCommon";
+    edit.property = "FireRating";
+    edit.values = {"F30"};
+    EXPECT_TRUE(overlay.check(wall, edit));
+    EXPECT_EQ(calls, 0);
+    for (const Outcome& outcome : overlay.setAll({{wall, edit}, {door, edit}})) {
+        EXPECT_TRUE(outcome);
+    }
+    EXPECT_EQ(calls, 1);
+    EXPECT_TRUE(overlay.unset(door, "Pset_WallCommon", "FireRating"));
+    EXPECT_EQ(readingOf(wall, "Pset_WallCommon", "FireRating"), "5:F30");
+    EXPECT_EQ(readingOf(door, "Pset_WallCommon", "FireRating"), "0:");
+}
+
 TEST_F(OverlayTest, leavesABoundThatIsNotGivenWithoutContent) {
     EXPECT_TRUE(overlay.set(wall, "Own", "Range A", Bounds{{}, {}, "middle"}));
     const auto shadow = std::dynamic_pointer_cast<FcObjectDefinition>(shadows->data().findByGuid(wall));
