@@ -2,9 +2,9 @@
 
 #include "Annotate/AsciiCase.h"
 #include "Annotate/System.h"
+#include "Utilities/FileState.h"
 
 #include <algorithm>
-#include <system_error>
 
 namespace annotate {
 
@@ -24,11 +24,17 @@ std::filesystem::path storePath(const Arguments& arguments) {
     if (arguments.store.empty()) {
         return besideModel(arguments.model, ".enhancements.xml");
     }
-    std::error_code ignored;
-    if (std::filesystem::equivalent(arguments.store, arguments.model, ignored)) {
+    if (areSameFile(arguments.store, arguments.model)) {
         throw UsageError("--store names the model itself, which is never written.");
     }
     return arguments.store;
+}
+
+bool areSameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+    using orv::utilities::FileState;
+    const auto state = FileState::of(one);
+    const auto otherState = FileState::of(other);
+    return state && otherState && state->identity == otherState->identity;
 }
 
 std::filesystem::path besideModel(const std::filesystem::path& model, std::string_view ending) {

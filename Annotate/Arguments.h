@@ -77,6 +77,9 @@ public:
 /// The file of the additions. Throws UsageError if it is the model itself.
 std::filesystem::path storePath(const Arguments& arguments);
 
+/// Whether both paths name the same file.
+bool areSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
+
 /// The path of a file beside the model, with the ending in place of the model's.
 std::filesystem::path besideModel(const std::filesystem::path& model, std::string_view ending);
 

@@ -2,6 +2,7 @@
 
 #include "Annotate/Arguments.h"
 #include "Annotate/System.h"
+#include "Utilities/Beside.h"
 
 #include <string>
 #include <utility>
@@ -15,8 +16,7 @@ using orv::utilities::Opening;
 namespace {
 
 void requireOther(const std::filesystem::path& path, const std::filesystem::path& taken, const std::string& what) {
-    std::error_code ignored;
-    if (std::filesystem::equivalent(path, taken, ignored)) {
+    if (areSameFile(path, taken)) {
         throw RequestError(path.string() + " is " + what + ". Give another name.");
     }
 }
@@ -24,13 +24,10 @@ void requireOther(const std::filesystem::path& path, const std::filesystem::path
 } // namespace
 
 NewFile::NewFile(std::filesystem::path filePath, const std::filesystem::path& model, const std::filesystem::path& store)
-    : path(std::move(filePath)) {
-    std::error_code ignored;
-    for (int links = 40; std::filesystem::is_symlink(path, ignored) && links > 0; --links) {
-        path = path.parent_path() / std::filesystem::read_symlink(path, ignored);
-    }
+    : path(orv::utilities::resolved(std::move(filePath))) {
     requireOther(path, model, "the model itself");
     requireOther(path, store, "the file of the additions");
+    std::error_code ignored;
     const auto status = std::filesystem::symlink_status(path, ignored);
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
         throw RequestError(path.string() + (std::filesystem::is_directory(status) ? " is a folder" : " isn't a file") +

@@ -1,6 +1,7 @@
 #include "Annotate/Turn.h"
 
 #include "Annotate/StoreError.h"
+#include "Utilities/Beside.h"
 
 #include <system_error>
 
@@ -13,7 +14,7 @@ std::filesystem::path folderOf(const std::filesystem::path& store) {
     std::error_code error;
     const std::filesystem::path absolute =
         std::filesystem::absolute(store, error); // a missing file stays relative else
-    const std::filesystem::path file = std::filesystem::weakly_canonical(absolute, error);
+    const std::filesystem::path file = std::filesystem::weakly_canonical(orv::utilities::resolved(absolute), error);
     return (error ? absolute : file).parent_path();
 }
 

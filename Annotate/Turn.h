@@ -6,8 +6,8 @@
 
 namespace annotate {
 
-/// A turn at a store, which one annotate has at a time: while it lasts, no other one loads or writes a store in the
-/// same folder. Nothing is left of it in the folder, and it falls when the process ends: it is an advisory flock(2) on
+/// A lock that one annotate at a time has on the stores of a folder: while it lasts, no other one loads or writes a
+/// store there. Nothing is left of it in the folder, and it falls when the process ends: it is an advisory flock(2) on
 /// the folder or, on Windows, a mutex named by the folder.
 ///
 /// Where the folder can't be locked (on NFS, or if it can't be read), and from machine to machine on Windows, all go on

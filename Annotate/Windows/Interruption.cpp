@@ -1,6 +1,7 @@
 #include "Annotate/Interruption.h"
 
 #include "Annotate/System.h"
+#include "Annotate/Windows/Console.h"
 
 #include <mutex>
 #include <string>
@@ -13,15 +14,15 @@ namespace {
 // The handler runs in a thread of its own, which has this from its beginning to the end of the process.
 std::mutex turn;
 
-/// Whether it was done, and that was said.
-bool isDone = false;
+/// Whether there is something that isn't done, and nothing came of it so far.
+bool isUnderWay = false;
 
 std::string saidAtEnd;
 std::filesystem::path unfinished;
 
 BOOL WINAPI end(DWORD /*event*/) {
     turn.lock();
-    if (!isDone) {
+    if (isUnderWay) {
         const std::string said =
             std::string(isTerminal(StandardStream::Error) ? "\n" : "") + "annotate: Interrupted. " + saidAtEnd + "\n";
         DWORD written = 0;
@@ -30,22 +31,26 @@ BOOL WINAPI end(DWORD /*event*/) {
             ::DeleteFileW(unfinished.c_str());
         }
     }
+    restoreConsole();
     return FALSE; // the system's own handler ends the process
 }
 
 } // namespace
 
 Interruption::Interruption(std::string_view sentence) {
+    // It stays: while it waits for its turn, it can't be taken away.
+    static const BOOL isSet = ::SetConsoleCtrlHandler(end, TRUE);
+    static_cast<void>(isSet);
+    const std::lock_guard lock(turn);
     saidAtEnd = sentence;
-    ::SetConsoleCtrlHandler(end, TRUE);
+    isUnderWay = true;
 }
 
 Interruption::~Interruption() {
     if (!isHeld) {
         hold();
     }
-    ::SetConsoleCtrlHandler(end, FALSE);
-    isDone = false;
+    isUnderWay = false;
     unfinished.clear();
     turn.unlock();
 }
@@ -61,7 +66,7 @@ void Interruption::hold() {
 }
 
 void Interruption::release() {
-    isDone = true;
+    isUnderWay = false;
     isHeld = false;
     turn.unlock();
 }

@@ -1,5 +1,7 @@
 #include "Annotate/System.h"
 
+#include "Annotate/Windows/Console.h"
+
 #include <windows.h>
 // Those need what that one declares.
 #define SECURITY_WIN32
@@ -28,22 +30,6 @@ HANDLE handleOf(StandardStream stream) {
     return ::GetStdHandle(stream == StandardStream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
 }
 
-UINT codePageBefore = CP_UTF8;
-
-/// Has a console take UTF-8, as long as the process lives, and the escape sequences that progress is shown with.
-void prepareConsole() {
-    codePageBefore = ::GetConsoleOutputCP();
-    if (codePageBefore == 0) {
-        return; // there is none
-    }
-    ::SetConsoleOutputCP(CP_UTF8);
-    std::atexit([] { ::SetConsoleOutputCP(codePageBefore); });
-    DWORD mode = 0;
-    if (::GetConsoleMode(handleOf(StandardStream::Error), &mode) != FALSE) {
-        ::SetConsoleMode(handleOf(StandardStream::Error), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
-    }
-}
-
 std::errc refusal(const std::filesystem::path& path, int mode) {
     return ::_waccess(path.c_str(), mode) == 0 ? std::errc{} : static_cast<std::errc>(errno);
 }
@@ -52,6 +38,7 @@ std::errc refusal(const std::filesystem::path& path, int mode) {
 
 std::vector<std::string> beginProcess(int /*argc*/, char** /*argv*/) {
     prepareConsole();
+    std::atexit(restoreConsole);
     for (std::FILE* const stream : {stdin, stdout, stderr}) {
         ::_setmode(::_fileno(stream), _O_BINARY);
     }

@@ -4,6 +4,8 @@
 
 #include <string>
 #include <windows.h>
+// That needs what that one declares.
+#include <sddl.h>
 
 namespace annotate {
 
@@ -28,11 +30,22 @@ std::wstring nameOf(std::filesystem::path folder) {
     return name;
 }
 
+/// A mutex that all users of the machine can wait for; null if there is none to be had.
+HANDLE openMutex(const std::wstring& name) {
+    constexpr DWORD access = SYNCHRONIZE | MUTEX_MODIFY_STATE;
+    SECURITY_ATTRIBUTES forAll{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
+    ::ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:(A;;0x00100001;;;WD)", SDDL_REVISION_1,
+                                                           &forAll.lpSecurityDescriptor, nullptr);
+    const HANDLE mutex = ::CreateMutexExW(&forAll, name.c_str(), 0, access);
+    ::LocalFree(forAll.lpSecurityDescriptor);
+    return mutex;
+}
+
 } // namespace
 
 bool Turn::await(const std::filesystem::path& folder, std::chrono::milliseconds patience) {
     // A folder can't be locked. The process that ends without releasing it leaves it to the next.
-    const HANDLE mutex = ::CreateMutexW(nullptr, FALSE, nameOf(folder).c_str());
+    const HANDLE mutex = openMutex(nameOf(folder));
     if (mutex == nullptr) {
         return true;
     }

@@ -9,12 +9,23 @@ namespace orv::utilities {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// Whether the unit of UTF-8 or UTF-16 goes on with a character.
+bool isWithinCharacter(fs::path::value_type unit) {
+    constexpr bool isUtf8 = sizeof(unit) == 1;
+    const auto bits = static_cast<unsigned>(unit);
+    return isUtf8 ? (bits & 0xc0U) == 0x80U : (bits & 0xfc00U) == 0xdc00U;
+}
+
+} // namespace
+
 fs::path resolved(fs::path path) {
     constexpr int maximumLinks = 40;
     fs::path at = path;
     for (int links = 0; links < maximumLinks; ++links) {
         fs::path target;
-        if (systemCalls.readLink(at, target) != done) {
+        if (uninterrupted([&] { return systemCalls.readLink(at, target); }) != done) {
             return at;
         }
         at = at.parent_path() / target;
@@ -25,19 +36,20 @@ fs::path resolved(fs::path path) {
 fs::path beside(const fs::path& path, std::string_view mark, std::size_t room) {
     constexpr std::size_t maximumName = 255;
     constexpr std::size_t digits = 16;
-    std::u8string name = path.filename().u8string();
+    auto name = path.filename().native();
     if (name.size() + mark.size() + room <= maximumName) {
         return fs::path(path).concat(mark);
     }
-    std::uint64_t digest = Digest::of(std::string(name.begin(), name.end())).first;
+    std::uint64_t digest =
+        Digest::of({reinterpret_cast<const char*>(name.data()), name.size() * sizeof(name.front())}).first;
     std::size_t kept = maximumName - mark.size() - room - digits - 1;
-    while (kept > 0 && (static_cast<unsigned char>(name[kept]) & 0xc0U) == 0x80U) {
-        --kept; // not within a character of UTF-8
+    while (kept > 0 && isWithinCharacter(name[kept])) {
+        --kept;
     }
     name.resize(kept);
-    name += u8'~';
+    name += '~';
     for (std::size_t digit = 0; digit < digits; ++digit, digest >>= 4U) {
-        name += u8"0123456789abcdef"[digest & 0xfU];
+        name += "0123456789abcdef"[digest & 0xfU];
     }
     return (path.parent_path() / name).concat(mark);
 }

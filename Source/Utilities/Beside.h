@@ -7,13 +7,12 @@
 
 namespace orv::utilities {
 
-/// The file that the path leads to: its last part, if it is a link, replaced by what it names, and so on. The path
-/// itself after forty links.
+/// The path with its last component followed through links; the path itself if there are more than forty.
 ORV_UTILITIES_EXPORT std::filesystem::path resolved(std::filesystem::path path);
 
-/// The path of a file in the directory of that one, called like it with the mark behind. A name that would be too long
-/// for file systems is shortened, the same one always in the same way and others in others; room is what is to follow
-/// the mark, in bytes.
+/// The path with the mark appended. A name of more than 255 bytes, on Windows of as many units of UTF-16,
+/// with room for that many more behind the mark, is shortened: to the same name each time, and to different ones for
+/// different names.
 std::filesystem::path beside(const std::filesystem::path& path, std::string_view mark, std::size_t room = 0);
 
 } // namespace orv::utilities

@@ -17,17 +17,17 @@ struct Change {
 
     bool isNone() const { return before.empty() && after.empty(); }
 
-    /// The parts are those of the contents, which must last.
+    /// before and after are views into the two contents, which must outlive the change.
     ORV_UTILITIES_EXPORT static Change between(std::string_view content, std::string_view other);
 };
 
-/// A content in the place of another one.
+/// A content that takes the place of another one, and what has to be written for that.
 struct Replacement {
     Change change;
     std::uint64_t sizeBefore = 0;
-    Digest before;
-    std::string_view content; // all of it
-    Digest after;
+    Digest digestBefore;
+    std::string_view content; // all of the new one
+    Digest digestAfter;
 };
 
 } // namespace orv::utilities

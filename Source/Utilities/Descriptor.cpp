@@ -119,17 +119,16 @@ std::errc syncDirectory(const fs::path& directory) {
     return opened.isOpen() ? opened.sync() : outcome;
 }
 
-std::errc makeDirectories(const fs::path& directory) {
+void makeDirectories(const fs::path& directory) {
     std::vector<fs::path> missing;
     for (fs::path level = directory; !level.empty() && !utilities::exists(level); level = level.parent_path()) {
         missing.push_back(level);
     }
     std::for_each(missing.rbegin(), missing.rend(), [](const fs::path& level) {
-        // The next level tells whether it is there.
         uninterrupted([&] { return systemCalls.makeDirectory(level); });
         syncDirectory(level.parent_path());
     });
-    return syncDirectory(directory);
+    syncDirectory(directory);
 }
 
 } // namespace orv::utilities

@@ -13,8 +13,8 @@
 
 namespace orv::utilities {
 
-/// A file or directory that is closed at the end. Operations that a signal interrupts are repeated, partial reads and
-/// writes continued; they return `done` or why they failed.
+/// An open file or directory, closed by the destructor. Operations that a signal interrupts are repeated, partial reads
+/// and writes continued; they return `done` or why they failed.
 class ORV_UTILITIES_EXPORT Descriptor {
 public:
     /// Nothing is open if that fails; the outcome says why.
@@ -28,8 +28,11 @@ public:
 
     bool isOpen() const { return handle != Handle::None; }
 
-    /// For what has no operation here.
+    /// Still owned by this; for operations of SystemCalls that have none here.
     Handle get() const { return handle; }
+
+    // As the operations of SystemCalls of these names. Sizes and positions are in bytes, times in nanoseconds since
+    // 1970; lock makes one attempt, and returns resource_unavailable_try_again if another holder has the file.
 
     std::errc lock(bool exclusive) const;
     void unlock() const;
@@ -52,20 +55,10 @@ private:
     Handle handle = Handle::None;
 };
 
-/// Repeats an operation of the platform for as long as signals interrupt it, and returns its outcome.
-template <typename Operation>
-std::errc uninterrupted(Operation operation) {
-    std::errc outcome = operation();
-    while (outcome == std::errc::interrupted) {
-        outcome = operation();
-    }
-    return outcome;
-}
-
 /// Whether the path names anything, links followed. False as well if that can't be told.
 ORV_UTILITIES_EXPORT bool exists(const std::filesystem::path& path);
 
-/// Takes the place of what has the new name.
+/// Renames the file or directory; what had the new name is replaced.
 std::errc renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Removes a file or a link.
@@ -74,8 +67,9 @@ std::errc removeFile(const std::filesystem::path& path);
 /// Returns once the directory's names are on the disk.
 std::errc syncDirectory(const std::filesystem::path& directory);
 
-/// Makes the directory and those above it that are missing, from the top, each on the disk before the function returns.
-/// What fails leaves what was made.
-ORV_UTILITIES_EXPORT std::errc makeDirectories(const std::filesystem::path& directory);
+/// Makes the directory and those above it that are missing, from the top, each on the disk before the function returns,
+/// if its parent may be read. Whether all are there shows when a file is made in the directory; those that were made
+/// stay.
+ORV_UTILITIES_EXPORT void makeDirectories(const std::filesystem::path& directory);
 
 } // namespace orv::utilities

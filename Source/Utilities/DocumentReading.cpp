@@ -31,15 +31,17 @@ std::string wholeContent(std::string content, const std::string& noteBytes) {
 } // namespace
 
 std::optional<DocumentReading> readDocument(const std::filesystem::path& path, std::error_code& error) {
-    constexpr int maximumAttempts = 1000; // others write meanwhile, and somebody may write without end
+    constexpr int attemptsToReadNote = 1000;
+    constexpr int maximumAttempts =
+        2 * attemptsToReadNote; // others write meanwhile, and somebody may write without end
     constexpr auto moment = std::chrono::milliseconds(1);
     const std::filesystem::path documentPath = resolved(path);
     std::optional<DocumentReading> reading;
     for (int attempt = 0; attempt < maximumAttempts; ++attempt) {
         std::string note;
         std::string noteAfter;
-        if (SavingNote::readBeside(documentPath, note) != done && attempt + maximumAttempts / 2 < maximumAttempts) {
-            std::this_thread::sleep_for(moment); // a write that others may not look at soon ends
+        if (SavingNote::readBeside(documentPath, note) != done && attempt < attemptsToReadNote) {
+            std::this_thread::sleep_for(moment); // a write whose note others may not read ends soon
             continue;
         }
         std::errc outcome{};

@@ -21,7 +21,8 @@ std::unique_ptr<FileLock> FileLock::tryLock(const std::filesystem::path& path, b
     }
     std::unique_ptr<FileLock> lock(new FileLock(std::move(file), access));
     const auto direction = isForWriting ? std::ios_base::out : std::ios_base::in;
-    const std::errc outcome = systemCalls.openStream(lock->file->getDescriptor().get(), direction, lock->stream);
+    const Handle handle = lock->file->getDescriptor().get();
+    const std::errc outcome = uninterrupted([&] { return systemCalls.openStream(handle, direction, lock->stream); });
     if (outcome != done) {
         error = std::make_error_code(outcome);
         return nullptr;

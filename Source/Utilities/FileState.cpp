@@ -16,7 +16,8 @@ bool FileState::isOld() const {
 
 std::optional<FileState> FileState::of(const std::filesystem::path& path) {
     FileState state;
-    return systemCalls.getStateOf(path, state) == done ? std::optional(state) : std::nullopt;
+    const std::errc outcome = uninterrupted([&] { return systemCalls.getStateOf(path, state); });
+    return outcome == done ? std::optional(state) : std::nullopt;
 }
 
 } // namespace orv::utilities

@@ -27,8 +27,8 @@ struct FileState {
 
     bool operator==(const FileState&) const = default;
 
-    /// Whether it is so old that a write from now on shows in the times of another state: file systems keep them in
-    /// steps of some milliseconds, or of up to two seconds.
+    /// Whether its times are old enough that any write from now on changes them: file systems keep them in steps of
+    /// some milliseconds, or of up to two seconds.
     ORV_UTILITIES_EXPORT bool isOld() const;
 
     /// The state of the file that the path names, links followed; nothing if there is none, if it is no regular file

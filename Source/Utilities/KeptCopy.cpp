@@ -63,7 +63,7 @@ bool isCopy(const fs::path& path, const FileState& state, std::string_view conte
 /// Nothing if that can't be told.
 std::optional<bool> isKept(const fs::path& path, const FileState& state, std::string_view content) {
     std::vector<fs::path> names;
-    if (systemCalls.list(path.parent_path(), names) != done) {
+    if (uninterrupted([&] { return systemCalls.list(path.parent_path(), names); }) != done) {
         return std::nullopt;
     }
     const fs::path::string_type beginning = beginningOf(path, keptMark).filename().native();

@@ -62,7 +62,7 @@ std::unique_ptr<LockedFile> LockedFile::tryLockNew(const std::filesystem::path& 
     }
     std::errc outcome = std::errc::file_exists;
     if (locked->state->size == 0) {
-        outcome = SavingNote::removeStray(locked->path);
+        outcome = SavingNote::beginDocument(locked->path);
     }
     if (outcome != done) {
         error = std::make_error_code(outcome);
@@ -80,7 +80,7 @@ bool LockedFile::keep(std::string_view content) const {
 }
 
 bool LockedFile::replace(const Replacement& replacement) {
-    return isWrittenByOthers() ? replaceFound(replacement) : rewrite(replacement);
+    return mayBeWrittenByOthers() ? replaceFound(replacement) : rewrite(replacement);
 }
 
 bool LockedFile::rewrite(const Replacement& replacement) {
@@ -92,26 +92,27 @@ bool LockedFile::rewrite(const Replacement& replacement) {
         return false;
     }
     const bool isDone = write(replacement) && file.sync() == done;
-    if (!isDone && (putBack(replacement) != done || file.sync() != done)) {
-        note.leave();
+    if (isDone || (putBack(replacement) == done && file.sync() == done)) {
+        note.end();
+    } else {
+        note.leave(); // the next holder puts the document right
     }
-    note.end();
     return isDone;
 }
 
 bool LockedFile::replaceInSeries(const std::function<std::string()>& getContent, const Replacement& replacement,
                                  SavingNote& series) {
-    if (isWrittenByOthers()) {
+    if (mayBeWrittenByOthers()) {
         return replaceFound(replacement);
     }
     if (replacement.change.isNone()) {
         return true;
     }
     if (!series.standsBeside(path) &&
-        SavingNote::make(file, path, NoteContent::ofSeries(getContent(), replacement.before), series) != done) {
+        SavingNote::make(file, path, NoteContent::ofSeries(getContent(), replacement.digestBefore), series) != done) {
         return false;
     }
-    series.announce(replacement.after);
+    series.announce(replacement.digestAfter);
     const bool isDone = write(replacement);
     if (!isDone && putBack(replacement) != done) {
         series.leave();
@@ -119,7 +120,7 @@ bool LockedFile::replaceInSeries(const std::function<std::string()>& getContent,
     return isDone;
 }
 
-/// Replaces what the file holds now, in spite of the lock, of which a copy is kept.
+/// Replaces what the file holds now, which somebody may have written in spite of the lock; a copy of that is kept then.
 bool LockedFile::replaceFound(const Replacement& replacement) {
     const auto found = file.read();
     state = file.getState();
@@ -127,9 +128,9 @@ bool LockedFile::replaceFound(const Replacement& replacement) {
         return false;
     }
     const Digest digest = Digest::of(*found);
-    return (digest == replacement.before || keep(*found)) &&
+    return (digest == replacement.digestBefore || keep(*found)) &&
            rewrite({Change::between(*found, replacement.content), found->size(), digest, replacement.content,
-                    replacement.after});
+                    replacement.digestAfter});
 }
 
 void LockedFile::endSeries(SavingNote& series) const {

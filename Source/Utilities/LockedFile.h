@@ -18,7 +18,7 @@
 
 namespace orv::utilities {
 
-/// A hold on a file against other processes, for documents that must not be lost. It lasts as long as the object.
+/// A lock on a file against other processes, for documents that must not be lost. It lasts as long as the object.
 ///
 /// The lock is an advisory one on the file itself. It falls when the object or the process ends, however it ends, and
 /// isn't passed on to programs that the process starts.
@@ -26,7 +26,7 @@ class ORV_UTILITIES_EXPORT LockedFile {
 public:
     enum class Access { Read = 0, ReadWrite = 1 };
 
-    /// Locks an existing file, against everyone if exclusive is true, otherwise shared with other shared holders. Makes
+    /// Locks an existing file, against everyone if exclusive is true, otherwise shared with others that share it. Makes
     /// one attempt and doesn't wait. For ReadWrite, what a program left undone that ended within a write is put right
     /// first; a series of this process's own that isn't at its end may be given.
     ///
@@ -89,10 +89,11 @@ private:
     LockedFile(Descriptor opened, std::filesystem::path resolvedPath, const FileState& found)
         : file(std::move(opened)), path(std::move(resolvedPath)), state(found) {}
 
-    /// Resolves the path if the opening minds links.
+    /// Opens and locks the file. If the opening refuses links and the path ends in one, what it leads to is opened.
     static std::unique_ptr<LockedFile> lock(const std::filesystem::path& path, Opening opening, bool exclusive,
                                             std::error_code& error);
-    bool isWrittenByOthers() const { return file.getState() != state; }
+    /// Whether somebody may have written the file since its state was known. True as well if it isn't known.
+    bool mayBeWrittenByOthers() const { return file.getState() != state; }
     bool rewrite(const Replacement& replacement);
     bool replaceFound(const Replacement& replacement);
     bool write(const Replacement& replacement);

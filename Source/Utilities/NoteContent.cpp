@@ -37,8 +37,8 @@ Digest digestAt(std::string_view text, std::size_t position) {
     return {numberAt(text, position), numberAt(text, position + wordSize)};
 }
 
-/// What can't be mended by a write of the digest that only half arrived.
-std::uint64_t proofOf(const Digest& digest) {
+/// A word that fits the digest, and none of which only a part was written.
+std::uint64_t checkWordOf(const Digest& digest) {
     return ~(digest.first ^ digest.second);
 }
 
@@ -57,7 +57,7 @@ std::string noteOf(const Replacement& replacement, bool isSeries) {
     append(note, {0, 0});
     const std::string digest = NoteContent::digestAfter(after);
     note.append(digest).append(digest).append(change.before).append(change.after);
-    const Digest proof = proofOf(std::string_view(note));
+    const Digest proof = proofOf(note);
     std::string words;
     append(words, {proof.first, proof.second});
     return note.replace(proofPosition, words.size(), words);
@@ -79,7 +79,7 @@ std::uint64_t NoteContent::digestPosition(std::uint64_t change) {
 
 std::string NoteContent::digestAfter(const Digest& digest) {
     std::string words;
-    append(words, {digest.first, digest.second, proofOf(digest)});
+    append(words, {digest.first, digest.second, checkWordOf(digest)});
     return words;
 }
 
@@ -107,7 +107,7 @@ std::optional<NoteContent> NoteContent::parse(std::string_view bytes) {
     note.before = digestAt(bytes, title.size() + 6 * wordSize);
     for (std::size_t place = 0; place < digestCount; ++place) {
         const Digest after = digestAt(bytes, digestPosition(place));
-        if (numberAt(bytes, digestPosition(place) + 2 * wordSize) == proofOf(after)) {
+        if (numberAt(bytes, digestPosition(place) + 2 * wordSize) == checkWordOf(after)) {
             note.after.push_back(after);
         }
     }
@@ -123,8 +123,8 @@ std::optional<std::uint64_t> NoteContent::sizeIfWhole(std::string_view document)
     if (size < document.size() && isWhole(document.substr(0, size))) {
         return size;
     }
-    const std::string_view reserved = document.starts_with(change.before) ? document.substr(change.before.size()) : "-";
-    const bool isBefore = isSeries && reserved.find_first_not_of(reservedByte) == std::string_view::npos;
+    const bool isBefore = isSeries && document.starts_with(change.before) &&
+                          document.find_first_not_of(reservedByte, change.before.size()) == std::string_view::npos;
     return isBefore ? std::optional<std::uint64_t>(change.before.size()) : std::nullopt;
 }
 

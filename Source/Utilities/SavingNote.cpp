@@ -69,7 +69,7 @@ void removeNote(const Descriptor& note, const fs::path& path) {
 
 /// Leaves the document whole and on the disk, as it is or as it was before. It is foreign if somebody has written it
 /// since the note was made: then what the note holds has to be kept.
-std::errc undo(const NoteContent& note, const Descriptor& document, const fs::path& path, bool& isForeign) {
+std::errc putRight(const NoteContent& note, const Descriptor& document, const fs::path& path, bool& isForeign) {
     const auto content = document.read();
     if (!content) {
         return std::errc::io_error;
@@ -148,7 +148,7 @@ SavingNote::Settlement SavingNote::settle(const Descriptor& document, const fs::
     }
     if (const auto note = NoteContent::parse(bytes)) { // otherwise it was never whole: the document wasn't touched
         bool isForeign = false;
-        outcome = undo(*note, document, path, isForeign);
+        outcome = putRight(*note, document, path, isForeign);
         if (isForeign) {
             return {renameFile(notePath, unusedCopyPath(path)), true};
         }
@@ -159,7 +159,7 @@ SavingNote::Settlement SavingNote::settle(const Descriptor& document, const fs::
     return {outcome, true};
 }
 
-std::errc SavingNote::removeStray(const fs::path& path) {
+std::errc SavingNote::beginDocument(const fs::path& path) {
     const fs::path notePath = pathBeside(path);
     Descriptor found;
     std::string bytes;

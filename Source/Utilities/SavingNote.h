@@ -19,8 +19,8 @@ namespace orv::utilities {
 class ORV_UTILITIES_EXPORT SavingNote {
 public:
     /// Makes the note that says this of the document. Where the directory takes no new file, or what has the note's
-    /// name is no note, there is none afterwards and the outcome is `done`: the write goes on without. Any other
-    /// failure leaves nothing behind.
+    /// name is no note, there is none afterwards and the outcome is `done`: the write goes on without one. Any
+    /// other failure leaves nothing behind.
     static std::errc make(const Descriptor& document, const std::filesystem::path& path, std::string_view content,
                           SavingNote& made);
 
@@ -50,9 +50,9 @@ public:
     /// can't be put back.
     static Settlement settle(const Descriptor& document, const std::filesystem::path& path, const SavingNote* own);
 
-    /// Removes a note of a document that was at that path and is no more, now that a new one has its name, and returns
-    /// once that name is on the disk.
-    static std::errc removeStray(const std::filesystem::path& path);
+    /// For a new document at that path: removes a note that a former one left, and returns once the document's name is
+    /// on the disk.
+    static std::errc beginDocument(const std::filesystem::path& path);
 
     /// Reads what stands beside the document at that path, nothing if that is no note. Fails if it can't be read.
     static std::errc readBeside(const std::filesystem::path& path, std::string& content);

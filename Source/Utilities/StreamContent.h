@@ -8,7 +8,8 @@
 
 namespace orv::utilities {
 
-/// All that is left on a stream that is good, whose state isn't changed. Nothing if it can't be read to its end.
+/// The rest of the stream, which must be good; its state flags stay as they are. Nothing if it can't be read to its
+/// end.
 ORV_UTILITIES_EXPORT std::optional<std::string> contentOf(std::istream& stream);
 
 } // namespace orv::utilities

@@ -37,11 +37,11 @@ struct SystemCalls {
     /// Never the handle of a standard stream, even if that was closed.
     std::errc (*open)(const std::filesystem::path& path, Opening opening, Handle& opened);
     void (*close)(Handle file);
-    /// Opens the stream, binary, on the same file, at its start and with the hold that the handle has on it.
+    /// Opens the stream, binary, on the same file, at its start and with the lock that the handle has on it.
     std::errc (*openStream)(Handle file, std::ios_base::openmode direction, std::fstream& stream);
 
-    /// An advisory hold on the whole file, exclusive or shared, against other handles of it: also of this process, and
-    /// until it is let go of or all copies of the handle are closed. resource_unavailable_try_again if another has it.
+    /// An advisory lock on the whole file, exclusive or shared, against other handles of it: also of this process, and
+    /// until it is released or all copies of the handle are closed. resource_unavailable_try_again if another has it.
     std::errc (*lock)(Handle file, bool exclusive);
     std::errc (*unlock)(Handle file);
 
@@ -61,7 +61,7 @@ struct SystemCalls {
     /// Returns once content and size are on the disk; of a directory, the names in it, where that has a meaning.
     std::errc (*sync)(Handle file);
 
-    /// Takes the place of what has the new name. remove removes a file or a link.
+    /// What had the new name is replaced. remove removes a file or a link.
     std::errc (*rename)(const std::filesystem::path& from, const std::filesystem::path& to);
     std::errc (*remove)(const std::filesystem::path& path);
     std::errc (*makeDirectory)(const std::filesystem::path& path);
@@ -72,5 +72,15 @@ struct SystemCalls {
 };
 
 ORV_UTILITIES_EXPORT extern SystemCalls systemCalls;
+
+/// Repeats an operation of the platform for as long as signals interrupt it, and returns its outcome.
+template <typename Operation>
+std::errc uninterrupted(Operation operation) {
+    std::errc outcome = operation();
+    while (outcome == std::errc::interrupted) {
+        outcome = operation();
+    }
+    return outcome;
+}
 
 } // namespace orv::utilities

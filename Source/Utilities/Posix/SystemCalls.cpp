@@ -2,10 +2,12 @@
 
 #include "Utilities/DirectoryNames.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <ext/stdio_filebuf.h>
 #include <fcntl.h>
+#include <limits>
 #include <string>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -92,8 +94,10 @@ std::errc unlock(Handle file) {
     return outcome(::flock(number(file), LOCK_UN));
 }
 
+/// Of a time that takes more than 64 bits then, the nearest one.
 std::int64_t nanoseconds(const timespec& time) {
-    return time.tv_sec * nanosecondsPerSecond + time.tv_nsec;
+    constexpr std::int64_t limit = std::numeric_limits<std::int64_t>::max() / nanosecondsPerSecond - 1;
+    return std::clamp<std::int64_t>(time.tv_sec, -limit, limit) * nanosecondsPerSecond + time.tv_nsec;
 }
 
 std::errc takeState(int result, const struct stat& status, FileState& state) {

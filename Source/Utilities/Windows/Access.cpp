@@ -9,7 +9,18 @@
 namespace orv::utilities {
 
 std::errc lastError() {
-    const auto condition = std::system_category().default_error_condition(static_cast<int>(::GetLastError()));
+    const DWORD error = ::GetLastError();
+    switch (error) { // which the standard library takes for others, or doesn't know
+    case ERROR_INVALID_NAME:
+        return std::errc::invalid_argument;
+    case ERROR_DELETE_PENDING:
+        return std::errc::permission_denied;
+    case ERROR_FILE_CORRUPT:
+        return std::errc::io_error;
+    default:
+        break;
+    }
+    const auto condition = std::system_category().default_error_condition(static_cast<int>(error));
     return condition.category() == std::generic_category() ? static_cast<std::errc>(condition.value())
                                                            : std::errc::io_error;
 }

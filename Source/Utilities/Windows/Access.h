@@ -10,6 +10,11 @@ namespace orv::utilities {
 /// The reason that the last call of the system failed for.
 std::errc lastError();
 
+/// The outcome of a call whose result is FALSE if it failed.
+inline std::errc outcome(BOOL result) {
+    return result == FALSE ? lastError() : done;
+}
+
 /// The permissions of a file that its owner alone may read, for the making of one.
 class OwnerOnly {
 public:

@@ -3,9 +3,11 @@
 #include "Utilities/DirectoryNames.h"
 #include "Utilities/Windows/Access.h"
 #include "Utilities/Windows/OpenHandle.h"
+#include "Utilities/Windows/PathCalls.h"
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <string>
 #include <windows.h>
@@ -18,18 +20,6 @@ namespace fs = std::filesystem;
 
 HANDLE number(Handle file) {
     return reinterpret_cast<HANDLE>(file); // NOLINT(performance-no-int-to-ptr)
-}
-
-/// The outcome of a call whose result is FALSE if it failed.
-std::errc outcome(BOOL result) {
-    return result == FALSE ? lastError() : done;
-}
-
-/// Whether it names another file or directory. Files that a service keeps elsewhere are reparse points as well.
-bool isLink(HANDLE file) {
-    FILE_ATTRIBUTE_TAG_INFO tag{};
-    return ::GetFileInformationByHandleEx(file, FileAttributeTagInfo, &tag, sizeof(tag)) != FALSE &&
-           (tag.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && IsReparseTagNameSurrogate(tag.ReparseTag) != 0;
 }
 
 DWORD accessOf(Opening opening) {
@@ -72,6 +62,10 @@ std::errc openFile(const fs::path& path, Opening opening, Handle& opened) {
         const bool isDirectory = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         return isDirectory && reason == std::errc::permission_denied ? std::errc::is_a_directory : reason;
     }
+    if (::GetFileType(file) != FILE_TYPE_DISK) { // such as CON
+        ::CloseHandle(file);
+        return std::errc::not_supported;
+    }
     opened = static_cast<Handle>(reinterpret_cast<std::intptr_t>(file));
     return done;
 }
@@ -80,32 +74,13 @@ void closeFile(Handle file) {
     ::CloseHandle(number(file));
 }
 
-std::errc pathOf(HANDLE file, fs::path& path) {
-    std::wstring room(32768, L'\0'); // more than any path has
-    const DWORD length = ::GetFinalPathNameByHandleW(file, room.data(), static_cast<DWORD>(room.size()), 0);
-    if (length == 0 || length >= room.size()) {
-        return lastError();
-    }
-    room.resize(length);
-    // As people write it.
-    constexpr std::wstring_view plain = L"\\\\?\\";
-    constexpr std::wstring_view shared = L"\\\\?\\UNC\\";
-    if (room.starts_with(shared)) {
-        room.replace(0, shared.size(), L"\\\\");
-    } else if (room.starts_with(plain)) {
-        room.erase(0, plain.size());
-    }
-    path = std::move(room);
-    return done;
-}
-
 std::errc openStream(Handle file, std::ios_base::openmode direction, std::fstream& stream) {
     fs::path path;
     const std::errc found = pathOf(number(file), path);
     if (found != done) {
         return found;
     }
-    // The standard has no way from a handle to a stream. Another handle of the process isn't kept off by the hold,
+    // The standard has no way from a handle to a stream. Another handle of the process isn't kept off by the lock,
     // whose place is behind all content. For output alone a stream would empty the file.
     stream.open(path, direction | std::ios_base::in | std::ios_base::binary);
     return stream.is_open() ? done : std::errc::permission_denied;
@@ -135,8 +110,10 @@ std::errc unlock(Handle file) {
 constexpr std::int64_t ticksUntil1970 = 116'444'736'000'000'000; // since 1601
 constexpr std::int64_t nanosecondsPerTick = 100;
 
+/// Since 1970; of a time that takes more than 64 bits then, the nearest one.
 std::int64_t nanoseconds(const LARGE_INTEGER& time) {
-    return (time.QuadPart - ticksUntil1970) * nanosecondsPerTick;
+    constexpr std::int64_t limit = std::numeric_limits<std::int64_t>::max() / nanosecondsPerTick;
+    return std::clamp(time.QuadPart - ticksUntil1970, -limit, limit) * nanosecondsPerTick;
 }
 
 FileState::Identity identityOf(HANDLE file, const BY_HANDLE_FILE_INFORMATION& information) {
@@ -166,9 +143,10 @@ std::errc stateOf(HANDLE file, FileState& state) {
     if ((information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         return std::errc::is_a_directory;
     }
+    const bool knowsChanges = times.ChangeTime.QuadPart != 0; // FAT doesn't
     state = {identityOf(file, information),
              (std::uint64_t{information.nFileSizeHigh} << 32U) | information.nFileSizeLow,
-             nanoseconds(times.LastWriteTime), nanoseconds(times.ChangeTime)};
+             nanoseconds(times.LastWriteTime), nanoseconds(knowsChanges ? times.ChangeTime : times.LastWriteTime)};
     return done;
 }
 
@@ -237,39 +215,6 @@ std::errc sync(Handle file) {
     // The names in a directory are the file system's own to keep: its journal has them in order.
     return stateOf(number(file), ignored) == std::errc::is_a_directory ? done
                                                                        : outcome(::FlushFileBuffers(number(file)));
-}
-
-std::errc renamePath(const fs::path& from, const fs::path& to) {
-    return outcome(::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
-}
-
-/// The system's FileDispositionInfoEx, which headers of MinGW hide.
-constexpr auto dispositionEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
-
-std::errc removePath(const fs::path& path) {
-    {
-        // So that the name is free at once, even if others have the file open.
-        const OpenHandle file(path, DELETE, FILE_FLAG_OPEN_REPARSE_POINT);
-        FILE_DISPOSITION_INFO_EX disposition{FILE_DISPOSITION_FLAG_DELETE | FILE_DISPOSITION_FLAG_POSIX_SEMANTICS};
-        if (file.isOpen() &&
-            ::SetFileInformationByHandle(file.get(), dispositionEx, &disposition, sizeof(disposition)) != FALSE) {
-            return done;
-        }
-    }
-    return outcome(::DeleteFileW(path.c_str())); // a file system without that
-}
-
-std::errc makeDirectory(const fs::path& path) {
-    return outcome(::CreateDirectoryW(path.c_str(), nullptr));
-}
-
-std::errc readLink(const fs::path& link, fs::path& target) {
-    const OpenHandle found(link, FILE_READ_ATTRIBUTES, FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS);
-    if (!found.isOpen() || !isLink(found.get())) {
-        return found.isOpen() ? std::errc::invalid_argument : lastError();
-    }
-    const OpenHandle named(link, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
-    return named.isOpen() ? pathOf(named.get(), target) : lastError();
 }
 
 } // namespace

@@ -58,8 +58,6 @@ std::filesystem::path resolved(std::filesystem::path path) {
     return path;
 }
 
-std::errc makeDirectories(const std::filesystem::path& /*directory*/) {
-    return {};
-}
+void makeDirectories(const std::filesystem::path& /*directory*/) {}
 
 } // namespace orv::utilities
