@@ -36,8 +36,8 @@ struct DefinitionsRefusal {
     std::string reason;   ///< A phrase without a full stop.
 };
 
-/// Keeps the definitions for the life of the process, but for those that are known already. Refuses them all if one is
-/// another than one that was kept before.
+/// Adds the definitions that aren't known yet, for the life of the process. Adds none, and returns the reason, if one
+/// differs from an added one of the same name.
 std::optional<DefinitionsRefusal> keepDefinitions(const DefinitionsFile& file, const std::string& source);
 
 /// A published definition, null if there is none.

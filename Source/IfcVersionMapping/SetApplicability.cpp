@@ -68,7 +68,7 @@ Published publishedOf(const Carried::Row& row) {
     return {letters.substr(begin, row.endOfSet - begin), letters.substr(row.endOfSet, row.endOfClasses - row.endOfSet)};
 }
 
-/// Their classes, with commas between them.
+/// The classes of the published set of that name, with commas between them; empty if there is none.
 std::string_view publishedClasses(std::string_view pset) {
     const auto* const row =
         std::lower_bound(carried.rows.begin(), carried.rows.end(), pset,
@@ -81,6 +81,7 @@ std::string_view publishedClasses(std::string_view pset) {
 std::vector<ApplicableClass> applicableClasses(const std::string& pset) {
     std::vector<ApplicableClass> classes;
     const auto append = [&classes](std::string_view text) {
+        // As in IfcActuator/ELECTRICACTUATOR; added sets may have IfcBoiler[PerformanceHistory].
         const std::size_t end = std::min(text.find_first_of("/["), text.size());
         const bool hasType = end < text.size() && text[end] == '/';
         const ApplicableClass applicable{text.substr(0, end), hasType ? text.substr(end + 1) : ""};

@@ -64,7 +64,7 @@ public:
     /// The type of the alternative held; for the empty value a type that no alternative has.
     const std::type_info& getType() const;
 
-    /// A copy of the alternative T. If another one is held, that is reported, and T{} is given: 0, false,
+    /// A copy of the alternative T. If another one is held, that is reported, and T{} is returned: 0, false,
     /// 0.0, an empty text, an optional that holds nothing.
     template <typename T>
     T get() const& {

@@ -49,7 +49,7 @@ inline std::size_t maximumSize(std::string_view piece) {
 class Buffer {
 public:
     /// With room for a text of that size; it may get longer.
-    explicit Buffer(std::size_t expectedSize) { restart(expectedSize); }
+    explicit Buffer(std::size_t expectedSize) { grow(std::min(expectedSize, maximumExpectation)); }
 
     /// Appends all the pieces, each of a type that has maximumSize and put. None may lie in the buffer itself.
     template <typename... Pieces>
@@ -61,17 +61,6 @@ public:
         char* end = room.get() + size;
         ((end = put(end, pieces)), ...);
         size = static_cast<std::size_t>(end - room.get());
-    }
-
-    /// Forgets the text. The room stays, unless it is too small for the next one.
-    void restart(std::size_t expectedSize) {
-        const std::size_t expected = std::min(expectedSize, maximumExpectation);
-        size = 0;
-        if (capacity < expected) {
-            capacity = 0;
-            room.reset();
-            grow(expected);
-        }
     }
 
     /// Takes back what is behind that size.

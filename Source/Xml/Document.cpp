@@ -20,7 +20,7 @@ std::uint32_t checkedSize(std::size_t size, std::size_t maximum) {
 } // namespace
 
 NodeIndex Document::appendElement(NodeIndex parent, std::string_view name) {
-    return append(parent, NodeKind::Element, names.find(name), noNode, noNode);
+    return append(parent, NodeKind::Element, names.numberOf(name), noNode, noNode);
 }
 
 NodeIndex Document::appendText(NodeIndex parent, std::string_view text) {
@@ -45,7 +45,7 @@ NodeIndex Document::appendComment(NodeIndex parent, std::string_view text) {
 }
 
 NodeIndex Document::appendProcessingInstruction(NodeIndex parent, std::string_view target, std::string_view data) {
-    return appendWithText(parent, NodeKind::ProcessingInstruction, names.find(target), data);
+    return appendWithText(parent, NodeKind::ProcessingInstruction, names.numberOf(target), data);
 }
 
 std::size_t Document::estimateSize() const {

@@ -90,7 +90,7 @@ private:
 
     bool declaration;
     Surroundings surroundings;  // of the root's content
-    std::deque<NodeData> nodes; // which has no room to spare
+    std::deque<NodeData> nodes; // a vector would keep up to half of its memory unused
     std::string texts;
     Names names;
 };

@@ -48,8 +48,8 @@ struct MarkupWriter::State {
           deepestLine(std::string(lineBreak) + std::string(indentationWidth * maximumIndentedDepth, ' ')) {}
 
     /// The number of the name, which has its tags then.
-    std::uint32_t find(std::string_view name) {
-        const std::uint32_t number = names.find(name);
+    std::uint32_t numberOf(std::string_view name) {
+        const std::uint32_t number = names.numberOf(name);
         if (number >= tags.size()) {
             makeTags(number);
         }
@@ -91,15 +91,6 @@ MarkupWriter::MarkupWriter(LineEnding lineEnding, std::size_t expectedSize)
     : state(std::make_unique<State>(lineEnding, expectedSize)) {}
 
 MarkupWriter::~MarkupWriter() = default;
-MarkupWriter::MarkupWriter(MarkupWriter&&) noexcept = default;
-MarkupWriter& MarkupWriter::operator=(MarkupWriter&&) noexcept = default;
-
-void MarkupWriter::restart(std::size_t expectedSize) {
-    state->out.restart(expectedSize);
-    state->openElements.clear();
-    state->names = Names();
-    state->tags.clear();
-}
 
 void MarkupWriter::cut(std::size_t size) {
     state->out.cut(size);
@@ -116,7 +107,7 @@ void MarkupWriter::appendOutside(std::string_view markup) {
 }
 
 void MarkupWriter::startElement(std::string_view name, std::string_view attributes, bool isInline) {
-    const std::uint32_t number = state->find(name);
+    const std::uint32_t number = state->numberOf(name);
     state->out.append(state->startChild(), state->tags[number].start);
     if (!attributes.empty()) {
         state->out.dropLast();
@@ -157,7 +148,7 @@ void MarkupWriter::endElement() {
 }
 
 void MarkupWriter::appendElement(std::string_view name, std::string_view text) {
-    const State::Tags& tags = state->tags[state->find(name)];
+    const State::Tags& tags = state->tags[state->numberOf(name)];
     state->out.append(state->startChild(), tags.start, CharacterData{text}, tags.end);
 }
 

@@ -14,19 +14,14 @@ namespace orv::xml {
 /// tells.
 ///
 /// Markup isn't checked. appendText and endElement require an open element. More than half a billion names raise
-/// std::length_error. What was moved from may only be assigned to: two writers that are swapped after each document
-/// keep the text of the last one beside the next, without a copy.
+/// std::length_error.
 class ORV_XML_EXPORT MarkupWriter {
 public:
     /// expectedSize is that of the whole document in bytes; it may get longer.
     explicit MarkupWriter(LineEnding lineEnding, std::size_t expectedSize = 0);
+    MarkupWriter(const MarkupWriter&) = delete;
+    MarkupWriter& operator=(const MarkupWriter&) = delete;
     ~MarkupWriter();
-
-    MarkupWriter(MarkupWriter&& other) noexcept;
-    MarkupWriter& operator=(MarkupWriter&& other) noexcept;
-
-    /// Begins another document. What was written goes, but the room for it stays.
-    void restart(std::size_t expectedSize);
 
     /// Takes back what was written behind that size, where the same elements must have been open.
     void cut(std::size_t size);
@@ -47,7 +42,7 @@ public:
     /// Well-formed content of an element, on a line of its own and otherwise as it is; nothing if it is empty.
     void appendMarkup(std::string_view markup);
 
-    /// The open element has content, on lines of its own, also if none of it is written here.
+    /// Says that the open element has content that isn't written here, so that it doesn't end as an empty tag.
     void setFilled();
 
     /// Ends the element that was started last and hasn't been ended.

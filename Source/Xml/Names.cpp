@@ -37,7 +37,7 @@ bool isSame(std::string_view one, std::string_view other) {
 
 } // namespace
 
-std::uint32_t Names::find(std::string_view text) {
+std::uint32_t Names::numberOf(std::string_view text) {
     if (expected == nullptr || !isSame(expected->text, text)) {
         Name& found = findOrAdd(text);
         if (lastFound != nullptr) {

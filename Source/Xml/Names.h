@@ -10,18 +10,17 @@
 namespace orv::xml {
 
 /// Numbers names, from 0 and each different one once. Names mostly follow each other as they did before, in one record
-/// after another, so each remembers the one that followed it the last time, and find looks at that first.
+/// after another, so each remembers the one that followed it the last time, and numberOf looks at that first.
 class Names {
 public:
     static constexpr unsigned numberBits = 29;
 
     Names() = default;
     Names(const Names&) = delete; // the members point into each other
-    Names& operator=(Names&&) = default;
+    Names& operator=(const Names&) = delete;
 
-    /// The number of the name, which is a new one if there wasn't any. Throws std::length_error when there are too
-    /// many.
-    std::uint32_t find(std::string_view text);
+    /// The number of the name, a new one if it hasn't come before. Throws std::length_error if there are too many.
+    std::uint32_t numberOf(std::string_view text);
 
     const std::string& operator[](std::uint32_t number) const { return names[number].text; }
 

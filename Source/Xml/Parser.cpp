@@ -65,7 +65,8 @@ bool Parser::parse(std::string_view document) {
     });
 }
 
-/// Parses what read puts where it is told, up to that size; less than that is the last. Nothing if reading failed.
+/// Parses the document that read delivers in blocks: read(to, size) writes up to size bytes and returns how many, fewer
+/// than size only at the end of the document, or nothing if it couldn't read.
 template <typename Read>
 bool Parser::parseWith(Read read) {
     restart();

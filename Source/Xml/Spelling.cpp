@@ -215,6 +215,7 @@ std::string textMarkup(std::string_view text) {
 }
 
 std::string_view trimmed(std::string_view markup) {
+    constexpr std::string_view whiteSpace = " \t\r\n";
     const std::size_t begin = markup.find_first_not_of(whiteSpace);
     return begin == std::string_view::npos ? std::string_view()
                                            : markup.substr(begin, markup.find_last_not_of(whiteSpace) + 1 - begin);

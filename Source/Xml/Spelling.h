@@ -30,9 +30,6 @@ std::string attributeMarkup(const char** attributes);
 /// Parsed character data, escapes and all, as markup that reads the same wherever it is put.
 std::string textMarkup(std::string_view text);
 
-/// Of markup.
-constexpr std::string_view whiteSpace = " \t\r\n";
-
 /// The markup without the white space at its ends.
 std::string_view trimmed(std::string_view markup);
 

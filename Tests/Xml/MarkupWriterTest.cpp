@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <utility>
-
 namespace orv::xml {
 namespace {
 
@@ -32,19 +29,6 @@ TEST(XmlMarkupWriter, mixesMarkupWithElementsAndTellsWhereTheyStand) {
   </e>)");
     EXPECT_EQ(writer.getText().substr(0, begin), "<r>\n  <!--1-->");
     EXPECT_EQ(writer.getText().substr(end), "\n  <f a=\"1\"/>\n</r>\n");
-}
-
-TEST(XmlMarkupWriter, keepsTheTextOfAWriterThatIsSwapped) {
-    MarkupWriter last(LineEnding::None);
-    MarkupWriter next(LineEnding::None);
-    for (const std::string name : {"a", "b", "c"}) {
-        next.restart(0);
-        next.startElement(name);
-        next.endElement();
-        std::swap(last, next);
-        EXPECT_EQ(last.getText(), "<" + name + "/>");
-    }
-    EXPECT_EQ(next.getText(), "<b/>");
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Object/PropertyValue.h"
 #include "Xml/ElementParts.h"
 
 #include <memory>
@@ -23,14 +22,14 @@ public:
         bool hasText;
     };
 
-    /// Takes what the element held that a record was made of. What of it is to be carried shows when it is written.
+    /// Takes the element that a record was made of. The first settle decides what of it is carried.
     explicit CarriedFields(std::shared_ptr<const xml::ElementParts> element) : read(std::move(element)) {}
 
-    /// Whether there is nothing, and nothing that could be.
+    /// Whether nothing is carried and no element waits for settle.
     bool isEmpty() const { return !read && attributes.empty() && fields.empty(); }
 
-    /// Tells what the record returns, OwnerId first. What was carried under one of these names goes. Returns whether
-    /// all that was read under these names comes back as it was; the first call alone may return false.
+    /// Takes what the record writes, OwnerId first, and drops what was carried under those names. Returns false, on the
+    /// first call only, if the record writes a text otherwise than it was read.
     bool settle(const std::vector<Written>& written);
 
     /// Of the element, each with a blank ahead.

@@ -6,15 +6,15 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 
 void DocumentText::startDraft(std::size_t expectedSize) {
     text.reserve(expectedSize);
-    same = 0;
+    sharedSize = 0;
 }
 
 DocumentText::Range DocumentText::append(std::string_view piece) {
-    if (!isCut && getText().substr(same, piece.size()) == piece) {
-        same += piece.size();
-        return {same - piece.size(), same};
+    if (!differs && getText().substr(sharedSize, piece.size()) == piece) {
+        sharedSize += piece.size();
+        return {sharedSize - piece.size(), sharedSize};
     }
-    if (!isCut) {
+    if (!differs) {
         cut();
     }
     appendToText(piece);
@@ -23,63 +23,64 @@ DocumentText::Range DocumentText::append(std::string_view piece) {
 
 DocumentText::Range DocumentText::repeat(const Range& range) {
     const std::size_t size = range.end - range.begin;
-    if (!isCut && range.begin == same) {
-        same += size;
+    if (!differs && range.begin == sharedSize) {
+        sharedSize += size;
         return range;
     }
-    const std::size_t shared = isCut ? std::clamp(same, range.begin, range.end) : range.end;
+    // Of what was accepted last, the part behind sharedSize is in formerEnd once the draft differs.
+    const std::size_t shared = differs ? std::clamp(sharedSize, range.begin, range.end) : range.end;
     std::string piece;
     if (range.begin < shared) {
         piece = getText().substr(range.begin, shared - range.begin);
     }
     if (shared < range.end) {
-        piece += std::string_view(formerEnd).substr(shared - same, range.end - shared);
+        piece += std::string_view(formerEnd).substr(shared - sharedSize, range.end - shared);
     }
     return append(piece);
 }
 
 void DocumentText::endDraft() {
-    if (!isCut && same < text.size()) {
+    if (!differs && sharedSize < text.size()) {
         cut();
     }
-    if (isCut) {
+    if (differs) {
         drafted = accepted;
-        drafted.update(getText(), same);
+        drafted.update(getText(), sharedSize);
     }
 }
 
 void DocumentText::accept() {
-    if (isCut) {
+    if (differs) {
         accepted = drafted;
     }
-    isCut = false;
+    differs = false;
 }
 
 void DocumentText::discard() {
-    if (isCut) {
-        text.resize(same);
+    if (differs) {
+        text.resize(sharedSize);
         appendToText(formerEnd);
     }
-    isCut = false;
+    differs = false;
 }
 
 utilities::Replacement DocumentText::getReplacement() const {
-    if (!isCut) {
-        return {{}, text.size(), getDigest(), getText(), getDigest()};
+    if (!differs) {
+        return {{}, text.size(), getAcceptedDigest(), getText(), getAcceptedDigest()};
     }
-    auto change = utilities::Change::between(formerEnd, getText().substr(same));
-    change.position += same;
-    return {change, same + formerEnd.size(), getDigest(), getText(), drafted.get()};
+    auto change = utilities::Change::between(formerEnd, getText().substr(sharedSize));
+    change.position += sharedSize;
+    return {change, sharedSize + formerEnd.size(), getAcceptedDigest(), getText(), drafted.get()};
 }
 
 std::string DocumentText::getFormerText() const {
-    return isCut ? std::string(getText().substr(0, same)) + formerEnd : std::string(getText());
+    return differs ? std::string(getText().substr(0, sharedSize)) + formerEnd : std::string(getText());
 }
 
 void DocumentText::cut() {
-    formerEnd = getText().substr(same);
-    text.resize(same);
-    isCut = true;
+    formerEnd = getText().substr(sharedSize);
+    text.resize(sharedSize);
+    differs = true;
 }
 
 void DocumentText::appendToText(std::string_view piece) {

@@ -26,7 +26,7 @@ public:
     /// Appends to the draft, and returns where that stands in it.
     Range append(std::string_view piece);
 
-    /// Appends what stands there in what was accepted last.
+    /// Appends that range of what was accepted last, and returns where it stands in the draft.
     Range repeat(const Range& range);
 
     void endDraft();
@@ -34,26 +34,28 @@ public:
     void accept();
     void discard();
 
-    /// What was accepted last, between an acceptance and the start of the next draft, and its digest.
-    std::string_view getText() const { return {text.data(), text.size()}; }
-    const utilities::Digest& getDigest() const { return accepted.get(); }
+    /// What was accepted last, while there is no draft, and its digest.
+    std::string_view getAccepted() const { return getText(); }
+    const utilities::Digest& getAcceptedDigest() const { return accepted.get(); }
 
-    /// Replaces what was accepted last by the draft, which has ended. For as long as the draft isn't accepted or
-    /// discarded.
+    /// The draft, from endDraft until it is accepted or discarded; so for the next two.
+    std::string_view getDraft() const { return getText(); }
+
+    /// The replacement of what was accepted last by the draft. Its views are good for as long.
     utilities::Replacement getReplacement() const;
 
-    /// What was accepted last, during that time.
+    /// What was accepted last.
     std::string getFormerText() const;
 
 private:
     void cut();
     void appendToText(std::string_view piece);
+    std::string_view getText() const { return {text.data(), text.size()}; }
 
-    std::vector<char>
-        text;             // the draft, once it differs, otherwise what was accepted last; it grows by less than strings
-    std::size_t same = 0; // the size of the beginning that both have, as far as that is known
-    bool isCut = false;   // the draft differs
-    std::string formerEnd; // what was accepted last, behind that, if the draft differs
+    std::vector<char> text;     // the draft, once it differs, otherwise what was accepted last; a string would double
+    std::size_t sharedSize = 0; // of the beginning that both have, as far as that is known
+    bool differs = false;       // the draft from what was accepted last
+    std::string formerEnd;      // what was accepted last, behind that, if the draft differs
     utilities::RunningDigest accepted;
     utilities::RunningDigest drafted;
 };

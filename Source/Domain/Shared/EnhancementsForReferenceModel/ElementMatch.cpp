@@ -9,13 +9,13 @@ namespace {
 
 using Found = ElementMatch::Found;
 
-/// The elements of one markup.
+/// The elements of the file that have the same markup.
 struct Equals {
     std::vector<std::size_t> positions; // in the file, ascending
     std::size_t own = 0;                // how many known ones this process has records for
     std::size_t carried = 0;            // how many that it hasn't were found
 
-    /// Those that this process has records for are there sooner than those that it carries for others.
+    /// Elements of this process's records come before those that it carries for others.
     bool areLeftFor(const KnownElement& element) const {
         return element.slot != KnownElement::noSlot || own + carried < positions.size();
     }
@@ -36,7 +36,8 @@ EqualsOfMarkups equalsIn(std::span<const KnownElement> known, std::span<const El
     return equals;
 }
 
-/// Each known element is the first equal one behind that of the known element before it. Returns those that aren't.
+/// Matches each known element with the first equal element of the file behind the previous match. Returns the numbers
+/// of those without a match, ascending.
 std::vector<std::size_t> matchInOrder(std::span<const KnownElement> known, EqualsOfMarkups& equalsOfMarkups,
                                       std::vector<Found>& found) {
     std::vector<std::size_t> missing;
@@ -74,7 +75,8 @@ void matchMoved(std::span<const KnownElement> known, EqualsOfMarkups& equalsOfMa
 /// Of the missing ones, finds those that changed where they stood.
 void matchChanged(std::span<const KnownElement> known, std::span<const ElementKey> file,
                   const std::vector<std::size_t>& missing, std::vector<Found>& found) {
-    std::vector<std::size_t> ends(file.size(), known.size()); // the known elements ahead of which each stands
+    std::vector<std::size_t> ends(file.size(),
+                                  known.size()); // the number of the first known element that is in place behind each
     for (std::size_t at = file.size(); at-- > 1;) {
         ends[at - 1] = found[at].isInPlace ? found[at].known : ends[at];
     }

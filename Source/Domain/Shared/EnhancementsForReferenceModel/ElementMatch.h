@@ -24,7 +24,7 @@ struct KnownElement {
     std::uint64_t slot = noSlot; // of the record that this process has for it, if it has one
 };
 
-/// Which of the elements that a file holds now, after other programs wrote it, is which of those that stood there.
+/// Matches the elements of a file that other programs have written since with those that stood there.
 struct ElementMatch {
     static constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
 

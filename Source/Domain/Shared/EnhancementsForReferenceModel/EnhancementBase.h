@@ -15,8 +15,9 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 /// holds, stores and reloads records through this base alone.
 ///
 /// On every rewrite of the file, which is for every stored record and not just for the one that changed,
-/// getEntityName and getAttributes are called once each. They return the record's present state and have no side
-/// effects. They must not throw: while one does, nothing is written.
+/// getEntityName and getAttributes are called once each. They return the record's present state and change
+/// nothing that another operation of the record or of the library returns. They must not throw: while one does,
+/// nothing is written.
 class ORV_ENHANCEMENTS_EXPORT EnhancementBase {
 public:
     virtual ~EnhancementBase() = default;

@@ -38,6 +38,15 @@ std::shared_ptr<Enhancements> Enhancements::getOrCreateEnhancementsDb() {
     return *singleton;
 }
 
+bool Enhancements::loadAtOnce() {
+    std::shared_ptr<Enhancements>* const singleton = Singleton::get();
+    if (singleton == nullptr || *singleton) {
+        return false;
+    }
+    *singleton = std::make_shared<Enhancements>();
+    return EnhancementsFile::readFileAtOnce();
+}
+
 void Enhancements::addEnhancement(std::unique_ptr<EnhancementBase>&& record) {
     if (Singleton::get() == nullptr) {
         return;

@@ -34,9 +34,18 @@ public:
 
     /// The database, shared with all callers; never null, whether or not the file could be read. The records
     /// of the file are added to it one by one, each with a rewrite of the file, on the first call. What a kind throws
-    /// then comes through and ends the load; what wasn't loaded stays in the file. A file that is laid out as the
-    /// library does it isn't touched by that.
+    /// then comes through and ends the load; what wasn't loaded stays in the file. A file in the library's own layout
+    /// isn't written by that.
     ORV_ENHANCEMENTS_EXPORT static std::shared_ptr<Enhancements> getOrCreateEnhancementsDb();
+
+    /// Loads the file as the first use of the database would, but with one rewrite for all records: of n records that
+    /// asks each for its attributes once, not up to n times. To be called before that first use. Waits up to a second
+    /// for another program that has the file locked, and holds the lock meanwhile, so that a kind can't add records
+    /// while it is read.
+    ///
+    /// Returns whether all records of registered kinds are in the database now. False, and all elements are carried, if
+    /// the file is there and can't be read or locked, or is no document of records; false if the database was in use.
+    ORV_ENHANCEMENTS_EXPORT static bool loadAtOnce();
 
     /// Takes the record, which must not be null, into the database and rewrites the file with all records under its
     /// lock. Where that has succeeded, the record is on the disk: it is there after a kill at any moment and after a
@@ -57,8 +66,8 @@ public:
     /// otherwise the changes are in memory.
     ORV_ENHANCEMENTS_EXPORT static bool saveChanges();
 
-    /// Takes a record out of the database and the file and gives it to the caller, with all that was carried with it
-    /// gone from the file. Null, and nothing has changed, if it isn't one of the database's or the file can't be
+    /// Removes a record from the database and the file, with all that was carried with it, and returns it. Null, and
+    /// nothing has changed, if it isn't one of the database's or the file can't be
     /// written.
     ORV_ENHANCEMENTS_EXPORT static std::unique_ptr<EnhancementBase> takeRecord(const EnhancementBase& record);
 
@@ -67,8 +76,8 @@ public:
     ORV_ENHANCEMENTS_EXPORT static std::vector<std::unique_ptr<EnhancementBase>>
     takeRecords(std::vector<const EnhancementBase*> wanted);
 
-    /// Destroys all records, from the first to the last. The file stays as it is until the next addition, which leaves
-    /// none of them there, and isn't read again. A record that a destructor adds stays.
+    /// Destroys all records, from the first to the last. The file isn't read again, and stays as it is until the next
+    /// addition or saveChanges, which removes them from it. A record that a destructor adds stays.
     ORV_ENHANCEMENTS_EXPORT void resetDb();
 
     /// The records in the order in which they were added, those of the file first; none is null. A caller may
@@ -81,7 +90,7 @@ private:
     struct State;
 
     std::vector<std::unique_ptr<EnhancementBase>> records;
-    std::unique_ptr<State> state; // of what the file holds
+    std::unique_ptr<State> state; // what is known of the file
 };
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

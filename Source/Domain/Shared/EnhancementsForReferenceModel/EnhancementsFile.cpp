@@ -89,9 +89,9 @@ bool EnhancementsFile::write(std::ostream& stream) const {
     if (!stream.good() || !document.render()) {
         return false;
     }
-    const std::string_view text = document.getText().getReplacement().content;
+    const ScopeGuard end([&document] { document.discard(); }); // also if the stream throws
+    const std::string_view text = document.getDocumentText().getDraft();
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-    document.discard();
     return stream.good();
 }
 
@@ -112,13 +112,14 @@ std::unique_ptr<utilities::LockedFile> EnhancementsFile::lockAndProtect(std::err
     return file && protect(*file) ? std::move(file) : nullptr;
 }
 
-/// Finds out what the file holds. Returns false if that would be lost.
+/// Reads the file if it isn't known to hold the accepted document, and takes over or copies what this process doesn't
+/// know. Returns false if that fails: a write would lose it.
 bool EnhancementsFile::protect(const utilities::LockedFile& file) {
     KnownFiles& knownFiles = enhancementsDb.state->knownFiles;
-    const utilities::Digest& accepted = enhancementsDb.state->document.getText().getDigest();
+    const utilities::Digest& accepted = enhancementsDb.state->document.getDocumentText().getAcceptedDigest();
     const KnownFile* const current = knownFiles.getCurrent();
     const KnownFile* const known = knownFiles.find(file.getPath());
-    // Otherwise the document has taken over what others wrote, and couldn't be written since.
+    // False after a merge whose document couldn't be written.
     const bool isWritten = current != nullptr && current->content == accepted;
     present.reset();
     if (isWritten && known != nullptr && known->state && known->state == file.getState() &&
@@ -157,7 +158,7 @@ bool EnhancementsFile::merge(const utilities::LockedFile& file, const utilities:
         return false;
     }
     knownFiles.prepare(file.getPath());
-    leaveFormerFile(file);
+    noteFormerElements(file);
     document.apply(std::move(merged));
     knownFiles.setCurrent({std::nullopt, digest, {}});
     return true;
@@ -171,7 +172,7 @@ bool EnhancementsFile::writeThrough(utilities::LockedFile& file, const std::opti
     try {
         const bool addsNothing = document.addsNothing();
         enhancementsDb.state->knownFiles.prepare(file.getPath());
-        leaveFormerFile(file);
+        noteFormerElements(file);
         if (!document.render()) {
             return false;
         }
@@ -186,12 +187,12 @@ bool EnhancementsFile::writeThrough(utilities::LockedFile& file, const std::opti
 bool EnhancementsFile::replace(utilities::LockedFile& file, const std::optional<std::string>& content,
                                bool addsNothing) const {
     auto& [document, knownFiles, loadNote] = *enhancementsDb.state;
-    const DocumentText& text = document.getText();
+    const DocumentText& text = document.getDocumentText();
     auto replacement = text.getReplacement();
     if (content) {
         replacement.change = utilities::Change::between(*content, replacement.content);
         replacement.sizeBefore = content->size();
-        replacement.before = utilities::Digest::of(*content);
+        replacement.digestBefore = utilities::Digest::of(*content);
     }
     const KnownFile* const known = knownFiles.find(file.getPath());
     bool isReplaced = false;
@@ -217,7 +218,7 @@ bool EnhancementsFile::keepAlteredTexts(const utilities::LockedFile& file,
     RecordDocument& document = enhancementsDb.state->document;
     if (document.altersTexts()) {
         const auto loaded = document.getLoaded();
-        if (!file.keep(loaded ? *loaded : content ? *content : document.getText().getFormerText())) {
+        if (!file.keep(loaded ? *loaded : content ? *content : document.getDocumentText().getFormerText())) {
             return false;
         }
         document.forgetAlteration();
@@ -225,8 +226,9 @@ bool EnhancementsFile::keepAlteredTexts(const utilities::LockedFile& file,
     return true;
 }
 
-/// Remembers what the file of the accepted document holds, if that is another one: the document won't tell any more.
-void EnhancementsFile::leaveFormerFile(const utilities::LockedFile& file) const {
+/// Notes the elements of the accepted document's file, if that is another one: from now on the document tells those of
+/// this file.
+void EnhancementsFile::noteFormerElements(const utilities::LockedFile& file) const {
     auto& [document, knownFiles, loadNote] = *enhancementsDb.state;
     KnownFile* const former = knownFiles.getCurrent();
     if (former != nullptr && former != knownFiles.find(file.getPath())) {
@@ -239,7 +241,7 @@ void EnhancementsFile::leaveFormerFile(const utilities::LockedFile& file) const 
 void EnhancementsFile::rememberContent(const std::optional<utilities::FileState>& state) const {
     auto& [document, knownFiles, loadNote] = *enhancementsDb.state;
     document.accept();
-    knownFiles.setCurrent({state, document.getText().getDigest(), {}});
+    knownFiles.setCurrent({state, document.getDocumentText().getAcceptedDigest(), {}});
 }
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

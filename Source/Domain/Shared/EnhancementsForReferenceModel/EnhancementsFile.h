@@ -71,9 +71,12 @@ public:
     /// isn't good, and false if it isn't good afterwards.
     bool write(std::ostream& stream) const;
 
-    /// Reads the file into the process's database, without a lock. Returns what read returns, and false if
-    /// the file can't be read; a missing one is no error.
+    /// Reads the file into the process's database, without a lock. Returns true if it is a document with the root
+    /// element Enhancements. False if it isn't, which is reported, and if it is missing or can't be read, which is not.
     static bool readFile();
+
+    /// The same as Enhancements::loadAtOnce loads, and returns what that does.
+    static bool readFileAtOnce();
 
     /// Adds each record of the document on the stream, of a kind that Factory knows, to the process's
     /// database. Returns true if the document has the root element Enhancements, even if no record came of it.
@@ -82,8 +85,11 @@ public:
 private:
     static void report(std::string_view message, std::string_view operation, std::uint32_t line);
     static std::optional<xml::Outline> parse(std::string content);
-    static void load(xml::Outline outline);
-    static void endLoad(const Enhancements& database);
+    static std::shared_ptr<const xml::Outline> startReading(std::error_code& error);
+    static std::shared_ptr<const xml::Outline> startLoad(xml::Outline outline);
+    static void load(const std::shared_ptr<const xml::Outline>& document);
+    static bool loadAtOnce(const std::shared_ptr<const xml::Outline>& document);
+    static void endLoad(const Enhancements& database) noexcept;
     void createFile() const;
     std::unique_ptr<utilities::LockedFile> lockAndProtect(std::error_code& error);
     bool protect(const utilities::LockedFile& file);
@@ -91,7 +97,7 @@ private:
     bool writeThrough(utilities::LockedFile& file, const std::optional<std::string>& content) const;
     bool replace(utilities::LockedFile& file, const std::optional<std::string>& content, bool addsNothing) const;
     bool keepAlteredTexts(const utilities::LockedFile& file, const std::optional<std::string>& content) const;
-    void leaveFormerFile(const utilities::LockedFile& file) const;
+    void noteFormerElements(const utilities::LockedFile& file) const;
     void rememberContent(const std::optional<utilities::FileState>& state) const;
 
     static std::filesystem::path getFilePath();

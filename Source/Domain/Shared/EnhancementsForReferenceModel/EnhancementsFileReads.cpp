@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <istream>
+#include <new>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -40,39 +41,71 @@ struct LoadedElement {
     xml::ElementParts parts;
 };
 
-/// Locks the file for the end of the series, even if another program holds it for a moment.
-std::unique_ptr<utilities::LockedFile> lockSoon(const std::filesystem::path& path,
-                                                const utilities::SavingNote& series) {
-    constexpr int maximumAttempts = 1000;
+/// What the attempt to lock the file returns, which is repeated for up to a second while another program holds it.
+template <typename Attempt>
+auto soon(const Attempt& attempt) {
     constexpr auto moment = std::chrono::milliseconds(1);
-    std::error_code error = std::make_error_code(std::errc::resource_unavailable_try_again);
-    std::unique_ptr<utilities::LockedFile> file;
-    for (int attempt = 0; attempt < maximumAttempts && error == std::errc::resource_unavailable_try_again; ++attempt) {
-        if (attempt > 0) {
-            std::this_thread::sleep_for(moment);
-        }
-        file = utilities::LockedFile::tryLock(path, true, utilities::LockedFile::Access::ReadWrite, error, &series);
+    std::error_code error;
+    auto file = attempt(error);
+    for (int remaining = 1000; !file && error == std::errc::resource_unavailable_try_again && remaining > 0;
+         --remaining) {
+        std::this_thread::sleep_for(moment);
+        file = attempt(error);
     }
     return file;
+}
+
+/// Makes a record of each element that one can be made of, in its turn, and passes it on.
+template <typename Action>
+void takeTurns(RecordDocument& records, const std::shared_ptr<const xml::Outline>& document, const Action& pass) {
+    xml::ElementReader reader;
+    while (const auto part = records.startTurn()) {
+        if (auto record = Factory::createEntityFromName(part->getName())) {
+            if (auto parts = reader.read(part->element)) {
+                record->setAttributes(attributesOf(*parts));
+                const auto element = std::make_shared<const LoadedElement>(LoadedElement{document, *std::move(parts)});
+                records.offer(*record, std::make_unique<CarriedFields>(
+                                           std::shared_ptr<const xml::ElementParts>(element, &element->parts)));
+                pass(std::move(record));
+            }
+        }
+        records.endTurn();
+    }
 }
 
 } // namespace
 
 bool EnhancementsFile::readFile() {
-    KnownFiles& knownFiles = Enhancements::getOrCreateEnhancementsDb()->state->knownFiles;
     std::error_code ignored;
-    auto reading = utilities::readDocument(getFilePath(), ignored);
+    const auto document = startReading(ignored);
+    if (document) {
+        load(document);
+    }
+    return document != nullptr;
+}
+
+bool EnhancementsFile::readFileAtOnce() {
+    std::error_code error;
+    const auto document = startReading(error);
+    return document ? loadAtOnce(document) : error == std::errc::no_such_file_or_directory;
+}
+
+/// Reads the file and has the database carry its elements. Null if it can't be read, which the error tells, or if it is
+/// no document of records.
+std::shared_ptr<const xml::Outline> EnhancementsFile::startReading(std::error_code& error) {
+    KnownFiles& knownFiles = Enhancements::getOrCreateEnhancementsDb()->state->knownFiles;
+    auto reading = utilities::readDocument(getFilePath(), error);
     const auto digest = utilities::Digest::of(reading ? reading->content : "");
     auto document = reading ? parse(std::move(reading->content)) : std::nullopt;
     if (!document) {
         knownFiles.setForeign(utilities::resolved(getFilePath()));
-        return false;
+        return nullptr;
     }
     const auto state = reading->state.isOld() ? std::optional(reading->state) : std::nullopt;
     knownFiles.prepare(reading->path);
-    knownFiles.setCurrent({state, digest, {}});
-    load(*std::move(document));
-    return true;
+    auto loading = startLoad(*std::move(document));
+    knownFiles.setCurrent({state, digest, {}}); // not before the elements of the file are carried
+    return loading;
 }
 
 bool EnhancementsFile::read(std::istream& stream) {
@@ -84,7 +117,7 @@ bool EnhancementsFile::read(std::istream& stream) {
     if (!document) {
         return false;
     }
-    load(*std::move(document));
+    load(startLoad(*std::move(document)));
     return true;
 }
 
@@ -103,40 +136,56 @@ std::optional<xml::Outline> EnhancementsFile::parse(std::string content) {
     return document->getRootName() == RecordDocument::rootName ? std::move(document) : std::nullopt;
 }
 
+/// Has the process's database carry all elements.
+std::shared_ptr<const xml::Outline> EnhancementsFile::startLoad(xml::Outline outline) {
+    auto document = std::make_shared<const xml::Outline>(std::move(outline));
+    Enhancements::getOrCreateEnhancementsDb()->state->document.startLoad(document);
+    return document;
+}
+
 /// Adds the records to the process's database, each with a rewrite of the file. What isn't one yet is carried.
-void EnhancementsFile::load(xml::Outline outline) {
+void EnhancementsFile::load(const std::shared_ptr<const xml::Outline>& document) {
     const auto database = Enhancements::getOrCreateEnhancementsDb();
-    RecordDocument& records = database->state->document;
-    const auto document = std::make_shared<const xml::Outline>(std::move(outline));
-    records.startLoad(document);
     const ScopeGuard end([&database] { endLoad(*database); });
-    xml::ElementReader reader;
-    while (const auto part = records.startTurn()) {
-        if (auto record = Factory::createEntityFromName(part->getName())) {
-            if (auto parts = reader.read(part->element)) {
-                record->setAttributes(attributesOf(*parts));
-                const auto element = std::make_shared<const LoadedElement>(LoadedElement{document, *std::move(parts)});
-                records.offer(*record, std::make_unique<CarriedFields>(
-                                           std::shared_ptr<const xml::ElementParts>(element, &element->parts)));
-                Enhancements::addEnhancement(std::move(record));
-            }
-        }
-        records.endTurn();
+    takeTurns(database->state->document, document, Enhancements::addEnhancement);
+}
+
+/// The same with one rewrite. Returns whether all are added and the file holds them.
+bool EnhancementsFile::loadAtOnce(const std::shared_ptr<const xml::Outline>& document) {
+    const auto database = Enhancements::getOrCreateEnhancementsDb();
+    auto& records = database->records;
+    RecordDocument& carrying = database->state->document;
+    const ScopeGuard end([&database] { endLoad(*database); });
+    EnhancementsFile file(*database); // which ends sooner: the rewrite belongs to the load
+    file.fileLock = soon([&file](std::error_code& error) { return file.lockAndProtect(error); });
+    if (!file.fileLock) {
+        return false;
     }
+    records.reserve(records.size() + document->size());
+    takeTurns(carrying, document, [&](std::unique_ptr<EnhancementBase> record) {
+        carrying.add(*record);
+        records.push_back(std::move(record));
+    });
+    return file.save();
 }
 
 /// Also if a kind's exception ended the load. What the rewrites left in the file is on the disk then.
-void EnhancementsFile::endLoad(const Enhancements& database) {
+void EnhancementsFile::endLoad(const Enhancements& database) noexcept {
     database.state->document.endLoad();
     utilities::SavingNote& note = database.state->loadNote;
     if (!note.isOpen()) {
         return;
     }
-    if (const auto file = lockSoon(getFilePath(), note)) {
-        file->endSeries(note);
-    } else {
-        note.leave();
-    }
+    try {
+        const auto file = soon([&note](std::error_code& error) {
+            return utilities::LockedFile::tryLock(getFilePath(), true, utilities::LockedFile::Access::ReadWrite, error,
+                                                  &note);
+        });
+        if (file) {
+            file->endSeries(note);
+        }
+    } catch (const std::bad_alloc&) {}
+    note.leave(); // unless it has ended
 }
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

@@ -20,14 +20,7 @@ std::unique_ptr<EnhancementBase> Factory::createEntityFromName(const std::string
 }
 
 Factory* Factory::getOrCreate() {
-    std::shared_ptr<Factory>* const singleton = UntilUnload<std::shared_ptr<Factory>>::get();
-    if (singleton == nullptr) {
-        return nullptr;
-    }
-    if (!*singleton) {
-        *singleton = std::make_shared<Factory>();
-    }
-    return singleton->get();
+    return UntilUnload<Factory>::get();
 }
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

@@ -15,11 +15,11 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 struct KnownFile {
     std::optional<utilities::FileState> state; // nothing if another content could be in the same state
     utilities::Digest content;
-    std::vector<KnownElement> elements; // unless the document tells them
+    std::vector<KnownElement> elements; // empty for the current file, whose elements the document has
 };
 
 /// Whose content a file holds is decided by what was last read or written there; times only save looking. A relative
-/// path is one to the file that it names when it is given.
+/// path is resolved when it is passed in.
 class KnownFiles {
 public:
     /// Null if this process has neither read nor written a file at the path.
@@ -28,10 +28,10 @@ public:
     /// The one that the document was last read from or written to; null at first.
     KnownFile* getCurrent() { return current; }
 
-    /// Makes room for what setCurrent will tell of the path.
+    /// Makes the entry of the path, so that setCurrent can't fail.
     void prepare(const std::filesystem::path& path);
 
-    /// The one at the path that was prepared last. Can't fail.
+    /// The one at the path that was prepared last.
     void setCurrent(KnownFile file);
 
     /// Nothing could be loaded from the path: whatever document is found there later is all of others, unless this

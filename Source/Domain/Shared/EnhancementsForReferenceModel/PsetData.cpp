@@ -55,9 +55,7 @@ std::shared_ptr<fc::FcShadowDb> PsetData::getDb() {
 }
 
 std::shared_ptr<FcObjectDefinition> PsetData::findShadowObject(const Guid& guid) const {
-    auto found = db ? db->data().findByGuid(guid) : nullptr;
-    const bool isObject = found && fc::IfcClass::isObjectDefinition(found->kindNumber());
-    return isObject ? std::static_pointer_cast<FcObjectDefinition>(std::move(found)) : nullptr;
+    return db ? db->findShadowObject(guid) : nullptr;
 }
 
 std::shared_ptr<const FcObjectDefinition> PsetData::resolveObject(const Guid& guid) const {

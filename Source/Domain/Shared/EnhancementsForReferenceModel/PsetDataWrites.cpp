@@ -137,8 +137,7 @@ std::shared_ptr<FcProperty> makeProperty(const std::shared_ptr<FcPropertySet>& s
         return nullptr;
     }
     auto made = ifc::addSchemaDefToPropertySetDefinition(definition, set);
-    const bool isProperty =
-        made && made->kindNumber() >= FcProperty::firstClassNumber && made->kindNumber() <= FcProperty::lastClassNumber;
+    const bool isProperty = made && FcProperty::isProperty(made->kindNumber());
     return isProperty ? std::static_pointer_cast<FcProperty>(std::move(made)) : nullptr;
 }
 

@@ -93,11 +93,11 @@ bool RecordDocument::render() {
     const ScopeGuard end([this] { isRendering = false; });
     text.startDraft(loading ? loading->getSource().size() : 0);
     try {
-        writer = std::make_unique<xml::MarkupWriter>(xml::LineEnding::Lf);
-        writer->appendDeclaration();
-        writer->appendOutside(surroundings.before);
-        writer->startElement(rootName, surroundings.rootAttributes);
-        appendSlots();
+        xml::MarkupWriter writer(xml::LineEnding::Lf);
+        writer.appendDeclaration();
+        writer.appendOutside(surroundings.before);
+        writer.startElement(rootName, surroundings.rootAttributes);
+        appendSlots(writer);
         text.endDraft();
     } catch (...) {
         discard();
@@ -107,35 +107,35 @@ bool RecordDocument::render() {
 }
 
 /// The writer holds the document up to the content of the root. Each piece of that is written behind it and taken back.
-void RecordDocument::appendSlots() {
-    const std::size_t head = writer->getSize();
+void RecordDocument::appendSlots(xml::MarkupWriter& writer) {
+    const std::size_t head = writer.getSize();
     bool isEmpty = true;
     for (std::size_t number = 0; number < slots.size(); ++number) {
         if (slots[number].content == Content::Gone) {
             continue;
         }
         if (std::exchange(isEmpty, false)) {
-            text.append(writer->getText());
-            writer->setFilled();
+            text.append(writer.getText());
+            writer.setFilled();
         }
         if (slots[number].content == Content::Record) {
-            const auto drafted = appendRecord(number, head);
+            const auto drafted = appendRecord(number, writer, head);
             slots[number].drafted = drafted; // a kind may have added a record
         } else if (const auto& [begin, end] = slots[number].accepted; begin != end) {
             slots[number].drafted = text.repeat(slots[number].accepted); // markup stays as it is
         } else {
-            writer->appendMarkup(markupOf(slots[number]));
-            slots[number].drafted = text.append(writer->getText().substr(head));
-            writer->cut(head);
+            writer.appendMarkup(markupOf(slots[number]));
+            slots[number].drafted = text.append(writer.getText().substr(head));
+            writer.cut(head);
         }
     }
-    writer->endElement();
-    writer->appendOutside(surroundings.after);
-    text.append(writer->getText().substr(isEmpty ? 0 : head));
+    writer.endElement();
+    writer.appendOutside(surroundings.after);
+    text.append(writer.getText().substr(isEmpty ? 0 : head));
 }
 
 /// Only a record that isn't what was accepted last is written anew.
-DocumentText::Range RecordDocument::appendRecord(std::size_t number, std::size_t head) {
+DocumentText::Range RecordDocument::appendRecord(std::size_t number, xml::MarkupWriter& writer, std::size_t head) {
     const EnhancementBase& record = *slots[number].record;
     const std::string kind = record.getEntityName();
     const auto attributes = record.getAttributes();
@@ -143,14 +143,15 @@ DocumentText::Range RecordDocument::appendRecord(std::size_t number, std::size_t
     if (slot.renderedFrom.equals(kind, record.ownerId, attributes)) {
         return text.repeat(slot.accepted);
     }
-    writeRecord(slot, kind, attributes);
+    writeRecord(slot, writer, kind, attributes);
     draftedFrom.emplace_back(number, RenderedFrom(kind, record.ownerId, attributes));
-    const auto drafted = text.append(writer->getText().substr(head));
-    writer->cut(head);
+    const auto drafted = text.append(writer.getText().substr(head));
+    writer.cut(head);
     return drafted;
 }
 
-void RecordDocument::writeRecord(Slot& slot, const std::string& kind, const RenderedFrom::Attributes& attributes) {
+void RecordDocument::writeRecord(Slot& slot, xml::MarkupWriter& writer, const std::string& kind,
+                                 const RenderedFrom::Attributes& attributes) {
     const EnhancementBase& record = *slot.record;
     if (slot.fields) {
         isAltered = !settle(*slot.fields, record.ownerId, attributes) || isAltered;
@@ -158,25 +159,25 @@ void RecordDocument::writeRecord(Slot& slot, const std::string& kind, const Rend
             slot.fields.reset();
         }
     }
-    writer->startElement(kind, slot.fields ? slot.fields->getAttributes() : std::string_view());
+    writer.startElement(kind, slot.fields ? slot.fields->getAttributes() : std::string_view());
     const auto ownerId = record.ownerId.toGlobalId();
-    writer->appendElement("OwnerId", {ownerId.data(), ownerId.size()});
+    writer.appendElement("OwnerId", {ownerId.data(), ownerId.size()});
     if (slot.fields) {
         for (const CarriedFields::Field& field : slot.fields->getFields()) {
-            writer->appendMarkup(field.markup);
+            writer.appendMarkup(field.markup);
         }
     }
     std::string spelled;
     for (const auto& [name, value] : attributes) {
         const auto written = writtenAs(name, value, spelled);
         if (written.hasText) {
-            writer->appendElement(name, written.text);
+            writer.appendElement(name, written.text);
         } else {
-            writer->startElement(name);
-            writer->endElement();
+            writer.startElement(name);
+            writer.endElement();
         }
     }
-    writer->endElement();
+    writer.endElement();
 }
 
 void RecordDocument::accept() {
@@ -191,15 +192,15 @@ void RecordDocument::accept() {
     }
 }
 
-std::size_t RecordDocument::find(std::uint64_t id) const {
-    const auto slot = std::find_if(slots.begin(), slots.end(), [id](const Slot& one) { return one.id == id; });
-    return slot == slots.end() ? none : static_cast<std::size_t>(slot - slots.begin());
+std::size_t RecordDocument::find(std::uint64_t id) {
+    return findFrom(lastFound, [id](const Slot& one) { return one.id == id; });
 }
 
-void RecordDocument::appendMarkup(std::string_view markup) {
+void RecordDocument::appendMarkup(std::vector<Slot>& target, std::string_view markup) {
     if (!markup.empty()) {
-        slots.push_back(makeSlot(Content::Markup));
-        slots.back().markup = std::make_unique<const std::string>(markup);
+        Slot slot = makeSlot(Content::Markup);
+        slot.markup = std::make_unique<const std::string>(markup);
+        target.push_back(std::move(slot));
     }
 }
 
@@ -216,7 +217,7 @@ void RecordDocument::discard() {
 std::string_view RecordDocument::lastMarkupOf(const Slot& slot) const {
     const auto& [begin, end] = slot.accepted;
     if (begin != end) {
-        const std::string_view lines = text.getText().substr(begin, end - begin);
+        const std::string_view lines = text.getAccepted().substr(begin, end - begin);
         return lines.substr(lines.find('<'));
     }
     return slot.element == none ? std::string_view() : (*loading)[slot.element].element;

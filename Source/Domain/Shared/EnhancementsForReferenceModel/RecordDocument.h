@@ -9,6 +9,7 @@
 #include "Xml/Outline.h"
 #include "Xml/Surroundings.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -31,7 +32,7 @@ class RecordDocument {
 public:
     static constexpr const char* rootName = "Enhancements";
 
-    /// Appends what the outline holds, each element as markup so far.
+    /// Appends what the outline holds, each element as markup so far: all of it or, if memory runs out, nothing.
     void startLoad(std::shared_ptr<const xml::Outline> outline);
 
     /// The next element of the load, which is in turn now; nothing behind the last one. Valid until endLoad.
@@ -44,7 +45,7 @@ public:
     void endTurn();
 
     /// Ends the load, also if it hasn't come to all elements.
-    void endLoad();
+    void endLoad() noexcept;
 
     /// The document as the running load read it; nothing at other times.
     std::optional<std::string_view> getLoaded() const;
@@ -55,8 +56,8 @@ public:
     /// Whether the element in turn has its record, so that the next document holds nothing that the file doesn't hold.
     bool addsNothing() const { return isTurnTaken; }
 
-    /// Forgets records, which are given in the order of their addresses. Those that were removed last can be put back
-    /// where they were, until a document is accepted.
+    /// Leaves the records, sorted by address, out of the next draft. putBack takes the last removal back, until a draft
+    /// is accepted.
     void remove(std::span<const EnhancementBase* const> records);
     void putBack();
 
@@ -71,7 +72,7 @@ public:
     /// Whether a record returns a text of the document that is being loaded as another one.
     bool altersTexts() const { return isAltered; }
 
-    /// The altered texts are kept elsewhere.
+    /// To be called once a copy holds the texts that were altered.
     void forgetAlteration() { isAltered = false; }
 
     /// The draft is what the file holds from now on.
@@ -79,7 +80,7 @@ public:
     void discard();
 
     /// What was accepted last, and the draft.
-    const DocumentText& getText() const { return text; }
+    const DocumentText& getDocumentText() const { return text; }
 
     /// The elements in what was accepted or loaded last. One that is still to be loaded counts as a record. There must
     /// be no draft.
@@ -89,7 +90,7 @@ public:
     struct Merge {
         struct Piece {
             std::uint64_t slot; // that it stands behind; noSlot if none of this process's own is ahead of it
-            std::string markup;
+            std::unique_ptr<const std::string> markup;
         };
         xml::Surroundings surroundings;
         std::vector<Piece> pieces;
@@ -97,7 +98,8 @@ public:
     };
     Merge compare(const xml::Outline& outline, std::vector<KnownElement> known) const;
 
-    /// Replaces all markup by that of the file. The records stay as they are in memory.
+    /// Replaces all markup by that of the file; if memory runs out, nothing has changed. The records stay as they are
+    /// in memory.
     void apply(Merge merge);
 
 private:
@@ -119,13 +121,32 @@ private:
         DocumentText::Range drafted;
     };
 
-    std::size_t find(std::uint64_t id) const;
+    std::size_t find(std::uint64_t id);
+
+    /// The number of the slot that meets the condition, from the number given on and then from the beginning on; none
+    /// if there is none. Remembers it.
+    template <typename Condition>
+    std::size_t findFrom(std::size_t first, const Condition& isMet) {
+        const auto middle = slots.begin() + static_cast<std::ptrdiff_t>(std::min(first, slots.size()));
+        auto slot = std::find_if(middle, slots.end(), isMet);
+        if (slot == slots.end()) {
+            slot = std::find_if(slots.begin(), middle, isMet);
+            if (slot == middle) {
+                return none;
+            }
+        }
+        lastFound = static_cast<std::size_t>(slot - slots.begin());
+        return lastFound;
+    }
+
     Slot makeSlot(Content content) { return {nextId++, content, nullptr, nullptr, nullptr, none, {}, {}, {}}; }
-    void appendMarkup(std::string_view markup);
+    void appendMarkup(std::vector<Slot>& target, std::string_view markup);
     void keepMarkup(Slot& slot) const;
-    void appendSlots();
-    DocumentText::Range appendRecord(std::size_t number, std::size_t head);
-    void writeRecord(Slot& slot, const std::string& kind, const RenderedFrom::Attributes& attributes);
+    void keepAllMarkup();
+    void appendSlots(xml::MarkupWriter& writer);
+    DocumentText::Range appendRecord(std::size_t number, xml::MarkupWriter& writer, std::size_t head);
+    void writeRecord(Slot& slot, xml::MarkupWriter& writer, const std::string& kind,
+                     const RenderedFrom::Attributes& attributes);
     std::string_view markupOf(const Slot& slot) const;
     std::string_view lastMarkupOf(const Slot& slot) const;
 
@@ -135,13 +156,13 @@ private:
     std::shared_ptr<const xml::Outline> loading;
     std::size_t nextElement = 0;                // whose turn is next
     std::uint64_t slotInTurn = noSlot;          // of the element in turn, if there is one
+    std::size_t lastFound = 0;                  // where the next search begins
     const EnhancementBase* candidate = nullptr; // that came of the element in turn
     std::unique_ptr<CarriedFields> candidateFields;
     bool isTurnTaken = false;
     bool isAltered = false;
     bool isRendering = false;
     DocumentText text;
-    std::unique_ptr<xml::MarkupWriter> writer;                     // of a draft's pieces
     std::vector<std::pair<std::size_t, RenderedFrom>> draftedFrom; // by the numbers of slots that differ in the draft
 };
 

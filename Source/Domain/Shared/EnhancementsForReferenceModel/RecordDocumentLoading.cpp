@@ -1,22 +1,28 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/RecordDocument.h"
 
 #include <algorithm>
+#include <iterator>
+#include <new>
 #include <utility>
 
 namespace orv::domain::shared::enhancementsforreferencemodel {
 
 void RecordDocument::startLoad(std::shared_ptr<const xml::Outline> outline) {
+    keepAllMarkup();
+    std::vector<Slot> appended;
+    for (std::size_t number = 0; number < outline->size(); ++number) {
+        appendMarkup(appended, (*outline)[number].ahead);
+        appended.push_back(makeSlot(Content::Loading));
+        appended.back().element = number;
+    }
+    appendMarkup(appended, outline->size() == 0 ? outline->getContent() : (*outline)[outline->size() - 1].behind);
+    xml::Surroundings around = slots.empty() ? outline->getSurroundings() : surroundings;
+    slots.reserve(slots.size() + appended.size());
+    // From here on nothing can fail: without some of the elements, the next rewrite would lose them.
+    std::move(appended.begin(), appended.end(), std::back_inserter(slots));
+    surroundings = std::move(around);
     loading = std::move(outline);
-    if (slots.empty()) {
-        surroundings = loading->getSurroundings();
-    }
     nextElement = 0;
-    for (std::size_t number = 0; number < loading->size(); ++number) {
-        appendMarkup((*loading)[number].ahead);
-        slots.push_back(makeSlot(Content::Loading));
-        slots.back().element = number;
-    }
-    appendMarkup(loading->size() == 0 ? loading->getContent() : (*loading)[loading->size() - 1].behind);
 }
 
 std::optional<xml::Outline::Part> RecordDocument::startTurn() {
@@ -24,9 +30,8 @@ std::optional<xml::Outline::Part> RecordDocument::startTurn() {
         return std::nullopt;
     }
     const std::size_t number = nextElement++;
-    const auto slot =
-        std::find_if(slots.begin(), slots.end(), [number](const Slot& one) { return one.element == number; });
-    slotInTurn = slot == slots.end() ? noSlot : slot->id;
+    const std::size_t slot = findFrom(lastFound, [number](const Slot& one) { return one.element == number; });
+    slotInTurn = slot == none ? noSlot : slots[slot].id;
     return (*loading)[number];
 }
 
@@ -36,14 +41,13 @@ void RecordDocument::offer(const EnhancementBase& record, std::unique_ptr<Carrie
 }
 
 void RecordDocument::endTurn() {
-    const std::size_t slot = find(slotInTurn);
-    if (slot != none && slots[slot].content == Content::Loading) {
-        keepMarkup(slots[slot]);
-    }
-    slotInTurn = noSlot;
+    const std::size_t slot = find(std::exchange(slotInTurn, noSlot));
     candidate = nullptr;
     candidateFields.reset();
     isTurnTaken = false;
+    if (slot != none && slots[slot].content == Content::Loading) {
+        keepMarkup(slots[slot]);
+    }
 }
 
 /// The element that was loading stays markup.
@@ -52,8 +56,14 @@ void RecordDocument::keepMarkup(Slot& slot) const {
     slot.content = Content::Markup;
 }
 
-void RecordDocument::endLoad() {
-    endTurn();
+void RecordDocument::endLoad() noexcept {
+    try {
+        endTurn();
+        keepAllMarkup();
+    } catch (const std::bad_alloc&) {} // the elements that are left are good until the next load
+}
+
+void RecordDocument::keepAllMarkup() {
     for (Slot& slot : slots) {
         if (slot.content == Content::Loading) {
             keepMarkup(slot);

@@ -24,6 +24,14 @@ ElementKey keyOf(std::string_view element) {
     return {utilities::Digest::of(element), utilities::Digest::of(subjectOf(element)).first};
 }
 
+std::vector<ElementKey> keysOf(const xml::Outline& outline) {
+    std::vector<ElementKey> keys;
+    for (std::size_t number = 0; number < outline.size(); ++number) {
+        keys.push_back(keyOf(outline[number].element));
+    }
+    return keys;
+}
+
 /// Whether it is neither text nor a comment or a processing instruction.
 bool isElement(std::string_view markup) {
     return markup.size() > 1 && markup[0] == '<' && markup[1] != '!' && markup[1] != '?';
@@ -54,17 +62,13 @@ RecordDocument::Merge RecordDocument::compare(const xml::Outline& outline, std::
             element.slot = noSlot;
         }
     }
-    std::vector<ElementKey> file;
-    for (std::size_t number = 0; number < outline.size(); ++number) {
-        file.push_back(keyOf(outline[number].element));
-    }
-    const ElementMatch match = ElementMatch::between(known, file);
+    const ElementMatch match = ElementMatch::between(known, keysOf(outline));
 
     Merge merge{outline.getSurroundings(), {}, match.isComplete};
     std::uint64_t behind = noSlot;
     const auto append = [&](std::string_view markup) {
         if (!markup.empty()) {
-            merge.pieces.push_back({behind, std::string(markup)});
+            merge.pieces.push_back({behind, std::make_unique<const std::string>(markup)});
         }
     };
     for (std::size_t number = 0; number < outline.size(); ++number) {
@@ -82,22 +86,26 @@ RecordDocument::Merge RecordDocument::compare(const xml::Outline& outline, std::
 }
 
 void RecordDocument::apply(Merge merge) {
-    surroundings = std::move(merge.surroundings);
+    std::vector<Slot> merged;
+    merged.reserve(slots.size() + merge.pieces.size());
+    // From here on nothing can fail, so that no record loses its slot.
     auto piece = merge.pieces.begin();
-    std::vector<Slot> former = std::exchange(slots, {});
     const auto appendBehind = [&](std::uint64_t id) {
         for (; piece != merge.pieces.end() && piece->slot == id; ++piece) {
-            appendMarkup(piece->markup);
+            merged.push_back(makeSlot(Content::Markup));
+            merged.back().markup = std::move(piece->markup);
         }
     };
     appendBehind(noSlot);
-    for (Slot& slot : former) {
+    for (Slot& slot : slots) {
         if (slot.content != Content::Markup) {
             const std::uint64_t id = slot.id;
-            slots.push_back(std::move(slot));
+            merged.push_back(std::move(slot));
             appendBehind(id);
         }
     }
+    slots = std::move(merged);
+    surroundings = std::move(merge.surroundings);
 }
 
 } // namespace orv::domain::shared::enhancementsforreferencemodel

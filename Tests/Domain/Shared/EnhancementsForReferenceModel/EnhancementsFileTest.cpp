@@ -73,6 +73,18 @@ TEST_F(EnhancementsFileTest, reportsAStreamThatIsNotGoodAndLeavesItAlone) {
     EXPECT_EQ(stream.str(), "<Enhancements/>");
 }
 
+TEST_F(EnhancementsFileTest, goesOnAfterAStreamThatThrows) {
+    EXPECT_TRUE(add("a"));
+    record(0).attributes = {{"Text", "b"}};
+    std::ofstream stream(directory / "full");
+    stream.rdbuf()->close(); // takes nothing
+    stream.exceptions(std::ios_base::badbit);
+    const EnhancementsFile file(*Enhancements::getOrCreateEnhancementsDb());
+    EXPECT_THROW(file.write(stream), std::ios_base::failure);
+    EXPECT_TRUE(add("c"));
+    EXPECT_EQ(contentOf(path), document({"b", "c"}));
+}
+
 TEST_F(EnhancementsFileTest, makesTheFileAndItsDirectoriesWhenItIsLockedFirst) {
     {
         EnhancementsFile file(enhancements);

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace orv::domain::shared::enhancementsforreferencemodel {
 namespace {
 
@@ -29,6 +31,37 @@ TEST_F(EnhancementsTest, areRewrittenOnceForEachRecordThatIsLoaded) {
     Enhancements::getOrCreateEnhancementsDb();
     EXPECT_EQ(SampleRecord::written, 1 + 2 + 3 + 4);
     EXPECT_EQ(contentOf(path), document({"a", "b", "c", "d"}));
+}
+
+TEST_F(EnhancementsTest, areLoadedAtOnceWithOneRewrite) {
+    const std::string other = "  <Other/>\n";
+    setContent(path, documentOf(element("a") + other + element("b") + "<Sample><Text>c</Text></Sample>\n"));
+    EXPECT_TRUE(Enhancements::loadAtOnce());
+    EXPECT_EQ(SampleRecord::written, 3);
+    EXPECT_EQ(loadedTexts(), "a b c ");
+    EXPECT_EQ(contentOf(path), documentOf(element("a") + other + element("b") + element("c")));
+    EXPECT_FALSE(Enhancements::loadAtOnce()) << "loaded";
+    EXPECT_TRUE(add("d"));
+    EXPECT_EQ(contentOf(path), documentOf(element("a") + other + element("b") + element("c") + element("d")));
+    EXPECT_EQ(fileCount(), 1);
+}
+
+TEST_F(EnhancementsTest, areCarriedWhenTheFileIsLockedWhereTheyAreLoadedAtOnce) {
+    setContent(path, document({"a", "b"}));
+    {
+        const auto held = FileLock::tryLock(path, true, FileLock::Access::ReadWrite);
+        EXPECT_FALSE(Enhancements::loadAtOnce());
+    }
+    EXPECT_EQ(loadedTexts(), "");
+    EXPECT_TRUE(add("c"));
+    EXPECT_EQ(contentOf(path), document({"a", "b", "c"}));
+}
+
+TEST_F(EnhancementsTest, areNoneOfAMissingFileThatIsLoadedAtOnce) {
+    EXPECT_TRUE(Enhancements::loadAtOnce());
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_TRUE(add("a"));
+    EXPECT_EQ(contentOf(path), document({"a"}));
 }
 
 TEST_F(EnhancementsTest, refuseARecordWhileAnotherHoldsTheLockAndTakeItLater) {
@@ -180,6 +213,54 @@ TEST_F(ChangesTest, changeNothingWhereverMemoryRunsOut) {
             << number;
     }
     EXPECT_EQ(fileCount(), 1);
+}
+
+TEST_F(ChangesTest, keepTheirRecordsWhereverMemoryRunsOutWhileAnotherProgramsAreTakenOver) {
+    const std::string other = "  <Other>not of a kind that this program has registered</Other>\n";
+    bool isStored = false;
+    for (std::size_t number = 0; !isStored; ++number) {
+        setContent(path, documentOf(element("a") + element("b") + other + element("c")));
+        std::unique_ptr<EnhancementBase> added = std::make_unique<SampleRecord>("Sample");
+        allocationsAhead = number;
+        try {
+            Enhancements::addEnhancement(std::move(added));
+        } catch (const std::bad_alloc&) {}
+        allocationsAhead = std::numeric_limits<std::size_t>::max();
+        isStored = added == nullptr;
+        if (isStored) {
+            EXPECT_TRUE(Enhancements::takeRecord(record(3)));
+        }
+        record(0).attributes = {{"Text", std::to_string(number)}};
+        EXPECT_TRUE(Enhancements::saveChanges()) << number;
+        EXPECT_EQ(contentOf(path), documentOf(element(std::to_string(number)) + element("b") + other + element("c")));
+        record(0).attributes = {{"Text", "a"}};
+        EXPECT_TRUE(Enhancements::saveChanges()) << number;
+    }
+    EXPECT_EQ(fileCount(), 1);
+}
+
+TEST_F(ChangesTest, carryAllOfADocumentOrNothingWhereverMemoryRunsOutWhileItIsRead) {
+    bool hasFailed = true;
+    for (std::size_t number = 0; hasFailed; ++number) {
+        database->resetDb();
+        setContent(path, document({}));
+        EXPECT_TRUE(Enhancements::saveChanges()) << "nothing is left of the attempt before";
+        const std::string text = "of attempt " + std::to_string(number) + ", for which no string has room of its own";
+        std::istringstream stream(documentOf("<!--" + text + "-->\n" + element(text) + "<Other>" + text + "</Other>"));
+        allocationsAhead = number;
+        try {
+            EnhancementsFile::read(stream);
+        } catch (const std::bad_alloc&) {}
+        hasFailed = allocationsAhead > number;
+        allocationsAhead = std::numeric_limits<std::size_t>::max();
+        EXPECT_TRUE(Enhancements::saveChanges());
+        const std::string content = contentOf(path);
+        int count = 0;
+        for (std::size_t at = 0; (at = content.find(text, at)) != std::string::npos; ++at) {
+            ++count;
+        }
+        EXPECT_TRUE(count == 3 || (count == 0 && hasFailed)) << number << ": " << count;
+    }
 }
 
 TEST_F(ChangesTest, changeNothingWhereTheFileCannotBeWritten) {

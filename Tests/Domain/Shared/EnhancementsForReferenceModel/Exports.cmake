@@ -7,6 +7,7 @@ set(expected
     "${namespace}::Enhancements::addEnhancement"
     "${namespace}::Enhancements::addEnhancements"
     "${namespace}::Enhancements::getOrCreateEnhancementsDb"
+    "${namespace}::Enhancements::loadAtOnce"
     "${namespace}::Enhancements::resetDb"
     "${namespace}::Enhancements::saveChanges"
     "${namespace}::Enhancements::takeRecord"
