@@ -7,7 +7,7 @@
 
 namespace annotate {
 
-/// How often there is something.
+/// Names with how often each occurs.
 using Counts = std::vector<std::pair<std::string, std::size_t>>;
 
 /// A line for each count with its name, a bar of characters and its number, in columns that are aligned. A bar has a

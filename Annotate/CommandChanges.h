@@ -14,7 +14,8 @@ class CommandChanges {
 public:
     CommandChanges(Store& changedStore, const std::string& author, const std::string& command);
 
-    /// The note is new, is removed, or is changed by the action.
+    // To be called for a new note, ahead of a note's removal, and for an action that changes one.
+
     void add(const Note& note);
     void remove(const Note& note);
     template <typename Action>
@@ -24,10 +25,10 @@ public:
         add(subjectOf(note), std::move(before), textOf(note));
     }
 
-    /// The edit takes the place of the one in the line, or of none if that is empty.
+    /// Notes that the edit replaces the one in the line, or is new if that is empty.
     void replace(const std::string& line, const orv::host::ObjectEdit& edit);
 
-    /// The edit in the line goes from the object.
+    /// Notes that the edit in the line is removed from the object.
     void remove(const std::string& line, const orv::Guid& id);
 
     /// Writes the store as Store::write does, with this as the author's last command if there was a change. What was

@@ -13,14 +13,10 @@
 namespace annotate {
 
 using orv::fc::FcContent;
+using orv::host::trimmed;
 using orv::ifc::def::xml::PropertyKind;
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
-    return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
-}
 
 /// Takes a name off the text, in quotation marks or up to one of the characters.
 std::string_view takeName(std::string_view& text, std::string_view ends) {

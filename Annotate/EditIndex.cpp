@@ -97,7 +97,7 @@ const EditIndex::Entry* EditIndex::find(const orv::Guid& id, const std::string& 
     return found == ofObject.end() ? nullptr : *found;
 }
 
-void EditIndex::put(Store& store, const orv::Guid& id, const std::string& present, const std::string& line) {
+void EditIndex::replaceLine(Store& store, const orv::Guid& id, const std::string& present, const std::string& line) {
     PropertyEdits*& first = records[id];
     if (first == nullptr) {
         first = &store.make<PropertyEdits>();

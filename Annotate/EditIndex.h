@@ -30,9 +30,9 @@ public:
     /// The property's edit, null if there is none.
     const Entry* find(const orv::Guid& id, const std::string& set, const std::string& property) const;
 
-    /// Puts a line in the place of another in the object's record, without one that is empty. The file has it with the
-    /// store's next write; what this finds is as before.
-    void put(Store& store, const orv::Guid& id, const std::string& present, const std::string& line);
+    /// In the object's record, replaces the present line: appends if that is empty, erases if the new one is. The file
+    /// changes with the store's next write; the index stays as it is.
+    void replaceLine(Store& store, const orv::Guid& id, const std::string& present, const std::string& line);
 
 private:
     void take(Entry entry);

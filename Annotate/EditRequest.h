@@ -35,9 +35,9 @@ struct EditRequest {
 /// The edits of a command on several objects.
 struct RequestedEdits {
     std::vector<orv::host::ObjectEdit> edits;
-    std::vector<std::string> refusals; ///< As with the objects.
+    std::vector<std::string> refusals; ///< Why, for each object that can have no edits.
 
-    /// If there is one, called for each edit with those that are stored, in the turn in which it will be.
+    /// If set, called for each edit with those that are stored, once no other annotate can change them.
     std::function<void(orv::host::ObjectEdit&, const EditIndex&)> complete;
 };
 

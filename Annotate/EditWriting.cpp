@@ -23,7 +23,7 @@ void writeEdits(Store& store, const std::string& author, const std::string& comm
         }
         const std::string line = before == nullptr ? "" : before->line;
         changes.replace(line, each);
-        present.put(store, each.id, line, lineOf(each.edit));
+        present.replaceLine(store, each.id, line, lineOf(each.edit));
     }
     changes.write();
 }

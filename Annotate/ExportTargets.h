@@ -21,7 +21,7 @@ struct ExportTargets {
     std::map<std::uint64_t, EntriesOfObjects> sets;      ///< Those that objects have of their own.
     std::map<std::string, EntriesOfObjects> newSets;     ///< Those that they are to get, by name.
     std::map<std::uint64_t, const ModelObject*> objects; ///< All that have edits.
-    std::vector<std::uint64_t> types;                    ///< Those that have one of the sets, or are to get one.
+    std::vector<std::uint64_t> types;                    ///< Type objects that have one of the sets, or get one.
     std::size_t vanished = 0;                            ///< Edits of objects that the model doesn't have.
 
     /// Without the edits that only unset something. The index outlives it.

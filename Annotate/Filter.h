@@ -19,10 +19,11 @@ public:
     /// Throws RequestError if a class, a GlobalId, a date or a condition isn't one.
     explicit Filter(const Arguments& arguments);
 
-    /// Whether it looks at more than the objects themselves. Then it has to consult the model's details and the edits
-    /// among the records, which outlive it, before it takes any. That throws RequestError if a storey isn't in the
-    /// model.
+    /// Whether consult must be called before takes: storeys and conditions can't be told from the objects alone.
     bool needsDetails() const { return !storeys.empty() || !conditions.empty(); }
+
+    /// Takes what storeys and conditions are looked up in, which outlives the filter. Throws RequestError if a storey
+    /// isn't in the model.
     void consult(const ModelDetails& modelDetails, const Records& records);
 
     /// Of any class named, with the text in its name, in any storey named, and with all conditions met.
@@ -39,8 +40,8 @@ public:
     /// By the person wanted, on the day wanted or later.
     bool takesAct(const std::string& actor, const std::optional<Time>& time) const;
 
-    /// What there is to be said of conditions that none of the objects met which it was asked about, in sentences: that
-    /// nobody knows the property, with the nearest name, or that it can't have such a value.
+    /// Remarks, in sentences, on conditions that none of the objects met that takes was called with: that nobody knows
+    /// the property, with the nearest name, or that it can't have such a value.
     std::vector<std::string> remarks() const;
 
 private:

@@ -69,7 +69,7 @@ class ModelStatements {
 public:
     struct Statement {
         const StatementClass* statementClass;
-        std::string_view text; ///< What is behind the '(' of its parameters, and perhaps more statements.
+        std::string_view text; ///< From behind the '(' of its parameters on; may go beyond its end.
     };
 
     /// Keeps a copy of the text.

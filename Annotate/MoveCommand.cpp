@@ -105,7 +105,7 @@ private:
             arriving.edit.time = std::max(arriving.edit.time, present->edit.time + std::chrono::milliseconds(1));
         }
         changes.replace(line, arriving);
-        edits.put(store, to, line, lineOf(arriving.edit));
+        edits.replaceLine(store, to, line, lineOf(arriving.edit));
     }
 
     /// The edit goes, with the older ones that it took the place of. Those of an annotate before 0.2 stay, and a later
@@ -129,7 +129,7 @@ private:
         unset.edit.author = author;
         unset.edit.time = std::max(now(), entry.edit.time + std::chrono::milliseconds(1));
         changes.replace(entry.line, unset);
-        edits.put(store, from, "", lineOf(unset.edit));
+        edits.replaceLine(store, from, "", lineOf(unset.edit));
     }
 
     bool hasEarlier(const EditIndex::Entry& entry) const {

@@ -8,8 +8,8 @@
 
 namespace annotate {
 
-/// A file that is written under another name beside its own, which it gets when it is whole. Every operation throws
-/// RequestError if it can't be done; nothing is left of it then.
+/// A file that is written under another name beside its own, which it gets when it is whole. Operations throw
+/// RequestError if they fail. The destructor removes a file that isn't whole.
 class NewFile {
 public:
     /// Throws RequestError as well if the path is that of the model or the store, or no file can be there.

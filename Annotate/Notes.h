@@ -57,8 +57,10 @@ orv::Guid idOf(std::int64_t number, const Note& note);
 /// A new id, as random as the system's generator makes it.
 orv::Guid makeId();
 
-/// All of the note in a line, and back.
+/// All fields of the note in a line, for undo.
 std::string textOfNote(const Note& note);
+
+/// Sets the fields of the note to those that textOfNote wrote.
 void setNote(Note& note, std::string_view text);
 
 } // namespace annotate

@@ -23,7 +23,7 @@ struct SetMember {
 /// Edits sets of properties for an export, makes new ones, and collects all that the export changes in the file.
 class SetEditor {
 public:
-    /// Of a model's statements, those of them that are to be edited as they were found.
+    /// statements are the model's; found are those to be edited, with their places in the file. Both outlive it.
     SetEditor(const ModelStatements& modelStatements, const StatementFinder& found)
         : statements(modelStatements), finder(found), added(found.getHighestId()) {}
 

@@ -25,7 +25,7 @@ public:
     StepScanner(const StepScanner&) = delete;
     StepScanner& operator=(const StepScanner&) = delete;
 
-    /// Calls part, which takes a part of the file, and returns what it returns: whether there was one. Only within part
+    /// Runs part, which scans one part of the file, and returns its result: whether there was one. Only within part
     /// can anything be taken, and only there the texts that are taken are valid. Where the block ends inside the
     /// part, a larger one is read and part is called again, so it has no effects before it has taken all.
     template <typename Part>

@@ -48,9 +48,17 @@ StoreError lockFailure(const std::filesystem::path& path) {
                       "). Mend that, or name another file with --store.");
 }
 
+StoreError noFile(const std::filesystem::path& path) {
+    return StoreError(path.string() + " isn't a file. Name a file with --store.");
+}
+
 /// Waits up to a second for another program that has the file locked, and throws if it can't be locked then.
 void requireLockable(const std::filesystem::path& path) {
-    for (int remaining = 100; !FileLock::tryLock(path, true, FileLock::Access::ReadWrite); --remaining) {
+    std::error_code error;
+    for (int remaining = 100; !FileLock::tryLock(path, true, FileLock::Access::ReadWrite, error); --remaining) {
+        if (error == std::errc::not_supported) {
+            throw noFile(path);
+        }
         if (remaining == 0 || refusalOf(path) != std::errc{}) {
             throw lockFailure(path);
         }
@@ -68,7 +76,7 @@ bool isPresent(const std::filesystem::path& path) {
         throw StoreError(path.string() + " can't be reached (" + error.message() + ").");
     }
     if (status.type() != std::filesystem::file_type::regular) {
-        throw StoreError(path.string() + " isn't a file. Name a file with --store.");
+        throw noFile(path);
     }
     return true;
 }
@@ -145,6 +153,7 @@ Store::Store(std::filesystem::path storePath) : path(std::move(storePath)), turn
         requireLockable(path); // the load writes, so a file that can't be written would look like one without records
     }
     EnhancementsFile::setFilePath(path);
+    Enhancements::loadAtOnce();
     if (getRecords().size() != stored) {
         throw StoreError(path.string() + " was changed by another program while it was read. Try again.");
     }

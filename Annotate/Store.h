@@ -30,14 +30,15 @@ std::vector<Kind*> allOf(const Records& records) {
 /// --store names a file that is missing.
 Records readStore(const Arguments& arguments);
 
-/// The same for commands that make the file: one that is missing holds none, also if --store names it.
+/// As readStore, for commands that make the file: a missing one has no records even if --store names it.
 Records readPresentRecords(const Arguments& arguments);
 
 /// Throws StoreError if --store names a file that is missing.
 void requireNamedStore(const Arguments& arguments);
 
-/// The same, to add to it: the file of the process's database, of which there is one. It has a turn at the file for as
-/// long as it lives, from before the load, and waits up to a second for another program that has the file locked.
+/// The store for commands that change it: the file of the process's database, of which there is one. It has a turn at
+/// the file for as long as it lives, from before the load, and waits up to a second for another program that has the
+/// file locked.
 class Store {
 public:
     /// Loads the records; a missing file isn't made. Throws StoreError, with nothing changed, where readStore does, if
@@ -62,7 +63,7 @@ public:
     void
     write(const std::vector<const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase*>& removed = {});
 
-    /// Takes records out that tell nothing, if that can be done.
+    /// Removes records that tell nothing, if the file can be written; otherwise that is left for the next time.
     static void
     tidy(const std::vector<const orv::domain::shared::enhancementsforreferencemodel::EnhancementBase*>& records);
 

@@ -48,7 +48,7 @@ public:
         }
         if (!changed.note) {
             const auto lineIn = [](const std::string& line) { return line == noSubject ? std::string() : line; };
-            edits.put(store, changed.owner, lineIn(present), lineIn(text));
+            edits.replaceLine(store, changed.owner, lineIn(present), lineIn(text));
         } else if (text == noSubject) {
             removed.push_back(note);
         } else {
