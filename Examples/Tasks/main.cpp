@@ -60,11 +60,6 @@ bool add(const std::vector<std::string>& words) {
     return Enhancements::addEnhancements(added); // true once it is on the disk
 }
 
-/// Whether the load brought everything. A record that another program had locked meanwhile stays in the file.
-bool areAllLoaded(const std::string& path) {
-    return allTasks().size() == tasksAmong(orv::host::readRecords(path).records).size();
-}
-
 /// The task of that number in the list, from 1 on; null if there is none.
 Task* find(const std::string& number) {
     std::size_t place = 0;
@@ -124,13 +119,16 @@ int main(int count, char** arguments) {
     }
     Factory::registerClass(std::make_unique<Task>());
     EnhancementsFile::setFilePath(words[0]);
+    if (!Enhancements::loadAtOnce()) {
+        std::cerr << words[0] << " can't be read, or another program has it locked.\n";
+        return 1;
+    }
     const std::string command = words.size() > 2 ? words[1] : "";
-    const bool isDone = !areAllLoaded(words[0])                ? false
-                        : command == "add" && words.size() > 3 ? add(words)
-                        : command == "done"                    ? finish(find(words[2]))
-                        : command == "remove"                  ? remove(find(words[2]))
-                        : command == "with"                    ? listOthers(words[2])
-                                                               : words.size() == 1;
+    const bool isDone = command == "add" && words.size() > 3 ? add(words)
+                        : command == "done"                  ? finish(find(words[2]))
+                        : command == "remove"                ? remove(find(words[2]))
+                        : command == "with"                  ? listOthers(words[2])
+                                                             : words.size() == 1;
     if (!isDone) {
         std::cerr << "That can't be done.\n";
         return 1;

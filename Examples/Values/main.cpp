@@ -101,6 +101,10 @@ int main(int count, char** arguments) {
         return 1;
     }
     EnhancementsFile::setFilePath(arguments[2]);
+    if (!Enhancements::loadAtOnce()) {
+        std::cerr << arguments[2] << " can't be read, or another program has it locked.\n";
+        return 1;
+    }
     for (const auto& [id, line, outcome] : overlay.restore()) {
         std::cout << "Not restored: " << line << '\n';
     }

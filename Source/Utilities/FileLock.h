@@ -11,13 +11,14 @@ namespace orv::utilities {
 
 class LockedFile;
 
-/// A hold on a file against other processes, with a stream on that file. It lasts as long as the object.
+/// A lock on a file against other processes, with a stream on that file. It lasts as long as the object.
 ///
-/// The lock is an advisory flock(2) on the file itself, so flock(1) and other programs can take part. It falls when the
-/// object or the process ends, however it ends, and isn't passed on to programs that the process starts.
+/// It is an advisory flock(2) on the file itself, so flock(1) and other programs can take part; on Windows it is one on
+/// a byte behind any end of file. It falls when the object or the process ends, however it ends, and isn't passed on to
+/// programs that the process starts.
 ///
-/// What is written to the stream goes over the old content from its start, and at the end of the hold the file is cut
-/// to what was written. If nothing was written, or not all of it could be, the file isn't cut. What happens in the
+/// What is written to the stream goes over the old content from its start, and when the lock is released the file is
+/// cut to what was written. If nothing was written, or not all of it could be, the file isn't cut. What happens in the
 /// middle may leave parts of both contents.
 class ORV_UTILITIES_EXPORT FileLock {
 public:
