@@ -49,7 +49,7 @@ fs::path beside(const fs::path& path, std::string_view mark, std::size_t room) {
     name.resize(kept);
     name += '~';
     for (std::size_t digit = 0; digit < digits; ++digit, digest >>= 4U) {
-        name += "0123456789abcdef"[digest & 0xfU];
+        name += static_cast<fs::path::value_type>("0123456789abcdef"[digest & 0xfU]);
     }
     return (path.parent_path() / name).concat(mark);
 }
