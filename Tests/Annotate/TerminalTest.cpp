@@ -1,9 +1,7 @@
 #include "Annotate/HouseTest.h"
 
-#include <csignal>
 #include <pty.h>
 #include <regex>
-#include <sstream>
 
 namespace annotate {
 namespace {
@@ -11,9 +9,12 @@ namespace {
 /// annotate at a terminal.
 class TerminalTest : public HouseTest {
 protected:
-    ~TerminalTest() override { ::close(terminal); }
+    ~TerminalTest() override { closeTerminal(); }
 
+    /// Ends what was started before.
     void startAtTerminal(std::vector<std::string> arguments) {
+        closeTerminal();
+        received.clear();
         arguments.insert(arguments.begin(), program());
         std::vector<char*> pointers(arguments.size() + 1);
         std::transform(arguments.begin(), arguments.end(), pointers.begin(), [](auto& each) { return each.data(); });
@@ -48,6 +49,13 @@ protected:
         return std::regex_replace(text, std::regex("\x1b\\[[?0-9;]*[a-zA-Z]|\r"), "");
     }
 
+    void closeTerminal() const {
+        if (process != -1) {
+            ::close(terminal);
+            ::waitpid(process, nullptr, 0);
+        }
+    }
+
     int terminal = -1;
     pid_t process = -1;
     std::string received;
@@ -59,9 +67,9 @@ TEST_F(TerminalTest, isInterruptedByItsKeyWhileItImports) {
     const std::string stored = directory / "Bürö€.enhancements.xml";
     std::filesystem::copy_file(HOUSE, model);
     std::ofstream lines(file);
-    lines << "GlobalId,text\n";
-    for (int line = 0; line < 100'000; ++line) {
-        lines << wallOfHouse << ",Grün " << line << '\n';
+    lines << "GlobalId,set,property,value\n";
+    for (int line = 0; line < 2000; ++line) {
+        lines << wallOfHouse << ",Pset_WallComon,FireRatng" << line << ",F30\n"; // near names take long to find
     }
     lines.close();
 
