@@ -1,5 +1,6 @@
 // Sets properties of the objects of a model, keeps them in a file, and shows them. Started again, it has them back.
 
+#include "Domain/Shared/EnhancementsForReferenceModel/Enhancements.h"
 #include "Domain/Shared/EnhancementsForReferenceModel/EnhancementsFile.h"
 #include "FoundationClasses/FcShadowDb.h"
 #include "Host/Overlay.h"
@@ -9,6 +10,7 @@
 #include <iostream>
 
 using namespace orv;
+using domain::shared::enhancementsforreferencemodel::Enhancements;
 using domain::shared::enhancementsforreferencemodel::EnhancementsFile;
 using domain::shared::enhancementsforreferencemodel::PsetData;
 using fc::core::kernel::FcObjectDefinition;

@@ -75,8 +75,8 @@ void matchMoved(std::span<const KnownElement> known, EqualsOfMarkups& equalsOfMa
 /// Of the missing ones, finds those that changed where they stood.
 void matchChanged(std::span<const KnownElement> known, std::span<const ElementKey> file,
                   const std::vector<std::size_t>& missing, std::vector<Found>& found) {
-    std::vector<std::size_t> ends(file.size(),
-                                  known.size()); // the number of the first known element that is in place behind each
+    // For each place in the file, the number of the first known element that is in place behind it.
+    std::vector<std::size_t> ends(file.size(), known.size());
     for (std::size_t at = file.size(); at-- > 1;) {
         ends[at - 1] = found[at].isInPlace ? found[at].known : ends[at];
     }

@@ -24,7 +24,7 @@ namespace orv::domain::shared::enhancementsforreferencemodel {
 /// The records are destroyed when the library is unloaded, and what is called after that finds an empty database that
 /// is stored nowhere. So a plug-in that brought the library in begins anew when it is loaded again, and one that
 /// defines a kind is unloaded with the library, never before it; compiled by GCC, either needs -fno-gnu-unique for
-/// that. Called from one thread at a time.
+/// that, and the program must be linked with libstdc++ itself. Called from one thread at a time.
 class Enhancements : public std::enable_shared_from_this<Enhancements> {
 public:
     Enhancements();

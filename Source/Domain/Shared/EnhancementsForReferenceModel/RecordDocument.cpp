@@ -193,7 +193,7 @@ void RecordDocument::accept() {
 }
 
 std::size_t RecordDocument::find(std::uint64_t id) {
-    return findFrom(lastFound, [id](const Slot& one) { return one.id == id; });
+    return findWhere([id](const Slot& one) { return one.id == id; });
 }
 
 void RecordDocument::appendMarkup(std::vector<Slot>& target, std::string_view markup) {

@@ -123,11 +123,10 @@ private:
 
     std::size_t find(std::uint64_t id);
 
-    /// The number of the slot that meets the condition, from the number given on and then from the beginning on; none
-    /// if there is none. Remembers it.
+    /// The number of the one slot that meets the condition; none if there is none. Looks first where it found one last.
     template <typename Condition>
-    std::size_t findFrom(std::size_t first, const Condition& isMet) {
-        const auto middle = slots.begin() + static_cast<std::ptrdiff_t>(std::min(first, slots.size()));
+    std::size_t findWhere(const Condition& isMet) {
+        const auto middle = slots.begin() + static_cast<std::ptrdiff_t>(std::min(lastFound, slots.size()));
         auto slot = std::find_if(middle, slots.end(), isMet);
         if (slot == slots.end()) {
             slot = std::find_if(slots.begin(), middle, isMet);
@@ -156,7 +155,7 @@ private:
     std::shared_ptr<const xml::Outline> loading;
     std::size_t nextElement = 0;                // whose turn is next
     std::uint64_t slotInTurn = noSlot;          // of the element in turn, if there is one
-    std::size_t lastFound = 0;                  // where the next search begins
+    std::size_t lastFound = 0;                  // by findWhere
     const EnhancementBase* candidate = nullptr; // that came of the element in turn
     std::unique_ptr<CarriedFields> candidateFields;
     bool isTurnTaken = false;

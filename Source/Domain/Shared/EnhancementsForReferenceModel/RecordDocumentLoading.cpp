@@ -30,7 +30,7 @@ std::optional<xml::Outline::Part> RecordDocument::startTurn() {
         return std::nullopt;
     }
     const std::size_t number = nextElement++;
-    const std::size_t slot = findFrom(lastFound, [number](const Slot& one) { return one.element == number; });
+    const std::size_t slot = findWhere([number](const Slot& one) { return one.element == number; });
     slotInTurn = slot == none ? noSlot : slots[slot].id;
     return (*loading)[number];
 }

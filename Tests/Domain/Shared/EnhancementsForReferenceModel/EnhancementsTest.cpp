@@ -60,8 +60,6 @@ TEST_F(EnhancementsTest, areCarriedWhenTheFileIsLockedWhereTheyAreLoadedAtOnce) 
 TEST_F(EnhancementsTest, areNoneOfAMissingFileThatIsLoadedAtOnce) {
     EXPECT_TRUE(Enhancements::loadAtOnce());
     EXPECT_FALSE(std::filesystem::exists(path));
-    EXPECT_TRUE(add("a"));
-    EXPECT_EQ(contentOf(path), document({"a"}));
 }
 
 TEST_F(EnhancementsTest, refuseARecordWhileAnotherHoldsTheLockAndTakeItLater) {
