@@ -63,6 +63,7 @@ set(headers
     Utilities/FileLock.h
     Utilities/FileState.h
     Utilities/ScopeGuard.h
+    Xml/ChildEvents.h
     Xml/Element.h
     Xml/ErrorHandler.h
     Xml/File.h
@@ -71,7 +72,7 @@ set(headers
     Xml/Node.h
     Xml/NodeList.h
     Xml/Outline.h
-    Xml/RecordEvents.h
+    Xml/ParseFailure.h
     Xml/Surroundings.h
     Xml/Utf8.h
 )

@@ -3,7 +3,7 @@
 #include "Domain/Shared/EnhancementsForReferenceModel/Factory.h"
 #include "Utilities/DocumentReading.h"
 #include "Utilities/StreamContent.h"
-#include "Xml/RecordEvents.h"
+#include "Xml/ChildEvents.h"
 
 #include <istream>
 #include <string_view>
@@ -17,7 +17,7 @@ namespace {
 using domain::shared::enhancementsforreferencemodel::Factory;
 using Reason = ReadFailure::Reason;
 
-class Collector : public xml::RecordEvents {
+class Collector : public xml::ChildEvents {
 public:
     bool takeRoot(const std::string& name) override {
         if (name != "Enhancements") {
@@ -26,7 +26,7 @@ public:
         return !read.failure;
     }
 
-    void takeRecord(const std::string& name, const Fields& fields) override {
+    void takeChild(const std::string& name, const Fields& fields) override {
         if (auto record = Factory::createEntityFromName(name)) {
             record->setAttributes(fields);
             read.records.push_back(std::move(record));
@@ -46,8 +46,8 @@ RecordsRead failed(ReadFailure failure) {
 
 RecordsRead recordsIn(std::string_view document) {
     Collector collector;
-    if (auto failure = xml::readRecords(document, collector)) {
-        return failed({Reason::NotWellFormed, std::move(failure->reason), failure->line, failure->column});
+    if (auto failure = xml::readChildren(document, collector)) {
+        return failed({Reason::NotWellFormed, failure->reason, failure->line, failure->column});
     }
     return std::move(collector.read);
 }

@@ -37,13 +37,9 @@ private:
 
 } // namespace
 
-std::optional<ElementFailure> readElements(std::istream& stream, ElementEvents& events) {
+std::optional<ParseFailure> readElements(std::istream& stream, ElementEvents& events) {
     EventParser parser(events);
-    if (parser.parse(stream)) {
-        return std::nullopt;
-    }
-    const ParseFailure& failure = parser.getFailure();
-    return ElementFailure{failure.line, failure.reason};
+    return parser.parse(stream) ? std::nullopt : std::optional(parser.getFailure());
 }
 
 } // namespace orv::xml

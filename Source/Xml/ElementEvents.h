@@ -1,11 +1,11 @@
 #pragma once
 
 #include "OrvExport.h"
+#include "Xml/ParseFailure.h"
 
 #include <cstdint>
 #include <iosfwd>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -28,12 +28,7 @@ public:
     virtual void endElement(std::string_view text) = 0;
 };
 
-struct ElementFailure {
-    std::uint64_t line = 0; ///< From 1.
-    std::string reason;     ///< A phrase without a full stop.
-};
-
 /// Reads one document as File::parse does, calling events as it goes, and returns why it is none, or nothing.
-ORV_XML_EXPORT std::optional<ElementFailure> readElements(std::istream& stream, ElementEvents& events);
+ORV_XML_EXPORT std::optional<ParseFailure> readElements(std::istream& stream, ElementEvents& events);
 
 } // namespace orv::xml

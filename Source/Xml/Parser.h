@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Xml/ParseFailure.h"
 #include "Xml/Surroundings.h"
 
 #include <cstdint>
@@ -12,13 +13,6 @@
 struct XML_ParserStruct;
 
 namespace orv::xml {
-
-/// Why a document was refused, and where.
-struct ParseFailure {
-    const char* reason = "";  ///< Lives as long as the process.
-    std::uint64_t line = 0;   ///< From 1.
-    std::uint64_t column = 0; ///< From 1, in bytes.
-};
 
 /// Reads documents, one after another. What becomes of one is up to the derived class.
 class Parser {

@@ -1,5 +1,3 @@
-#include "Host/PropertyEdits.h"
-
 #include "Host/EditLine.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "OrvExport.h"
+#include "Xml/ParseFailure.h"
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,9 +12,9 @@
 namespace orv::xml {
 
 /// Is told of the elements below the root of a document, in one pass over that.
-class ORV_XML_EXPORT RecordEvents {
+class ORV_XML_EXPORT ChildEvents {
 public:
-    virtual ~RecordEvents() = default;
+    virtual ~ChildEvents() = default;
 
     /// Names and values, in the order of the document.
     using Fields = std::vector<std::pair<std::string, std::string>>;
@@ -24,17 +24,10 @@ public:
 
     /// A child element of the root, with name and value of each of its own child elements that has a child node: the
     /// value is that of the first one. Names and values are those that a File of the document has.
-    virtual void takeRecord(const std::string& name, const Fields& fields) = 0;
-};
-
-/// Why a document isn't well-formed, and where.
-struct RecordFailure {
-    std::uint64_t line = 0;   ///< From 1.
-    std::uint64_t column = 0; ///< From 1, in bytes.
-    std::string reason;       ///< A phrase without a full stop.
+    virtual void takeChild(const std::string& name, const Fields& fields) = 0;
 };
 
 /// Reads one document as File::parse does, calling events as it goes, and returns why it is none, or nothing.
-ORV_XML_EXPORT std::optional<RecordFailure> readRecords(std::string_view document, RecordEvents& events);
+ORV_XML_EXPORT std::optional<ParseFailure> readChildren(std::string_view document, ChildEvents& events);
 
 } // namespace orv::xml

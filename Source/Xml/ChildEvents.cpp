@@ -1,4 +1,4 @@
-#include "Xml/RecordEvents.h"
+#include "Xml/ChildEvents.h"
 
 #include "Xml/FirstNode.h"
 #include "Xml/NodeParser.h"
@@ -8,13 +8,13 @@ namespace orv::xml {
 
 namespace {
 
-class RecordParser : public NodeParser {
+class ChildParser : public NodeParser {
 public:
-    explicit RecordParser(RecordEvents& receiver) : events(receiver) {}
+    explicit ChildParser(ChildEvents& receiver) : events(receiver) {}
 
 private:
     static constexpr std::uint64_t rootDepth = 1;
-    static constexpr std::uint64_t recordDepth = 2;
+    static constexpr std::uint64_t childDepth = 2;
     static constexpr std::uint64_t fieldDepth = 3;
 
     void beginElement(const char* name, const char** /*attributes*/) override {
@@ -25,8 +25,8 @@ private:
             return;
         }
         switch (getDepth()) {
-        case recordDepth:
-            recordName = unescapedName(name);
+        case childDepth:
+            childName = unescapedName(name);
             fields.clear();
             break;
         case fieldDepth:
@@ -45,8 +45,8 @@ private:
             if (auto value = firstNode.end()) {
                 fields.emplace_back(std::move(fieldName), *std::move(value));
             }
-        } else if (getDepth() == recordDepth) {
-            events.takeRecord(recordName, fields);
+        } else if (getDepth() == childDepth) {
+            events.takeChild(childName, fields);
         }
     }
 
@@ -68,23 +68,19 @@ private:
         }
     }
 
-    RecordEvents& events;
+    ChildEvents& events;
     bool isOfInterest = true;
-    std::string recordName;
-    RecordEvents::Fields fields;
+    std::string childName;
+    ChildEvents::Fields fields;
     std::string fieldName;
     FirstNode firstNode;
 };
 
 } // namespace
 
-std::optional<RecordFailure> readRecords(std::string_view document, RecordEvents& events) {
-    RecordParser parser(events);
-    if (parser.parse(document)) {
-        return std::nullopt;
-    }
-    const ParseFailure& failure = parser.getFailure();
-    return RecordFailure{failure.line, failure.column, failure.reason};
+std::optional<ParseFailure> readChildren(std::string_view document, ChildEvents& events) {
+    ChildParser parser(events);
+    return parser.parse(document) ? std::nullopt : std::optional(parser.getFailure());
 }
 
 } // namespace orv::xml
