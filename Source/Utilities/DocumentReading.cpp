@@ -31,7 +31,7 @@ std::string wholeContent(std::string content, const std::string& noteBytes) {
 } // namespace
 
 std::optional<DocumentReading> readDocument(const std::filesystem::path& path, std::error_code& error) {
-    constexpr int attemptsToReadNote = 1000;
+    constexpr int attemptsToReadNote = 500;
     constexpr int maximumAttempts =
         2 * attemptsToReadNote; // others write meanwhile, and somebody may write without end
     constexpr auto moment = std::chrono::milliseconds(1);

@@ -18,7 +18,7 @@ struct DocumentReading {
 };
 
 /// Reads the file without a lock and changes nothing. While a program writes it, or if one ended within a write, the
-/// content is that of before, unless the new one is whole. A saving note that can't be read is waited for up to a
+/// content is that of before, unless the new one is whole. A saving note that can't be read is waited for half a
 /// second, and counts as none then. Nothing if there is no regular file, if it can't be read, or if it changes without
 /// end (resource_unavailable_try_again); the error, otherwise zero, says why.
 ORV_UTILITIES_EXPORT std::optional<DocumentReading> readDocument(const std::filesystem::path& path,
