@@ -152,8 +152,8 @@ Outcome checkAgain(PropertyEdit& edit) {
 
 } // namespace
 
-Overlay::Overlay(FindObject findObjectInModel, std::string authorOfEdits)
-    : findInModel(std::move(findObjectInModel)), author(std::move(authorOfEdits)) {
+Overlay::Overlay(FindObject findInModelOfHost, std::string authorOfEdits)
+    : findInModel(std::move(findInModelOfHost)), author(std::move(authorOfEdits)) {
     Factory::registerClass(std::make_unique<PropertyEdits>());
 }
 

@@ -3,7 +3,9 @@
 #include "Utilities/Digest.h"
 #include "Utilities/SystemCalls.h"
 
+#include <cstdint>
 #include <string>
+#include <type_traits>
 
 namespace orv::utilities {
 
@@ -11,11 +13,27 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Whether the unit of UTF-8 or UTF-16 goes on with a character.
+constexpr bool isUtf8 = sizeof(fs::path::value_type) == 1; // otherwise UTF-16
+
+/// The unit of a name as a number.
+std::uint32_t bitsOf(fs::path::value_type unit) {
+    return static_cast<std::make_unsigned_t<fs::path::value_type>>(unit);
+}
+
+/// Whether the unit goes on with a character.
 bool isWithinCharacter(fs::path::value_type unit) {
-    constexpr bool isUtf8 = sizeof(unit) == 1;
-    const auto bits = static_cast<unsigned>(unit);
-    return isUtf8 ? (bits & 0xc0U) == 0x80U : (bits & 0xfc00U) == 0xdc00U;
+    return isUtf8 ? (bitsOf(unit) & 0xc0U) == 0x80U : (bitsOf(unit) & 0xfc00U) == 0xdc00U;
+}
+
+std::string bytesOf(const fs::path::string_type& name) {
+    std::string bytes;
+    for (const auto unit : name) {
+        bytes += static_cast<char>(bitsOf(unit) & 0xffU);
+        if (!isUtf8) {
+            bytes += static_cast<char>(bitsOf(unit) >> 8U);
+        }
+    }
+    return bytes;
 }
 
 } // namespace
@@ -40,8 +58,7 @@ fs::path beside(const fs::path& path, std::string_view mark, std::size_t room) {
     if (name.size() + mark.size() + room <= maximumName) {
         return fs::path(path).concat(mark);
     }
-    std::uint64_t digest =
-        Digest::of({reinterpret_cast<const char*>(name.data()), name.size() * sizeof(name.front())}).first;
+    std::uint64_t digest = Digest::of(bytesOf(name)).first;
     std::size_t kept = maximumName - mark.size() - room - digits - 1;
     while (kept > 0 && isWithinCharacter(name[kept])) {
         --kept;
